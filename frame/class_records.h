@@ -1,0 +1,130 @@
+// The records in which the library describes its classes to the host. The layouts are the host's.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "frame/host_types.h"
+
+/// Where class records and member tables begin.
+inline constexpr size_t kRecordAlignment = 16;
+
+/// How the host reads or writes a property.
+union REALaccessor {
+    /// Null for what cannot be done.
+    void *function;
+    /// `kFieldAccess`: the host reads or writes the field itself.
+    uintptr_t field;
+};
+
+inline constexpr uintptr_t kFieldAccess = ~uintptr_t{0};
+
+/// A property of a class, with getter `R (instance, parameter)` and setter `void (instance, parameter,
+/// value)`.
+struct REALpropertyRecord {
+    void *unused0;
+    const char *name;
+    /// The host's name of the property's type.
+    const char *type;
+    uint64_t flags;
+    REALaccessor getter;
+    REALaccessor setter;
+    /// Passed to getter and setter; for a field its byte offset in the instance data.
+    int64_t parameter;
+    uint64_t unused7[5];
+};
+
+/// A method, shared method or computed property of a class.
+struct REALmethodRecord {
+    void *function;
+    /// Null but for a writable computed property, whose getter is `function`.
+    void *setter;
+    /// In the host's language.
+    const char *declaration;
+    uint64_t flags;
+    uint64_t unused4[2];
+};
+
+/// An event that a class raises.
+struct REALeventRecord {
+    /// In the host's language.
+    const char *declaration;
+    /// Filled by the host at registration.
+    uint64_t key;
+    uint64_t unused2[2];
+};
+
+/// A constant of a class.
+struct REALconstantRecord {
+    /// `name = value`, in the host's language.
+    const char *declaration;
+    uint64_t unused1[4];
+};
+
+/// A class. The host keeps the record's address for the life of the process.
+struct alignas(kRecordAlignment) REALclassDefinition {
+    uint32_t version;
+    uint32_t versionHigh;
+    const char *name;
+    /// Null where there is no superclass.
+    const char *superName;
+    /// Bytes of instance data that the host allocates for the library in each instance.
+    uint64_t dataSize;
+    uint64_t forSystemUse;
+    void (*constructor)(REALobject instance);
+    void (*destructor)(REALobject instance);
+    REALpropertyRecord *properties;
+    uint64_t propertyCount;
+    REALmethodRecord *methods;
+    uint64_t methodCount;
+    REALeventRecord *events;
+    uint64_t eventCount;
+    uint64_t unused13[5];
+    REALconstantRecord *constants;
+    uint64_t constantCount;
+    uint64_t flags;
+    uint64_t unused21[2];
+    REALmethodRecord *sharedMethods;
+    uint64_t sharedMethodCount;
+    uint64_t unused25[5];
+};
+
+static_assert(sizeof(REALpropertyRecord) == 96);
+static_assert(offsetof(REALpropertyRecord, name) == 1 * 8);
+static_assert(offsetof(REALpropertyRecord, type) == 2 * 8);
+static_assert(offsetof(REALpropertyRecord, flags) == 3 * 8);
+static_assert(offsetof(REALpropertyRecord, getter) == 4 * 8);
+static_assert(offsetof(REALpropertyRecord, setter) == 5 * 8);
+static_assert(offsetof(REALpropertyRecord, parameter) == 6 * 8);
+
+static_assert(sizeof(REALmethodRecord) == 48);
+static_assert(offsetof(REALmethodRecord, setter) == 1 * 8);
+static_assert(offsetof(REALmethodRecord, declaration) == 2 * 8);
+static_assert(offsetof(REALmethodRecord, flags) == 3 * 8);
+
+static_assert(sizeof(REALeventRecord) == 32);
+static_assert(offsetof(REALeventRecord, key) == 1 * 8);
+
+static_assert(sizeof(REALconstantRecord) == 40);
+
+static_assert(sizeof(REALclassDefinition) == 240);
+static_assert(offsetof(REALclassDefinition, name) == 1 * 8);
+static_assert(offsetof(REALclassDefinition, superName) == 2 * 8);
+static_assert(offsetof(REALclassDefinition, dataSize) == 3 * 8);
+static_assert(offsetof(REALclassDefinition, constructor) == 5 * 8);
+static_assert(offsetof(REALclassDefinition, destructor) == 6 * 8);
+static_assert(offsetof(REALclassDefinition, properties) == 7 * 8);
+static_assert(offsetof(REALclassDefinition, methods) == 9 * 8);
+static_assert(offsetof(REALclassDefinition, events) == 11 * 8);
+static_assert(offsetof(REALclassDefinition, constants) == 18 * 8);
+static_assert(offsetof(REALclassDefinition, constantCount) == 19 * 8);
+static_assert(offsetof(REALclassDefinition, flags) == 20 * 8);
+static_assert(offsetof(REALclassDefinition, sharedMethods) == 23 * 8);
+static_assert(offsetof(REALclassDefinition, sharedMethodCount) == 24 * 8);
+
+/// The version that a record holds until the host's own version is known.
+inline constexpr uint32_t kLatestRecordVersion = 13;
+
+inline constexpr uint64_t kClassFlags = 4;
+inline constexpr uint64_t kPropertyFlags = 6;
+inline constexpr uint64_t kMethodFlags = 4;

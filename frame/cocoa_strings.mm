@@ -1,0 +1,62 @@
+// Makes Cocoa strings of host strings.
+#import <Foundation/Foundation.h>
+
+#include "frame/host_ref.h"
+#include "frame/host_strings.h"
+#include "frame/plugin.h"
+
+namespace {
+
+/// Hosts from this version on answer with Core Foundation strings.
+constexpr double kFirstVersionWithCFStrings = 2012.0;
+
+/// The host's "LenB", looked up until it is found; null without one.
+int64_t (*LoadLenB())(REALstring)
+{
+    static int64_t (*lenB)(REALstring);
+    auto found = __atomic_load_n(&lenB, __ATOMIC_RELAXED);
+    if (found == nullptr) {
+        found = reinterpret_cast<int64_t (*)(REALstring)>(
+            REALLoadFrameworkMethod(nullptr, "LenB( s as string ) as integer"));
+        __atomic_store_n(&lenB, found, __ATOMIC_RELAXED);
+    }
+    return found;
+}
+
+/// A string of the host string's bytes, with one retain for the caller; null without bytes or length.
+CFStringRef CreateFromBytes(REALstring string, uint32_t encoding)
+{
+    const auto lock = HostRef<REALstring>::Locked(string);
+    const char *const bytes = REALGetStringContents(string);
+    const auto lenB = LoadLenB();
+    if (bytes == nullptr || lenB == nullptr)
+        return nullptr;
+    const CFIndex length = lenB(string);
+    if (encoding == kCFStringEncodingUTF16)
+        return CFStringCreateWithCharacters(kCFAllocatorDefault, reinterpret_cast<const UniChar *>(bytes),
+                                            length / 2);
+    return CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8 *>(bytes), length,
+                                   encoding, true);
+}
+
+CFStringRef CreateCFString(REALstring string)
+{
+    const uint32_t encoding = REALGetStringEncoding(string);
+    if (encoding == kUnknownEncoding)
+        return CreateFromBytes(string, kCFStringEncodingMacRoman);
+    if (rbversion_rbversion >= kFirstVersionWithCFStrings)
+        if (const CFStringRef text = REALGetStringCFString(string, 0))
+            return text;
+    if (const CFStringRef text = REALCopyStringCFString(string, 0))
+        return text;
+    return CreateFromBytes(string, encoding);
+}
+
+} // namespace
+
+NSString *NewNSString(REALstring string)
+{
+    if (string == nullptr)
+        return nil;
+    return [(NSString *)CreateCFString(string) autorelease];
+}

@@ -1,0 +1,435 @@
+// The host's functions, found by name on first use.
+#include "frame/host_entry_points.h"
+
+#include <type_traits>
+
+#include "frame/plugin.h"
+
+namespace {
+
+/// Calls the host function that `slot` keeps, after looking it up by `name` as long as the host has not given
+/// one. Without one it answers 0, null or false. For a procedure it answers whether the host has it. Threads
+/// that race store the same pointer.
+template <typename Result, typename... Parameters, typename... Arguments>
+auto CallHost(Result (*&slot)(Parameters...), const char *name, Arguments... arguments)
+{
+    using Function = Result (*)(Parameters...);
+    Function function = __atomic_load_n(&slot, __ATOMIC_RELAXED);
+    if (function == nullptr) {
+        function = reinterpret_cast<Function>(gResolver(name));
+        __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
+    }
+    if constexpr (std::is_void_v<Result>) {
+        if (function != nullptr)
+            function(arguments...);
+        return function != nullptr;
+    } else {
+        return function != nullptr ? function(arguments...) : Result();
+    }
+}
+
+/// The element that `reader` reads, or 0 or null without a reader.
+template <typename Element>
+Element ReadElement(void *reader, REALarray array, int64_t index)
+{
+    if (reader == nullptr)
+        return Element();
+    return reinterpret_cast<Element (*)(REALarray, int64_t)>(reader)(array, index);
+}
+
+} // namespace
+
+// Classes and instances
+
+void REALRegisterClass(REALclassDefinition *record)
+{
+    static void (*pRegisterClass)(REALclassDefinition *);
+    CallHost(pRegisterClass, "PluginRegisterClass", record);
+}
+
+REALobject REALnewInstance(const char *className)
+{
+    static REALobject (*pNewInstance)(const char *);
+    return CallHost(pNewInstance, "PluginNewInstance", className);
+}
+
+bool REALLockObject(REALobject object)
+{
+    static void (*pLockObject)(REALobject);
+    return CallHost(pLockObject, "REALLockObject", object);
+}
+
+void REALUnlockObject(REALobject object)
+{
+    static void (*pUnlockObject)(REALobject);
+    CallHost(pUnlockObject, "REALUnlockObject", object);
+}
+
+bool REALObjectIsA(REALobject object, REALclassRef classRef)
+{
+    static bool (*pObjectIsA)(REALobject, REALclassRef);
+    return CallHost(pObjectIsA, "RuntimeObjectIsa", object, classRef);
+}
+
+REALclassRef REALGetClassRef(const char *className)
+{
+    static REALclassRef (*pObjectType)(const char *);
+    return CallHost(pObjectType, "pluginObjectType", className);
+}
+
+void *REALGetEventInstance(REALobject instance, void *key)
+{
+    static void *(*pGetEventInstance)(REALobject, void *);
+    return CallHost(pGetEventInstance, "GetEventInstance", instance, key);
+}
+
+// Exceptions
+
+void REALRaiseException(REALobject exception)
+{
+    static void (*pRaiseException)(REALobject);
+    CallHost(pRaiseException, "RuntimeRaiseException", exception);
+}
+
+REALobject REALCallFunctionWithExceptionHandler(void (*function)(void *), void *argument)
+{
+    static REALobject (*pCallFunctionWithExceptionHandler)(void (*)(void *), void *);
+    return CallHost(pCallFunctionWithExceptionHandler, "PluginCallFunctionWithExceptionHandler", function,
+                    argument);
+}
+
+// Methods by declaration
+
+void *REALLoadFrameworkMethod(void *module, const char *declaration)
+{
+    static void *(*pLoadGlobalMethod)(void *, const char *);
+    return CallHost(pLoadGlobalMethod, "REALLoadGlobalMethod", module, declaration);
+}
+
+void *REALLoadObjectMethod(REALobject object, const char *declaration)
+{
+    static void *(*pLoadObjectMethod)(REALobject, const char *);
+    return CallHost(pLoadObjectMethod, "REALLoadObjectMethod", object, declaration);
+}
+
+// Properties by name
+
+bool REALGetPropValueInteger(REALobject object, const char *name, int64_t *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, int64_t *);
+    return CallHost(pGetPropValue, "REALGetPropValueInteger", object, name, value);
+}
+
+bool REALGetPropValueInt64(REALobject object, const char *name, int64_t *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, int64_t *);
+    return CallHost(pGetPropValue, "REALGetPropValueInt64", object, name, value);
+}
+
+bool REALGetPropValueDouble(REALobject object, const char *name, double *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, double *);
+    return CallHost(pGetPropValue, "REALGetPropValueDouble", object, name, value);
+}
+
+bool REALGetPropValueSingle(REALobject object, const char *name, float *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, float *);
+    return CallHost(pGetPropValue, "REALGetPropValueSingle", object, name, value);
+}
+
+bool REALGetPropValueString(REALobject object, const char *name, REALstring *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, REALstring *);
+    return CallHost(pGetPropValue, "REALGetPropValueString", object, name, value);
+}
+
+bool REALGetPropValueObject(REALobject object, const char *name, REALobject *value)
+{
+    static bool (*pGetPropValue)(REALobject, const char *, REALobject *);
+    return CallHost(pGetPropValue, "REALGetPropValueObject", object, name, value);
+}
+
+bool REALSetPropValueInteger(REALobject object, const char *name, int64_t value)
+{
+    static bool (*pSetPropValue)(REALobject, const char *, int64_t);
+    return CallHost(pSetPropValue, "REALSetPropValueInteger", object, name, value);
+}
+
+bool REALSetPropValueString(REALobject object, const char *name, REALstring value)
+{
+    static bool (*pSetPropValue)(REALobject, const char *, REALstring);
+    return CallHost(pSetPropValue, "REALSetPropValueString", object, name, value);
+}
+
+// Variants
+
+REALobject REALNewVariantString(REALstring value)
+{
+    static REALobject (*pStringToVariant)(REALstring);
+    return CallHost(pStringToVariant, "StringToVariant", value);
+}
+
+REALobject REALNewVariantInteger(int64_t value)
+{
+    static REALobject (*pIntegerToVariant)(int64_t);
+    return CallHost(pIntegerToVariant, "IntegerToVariant", value);
+}
+
+REALobject REALNewVariantUInt32(uint32_t value)
+{
+    static REALobject (*pUInt32ToVariant)(uint32_t);
+    return CallHost(pUInt32ToVariant, "UInt32ToVariant", value);
+}
+
+REALobject REALNewVariantDouble(double value)
+{
+    static REALobject (*pDoubleToVariant)(double);
+    return CallHost(pDoubleToVariant, "DoubleToVariant", value);
+}
+
+REALobject REALNewVariantSingle(float value)
+{
+    static REALobject (*pSingleToVariant)(float);
+    return CallHost(pSingleToVariant, "SingleToVariant", value);
+}
+
+REALobject REALNewVariantBoolean(bool value)
+{
+    static REALobject (*pBooleanToVariant)(bool);
+    return CallHost(pBooleanToVariant, "BooleanToVariant", value);
+}
+
+REALobject REALNewVariantText(REALtext value)
+{
+    static REALobject (*pNewVariantText)(REALtext);
+    return CallHost(pNewVariantText, "PluginNewVariantText", value);
+}
+
+REALstring GetVariantString(REALobject variant)
+{
+    static REALstring (*pVariantToString)(REALobject);
+    return CallHost(pVariantToString, "VariantToString", variant);
+}
+
+int64_t GetVariantInt64(REALobject variant)
+{
+    static int64_t (*pVariantToInt64)(REALobject);
+    return CallHost(pVariantToInt64, "VariantToInt64", variant);
+}
+
+double GetVariantDouble(REALobject variant)
+{
+    static double (*pVariantToDouble)(REALobject);
+    return CallHost(pVariantToDouble, "VariantToDouble", variant);
+}
+
+float GetVariantSingle(REALobject variant)
+{
+    static float (*pVariantToSingle)(REALobject);
+    return CallHost(pVariantToSingle, "VariantToSingle", variant);
+}
+
+// Strings and texts
+
+bool REALLockString(REALstring string)
+{
+    static void (*pLockString)(REALstring);
+    return CallHost(pLockString, "REALLockString", string);
+}
+
+void REALUnlockString(REALstring string)
+{
+    static void (*pUnlockString)(REALstring);
+    CallHost(pUnlockString, "REALUnlockString", string);
+}
+
+REALstring originalREALBuildString(const char *bytes, int32_t length)
+{
+    static REALstring (*pBuildString)(const char *, int32_t);
+    return CallHost(pBuildString, "REALBuildString", bytes, length);
+}
+
+REALstring REALBuildStringWithEncoding(const char *bytes, int32_t length, uint32_t encoding)
+{
+    static REALstring (*pBuildStringWithEncoding)(const char *, int32_t, uint32_t);
+    return CallHost(pBuildStringWithEncoding, "REALBuildStringWithEncoding", bytes, length, encoding);
+}
+
+uint32_t REALGetStringEncoding(REALstring string)
+{
+    static uint32_t (*pGetStringEncoding)(REALstring);
+    return CallHost(pGetStringEncoding, "REALGetStringEncoding", string);
+}
+
+void REALSetStringEncoding(REALstring string, uint32_t encoding)
+{
+    static void (*pSetStringEncoding)(REALstring, uint32_t);
+    CallHost(pSetStringEncoding, "REALSetStringEncoding", string, encoding);
+}
+
+REALstring REALConvertString(REALstring string, uint32_t encoding)
+{
+    static REALstring (*pConvertString)(REALstring, uint32_t);
+    return CallHost(pConvertString, "REALConvertString", string, encoding);
+}
+
+const char *REALGetStringContents(REALstring string)
+{
+    static const char *(*pStringGetCString)(REALstring);
+    return CallHost(pStringGetCString, "StringGetCString", string);
+}
+
+CFStringRef REALGetStringCFString(REALstring string, int64_t option)
+{
+    static CFStringRef (*pGetStringCFString)(REALstring, int64_t);
+    return CallHost(pGetStringCFString, "REALGetStringCFString", string, option);
+}
+
+CFStringRef REALCopyStringCFString(REALstring string, int64_t option)
+{
+    static CFStringRef (*pGetStringCFString)(REALstring, int64_t);
+    return CallHost(pGetStringCFString, "REALGetStringCFString", string, option);
+}
+
+bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *data)
+{
+    static bool (*pGetStringData)(REALstring, uint32_t, REALstringData *);
+    return CallHost(pGetStringData, "PluginGetStringData", string, encoding, data);
+}
+
+void REALDisposeStringData(REALstringData *data)
+{
+    static void (*pDisposeStringData)(REALstringData *);
+    CallHost(pDisposeStringData, "PluginDisposeStringData", data);
+}
+
+bool REALLockText(REALtext text)
+{
+    static void (*pLockText)(REALtext);
+    return CallHost(pLockText, "PluginLockText", text);
+}
+
+void REALUnlockText(REALtext text)
+{
+    static void (*pUnlockText)(REALtext);
+    CallHost(pUnlockText, "PluginUnlockText", text);
+}
+
+CFStringRef REALCopyTextCFString(REALtext text)
+{
+    static CFStringRef (*pCopyTextCFString)(REALtext);
+    return CallHost(pCopyTextCFString, "PluginCopyTextCFString", text);
+}
+
+// Arrays
+
+REALarray REALCreateArray(int64_t elementType, int64_t upperBound)
+{
+    static REALarray (*pCreateArray)(int64_t, int64_t);
+    return CallHost(pCreateArray, "RuntimeArrayCreateSingleDimBoundedArray", elementType, upperBound);
+}
+
+int64_t REALGetArrayUBound(REALarray array)
+{
+    static int64_t (*pUBound)(REALarray);
+    return CallHost(pUBound, "RuntimeUBound", array);
+}
+
+bool REALInsertArrayValueObject(REALarray array, int64_t index, REALobject value)
+{
+    static void *(*pObjectArrayInsertProc)(REALarray);
+    const auto insert = reinterpret_cast<void (*)(REALarray, int64_t, REALobject)>(
+        CallHost(pObjectArrayInsertProc, "PluginObjectArrayInsertProc", array));
+    if (insert == nullptr)
+        return false;
+    insert(array, index, value);
+    return true;
+}
+
+int64_t REALGetArrayValueInteger(REALarray array, int64_t index)
+{
+    static void *(*pIntegerArrayGetProc)(REALarray);
+    return ReadElement<int64_t>(CallHost(pIntegerArrayGetProc, "PluginIntegerArrayGetProc", array), array,
+                                index);
+}
+
+int64_t REALGetArrayValueInt64(REALarray array, int64_t index)
+{
+    static void *(*pInt64ArrayGetProc)(REALarray);
+    return ReadElement<int64_t>(CallHost(pInt64ArrayGetProc, "PluginInt64ArrayGetProc", array), array, index);
+}
+
+bool REALGetArrayValueBoolean(REALarray array, int64_t index)
+{
+    static void *(*pBooleanArrayGetProc)(REALarray);
+    return 0 != ReadElement<uint8_t>(CallHost(pBooleanArrayGetProc, "PluginBooleanArrayGetProc", array),
+                                     array, index);
+}
+
+float REALGetArrayValueSingle(REALarray array, int64_t index)
+{
+    static void *(*pSingleArrayGetProc)(REALarray);
+    return ReadElement<float>(CallHost(pSingleArrayGetProc, "PluginSingleArrayGetProc", array), array, index);
+}
+
+double REALGetArrayValueDouble(REALarray array, int64_t index)
+{
+    static void *(*pDoubleArrayGetProc)(REALarray);
+    return ReadElement<double>(CallHost(pDoubleArrayGetProc, "PluginDoubleArrayGetProc", array), array,
+                               index);
+}
+
+REALstring REALGetArrayValueString(REALarray array, int64_t index)
+{
+    static void *(*pStringArrayGetProc)(REALarray);
+    return ReadElement<REALstring>(CallHost(pStringArrayGetProc, "PluginStringArrayGetProc", array), array,
+                                   index);
+}
+
+REALtext REALGetArrayValueText(REALarray array, int64_t index)
+{
+    static void *(*pTextArrayGetProc)(REALarray);
+    return ReadElement<REALtext>(CallHost(pTextArrayGetProc, "PluginTextArrayGetProc", array), array, index);
+}
+
+REALobject REALGetArrayValueObject(REALarray array, int64_t index)
+{
+    static void *(*pObjectArrayGetProc)(REALarray);
+    return ReadElement<REALobject>(CallHost(pObjectArrayGetProc, "PluginObjectArrayGetProc", array), array,
+                                   index);
+}
+
+// Memory blocks
+
+REALmemoryBlock REALNewMemoryBlockOriginal(int32_t size)
+{
+    static REALmemoryBlock (*pNewMemoryBlock)(int32_t);
+    return CallHost(pNewMemoryBlock, "newMemoryBlock", size);
+}
+
+void *REALMemoryBlockGetPtr(REALmemoryBlock block)
+{
+    static void *(*pMemoryBlockGetPtr)(REALmemoryBlock);
+    return CallHost(pMemoryBlockGetPtr, "memoryBlockGetPtr", block);
+}
+
+int64_t REALMemoryBlockGetSize(REALmemoryBlock block)
+{
+    static int64_t (*pMemoryBlockGetSize)(REALmemoryBlock);
+    return CallHost(pMemoryBlockGetSize, "memoryBlockGetSize", block);
+}
+
+// Folder items
+
+bool REALFSRefFromFolderItem(REALobject item, FSRef *ref, HFSUniStr255 *nameOrNull)
+{
+    static bool (*pFSRefFromFolderItem)(REALobject, FSRef *, HFSUniStr255 *);
+    return CallHost(pFSRefFromFolderItem, "REALFSRefFromFolderItem", item, ref, nameOrNull);
+}
+
+REALobject REALFolderItemFromParentFSRef(const FSRef *parent, const HFSUniStr255 *name)
+{
+    static REALobject (*pFolderItemFromParentFSRef)(const FSRef *, const HFSUniStr255 *);
+    return CallHost(pFolderItemFromParentFSRef, "REALFolderItemFromParentFSRef", parent, name);
+}

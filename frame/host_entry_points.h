@@ -1,0 +1,116 @@
+// The host's functions, one wrapper each. A wrapper finds its function by name on first use and keeps it;
+// while the host has no such function the call does nothing and answers 0, null or false.
+//
+// Instances, strings, texts and Core Foundation strings that a wrapper returns, or writes through a pointer,
+// carry one reference that the caller gives back. Arguments are borrowed. Called on the host's thread.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreServices/CoreServices.h>
+
+#include "frame/class_records.h"
+#include "frame/host_types.h"
+
+// Classes and instances
+
+void REALRegisterClass(REALclassDefinition *record);
+/// Null for an unknown class. No "Constructor" method runs.
+REALobject REALnewInstance(const char *className);
+/// As the other two that take a reference: answers whether the host has the function.
+bool REALLockObject(REALobject object);
+void REALUnlockObject(REALobject object);
+bool REALObjectIsA(REALobject object, REALclassRef classRef);
+/// Null for an unknown class.
+REALclassRef REALGetClassRef(const char *className);
+/// The handler `void (*)(REALobject instance, arguments...)`, borrowed; null where the program has none.
+void *REALGetEventInstance(REALobject instance, void *key);
+
+// Exceptions
+
+/// Records the exception, taking a reference of its own; returns normally.
+void REALRaiseException(REALobject exception);
+/// Null, or an object that the caller releases.
+REALobject REALCallFunctionWithExceptionHandler(void (*function)(void *), void *argument);
+
+// Methods by declaration
+
+/// A global method; null where the host has none.
+void *REALLoadFrameworkMethod(void *module, const char *declaration);
+/// A method of the instance, which it takes as its first argument; null where there is none.
+void *REALLoadObjectMethod(REALobject object, const char *declaration);
+
+// Properties by name. False where there is no such property of the type; nothing is written then.
+
+bool REALGetPropValueInteger(REALobject object, const char *name, int64_t *value);
+bool REALGetPropValueInt64(REALobject object, const char *name, int64_t *value);
+bool REALGetPropValueDouble(REALobject object, const char *name, double *value);
+bool REALGetPropValueSingle(REALobject object, const char *name, float *value);
+bool REALGetPropValueString(REALobject object, const char *name, REALstring *value);
+bool REALGetPropValueObject(REALobject object, const char *name, REALobject *value);
+bool REALSetPropValueInteger(REALobject object, const char *name, int64_t value);
+bool REALSetPropValueString(REALobject object, const char *name, REALstring value);
+
+// Variants
+
+REALobject REALNewVariantString(REALstring value);
+REALobject REALNewVariantInteger(int64_t value);
+REALobject REALNewVariantUInt32(uint32_t value);
+REALobject REALNewVariantDouble(double value);
+REALobject REALNewVariantSingle(float value);
+REALobject REALNewVariantBoolean(bool value);
+REALobject REALNewVariantText(REALtext value);
+REALstring GetVariantString(REALobject variant);
+int64_t GetVariantInt64(REALobject variant);
+double GetVariantDouble(REALobject variant);
+float GetVariantSingle(REALobject variant);
+
+// Strings and texts
+
+bool REALLockString(REALstring string);
+void REALUnlockString(REALstring string);
+/// The string has no known encoding until it is given one.
+REALstring originalREALBuildString(const char *bytes, int32_t length);
+REALstring REALBuildStringWithEncoding(const char *bytes, int32_t length, uint32_t encoding);
+uint32_t REALGetStringEncoding(REALstring string);
+/// Changes the tag only.
+void REALSetStringEncoding(REALstring string, uint32_t encoding);
+REALstring REALConvertString(REALstring string, uint32_t encoding);
+/// The string's bytes, borrowed from it.
+const char *REALGetStringContents(REALstring string);
+CFStringRef REALGetStringCFString(REALstring string, int64_t option);
+/// As `REALGetStringCFString`, found separately.
+CFStringRef REALCopyStringCFString(REALstring string, int64_t option);
+bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *data);
+void REALDisposeStringData(REALstringData *data);
+bool REALLockText(REALtext text);
+void REALUnlockText(REALtext text);
+CFStringRef REALCopyTextCFString(REALtext text);
+
+// Arrays. An element is read or inserted by the procedure that the host gives for the array; without one
+// nothing happens and the answer is 0, null or false.
+
+REALarray REALCreateArray(int64_t elementType, int64_t upperBound);
+int64_t REALGetArrayUBound(REALarray array);
+/// The array takes a reference of its own. Answers whether there was a procedure.
+bool REALInsertArrayValueObject(REALarray array, int64_t index, REALobject value);
+int64_t REALGetArrayValueInteger(REALarray array, int64_t index);
+int64_t REALGetArrayValueInt64(REALarray array, int64_t index);
+bool REALGetArrayValueBoolean(REALarray array, int64_t index);
+float REALGetArrayValueSingle(REALarray array, int64_t index);
+double REALGetArrayValueDouble(REALarray array, int64_t index);
+REALstring REALGetArrayValueString(REALarray array, int64_t index);
+REALtext REALGetArrayValueText(REALarray array, int64_t index);
+REALobject REALGetArrayValueObject(REALarray array, int64_t index);
+
+// Memory blocks
+
+REALmemoryBlock REALNewMemoryBlockOriginal(int32_t size);
+/// The block's bytes, borrowed from it.
+void *REALMemoryBlockGetPtr(REALmemoryBlock block);
+int64_t REALMemoryBlockGetSize(REALmemoryBlock block);
+
+// Folder items
+
+/// Without a name it fails for an item that does not exist; with one it gives the parent and the leaf name.
+bool REALFSRefFromFolderItem(REALobject item, FSRef *ref, HFSUniStr255 *nameOrNull);
+REALobject REALFolderItemFromParentFSRef(const FSRef *parent, const HFSUniStr255 *name);

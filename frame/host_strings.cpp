@@ -1,0 +1,148 @@
+// Makes host strings: from bytes in an encoding, from UTF-16, from Core Foundation strings.
+#include "frame/host_strings.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "frame/errors.h"
+#include "frame/host_ref.h"
+#include "frame/plugin.h"
+#include "frame/zeroed_buffer.h"
+
+namespace {
+
+constexpr int64_t kLongestString = 0x7FFFFFFF;
+
+/// Hosts from these versions on take an encoding along with the bytes of a new string.
+constexpr double kFirstVersionWithUTF16 = 2012.0;
+constexpr double kFirstVersionWithUTF32 = 2013.0;
+
+bool IsASCII(const void *bytes, int64_t length)
+{
+    const auto *first = static_cast<const unsigned char *>(bytes);
+    return std::all_of(first, first + length, [](unsigned char byte) { return byte < 0x80; });
+}
+
+/// The string in UTF-8. The host is asked for a null string, too.
+REALstring ConvertedToUTF8(const HostRef<REALstring> &string)
+{
+    return REALConvertString(string.Get(), kCFStringEncodingUTF8);
+}
+
+/// A new host string tagged with its encoding, or null.
+REALstring BuildTaggedString(const void *bytes, int64_t length, uint32_t encoding)
+{
+    const REALstring string =
+        originalREALBuildString(static_cast<const char *>(bytes), static_cast<int32_t>(length));
+    if (string != nullptr)
+        REALSetStringEncoding(string, encoding);
+    return string;
+}
+
+/// Writes UTF-16 for `count` code points in the machine's byte order; `units` has room for two units each.
+/// Surrogates are dropped, numbers beyond Unicode replaced. Answers how many units were written.
+size_t ConvertUTF32(const void *bytes, size_t count, UniChar *units)
+{
+    UniChar *next = units;
+    for (size_t index = 0; index < count; ++index) {
+        uint32_t point;
+        std::memcpy(&point, static_cast<const char *>(bytes) + index * sizeof point, sizeof point);
+        if (point > 0x10FFFF) {
+            *next++ = 0xFFFD;
+        } else if (point > 0xFFFF) {
+            *next++ = static_cast<UniChar>(((point - 0x10000) >> 10) + 0xD800);
+            *next++ = static_cast<UniChar>(((point - 0x10000) & 0x3FF) | 0xDC00);
+        } else if ((point & ~0x7FFu) != 0xD800) {
+            *next++ = static_cast<UniChar>(point);
+        }
+    }
+    return static_cast<size_t>(next - units);
+}
+
+/// For hosts that cannot build UTF-32 themselves.
+REALstring BuildFromUTF32(const void *bytes, int64_t length)
+{
+    constexpr int64_t kLongestOnStack = 799;
+    UniChar onStack[2 * (kLongestOnStack / 4) + 1];
+    std::unique_ptr<UniChar[]> onHeap;
+
+    const size_t count = static_cast<size_t>(length) / 4;
+    UniChar *units = onStack;
+    if (length > kLongestOnStack) {
+        onHeap.reset(new UniChar[2 * count + 1]());
+        units = onHeap.get();
+    }
+    const size_t written = ConvertUTF32(bytes, count, units);
+    units[written] = 0;
+    return REALBuildUnicodeStringUTF16(units, static_cast<int64_t>(written * sizeof(UniChar)));
+}
+
+/// The host string of a NUL-terminated UTF-8 text that `buffer` takes from `string`, or null.
+REALstring BuildThroughBuffer(CFStringRef string, char *buffer, CFIndex capacity)
+{
+    if (!CFStringGetCString(string, buffer, capacity, kCFStringEncodingUTF8))
+        return nullptr;
+    return REALBuildUnicodeString(buffer, static_cast<int64_t>(std::strlen(buffer)), kCFStringEncodingUTF8);
+}
+
+} // namespace
+
+REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
+{
+    try {
+        return BuildUnicodeStringUnguarded(bytes, length, encoding);
+    } catch (...) {
+        RaiseCurrentStandardException();
+        return nullptr;
+    }
+}
+
+REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32_t encoding)
+{
+    if (bytes == nullptr || length < 1 || length > kLongestString)
+        return nullptr;
+
+    switch (encoding) {
+    case kCFStringEncodingMacRoman:
+    case kCFStringEncodingWindowsLatin1:
+    case kUnknownEncoding:
+        return BuildTaggedString(bytes, length, IsASCII(bytes, length) ? kCFStringEncodingASCII : encoding);
+    case kCFStringEncodingUTF16:
+        return REALBuildUnicodeStringUTF16(bytes, length);
+    case kCFStringEncodingUTF32:
+        if (rbversion_rbversion < kFirstVersionWithUTF32)
+            return BuildFromUTF32(bytes, length);
+        return ConvertedToUTF8(HostRef<REALstring>(REALBuildStringWithEncoding(
+            static_cast<const char *>(bytes), static_cast<int32_t>(length), kCFStringEncodingUTF32)));
+    default:
+        return BuildTaggedString(bytes, length, encoding);
+    }
+}
+
+REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length)
+{
+    if (rbversion_rbversion >= kFirstVersionWithUTF16)
+        return ConvertedToUTF8(HostRef<REALstring>(REALBuildStringWithEncoding(
+            static_cast<const char *>(units), static_cast<int32_t>(length), kCFStringEncodingUTF16)));
+
+    const HostRef<REALstring> string(BuildTaggedString(units, length, kCFStringEncodingUTF16));
+    return string ? ConvertedToUTF8(string) : nullptr;
+}
+
+REALstring CFString2RBString(CFStringRef string)
+{
+    constexpr CFIndex kLongestOnStack = 99;
+    constexpr CFIndex kBytesPerUnit = 2 * 3;
+
+    const CFIndex length = string == nullptr ? 0 : CFStringGetLength(string);
+    if (length <= 0)
+        return nullptr;
+    if (length <= kLongestOnStack) {
+        char onStack[601] = {};
+        return BuildThroughBuffer(string, onStack, sizeof onStack - 1);
+    }
+    const CFIndex capacity = length * kBytesPerUnit;
+    const ZeroedBuffer onHeap = AllocateZeroed(static_cast<size_t>(capacity));
+    return onHeap == nullptr ? nullptr : BuildThroughBuffer(string, onHeap.get(), capacity);
+}
