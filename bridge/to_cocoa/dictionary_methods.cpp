@@ -1,0 +1,29 @@
+// Loads the methods of host Dictionaries.
+#include "bridge/to_cocoa/dictionary_methods.h"
+
+#include "frame/host_entry_points.h"
+
+REALobject LastDictionary;
+void (*LastDictionarySetter)(REALobject dictionary, REALobject key, REALobject value);
+REALobject (*LastDictionaryGetter)(REALobject dictionary, REALobject key);
+REALobject (*LastDictionaryKeyGetter)(REALobject dictionary, int64_t index);
+
+namespace {
+
+template <typename Method>
+void LoadMethod(Method &method, REALobject dictionary, const char *declaration)
+{
+    method = reinterpret_cast<Method>(REALLoadObjectMethod(dictionary, declaration));
+}
+
+} // namespace
+
+void UseDictionaryMethods(REALobject dictionary)
+{
+    if (LastDictionary == dictionary)
+        return;
+    LastDictionary = dictionary;
+    LoadMethod(LastDictionarySetter, dictionary, "Value(key As Variant, Assigns _value As Variant)");
+    LoadMethod(LastDictionaryGetter, dictionary, "Value(key As Variant) As Variant");
+    LoadMethod(LastDictionaryKeyGetter, dictionary, "Key(index As Integer) As Variant");
+}

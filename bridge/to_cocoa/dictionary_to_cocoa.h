@@ -1,0 +1,11 @@
+// Host Dictionaries become Cocoa dictionaries.
+#pragma once
+
+#include "frame/host_types.h"
+
+@class NSDictionary;
+
+/// An autoreleased Cocoa dictionary with every entry of the host Dictionary; nil for null, immutable where
+/// there are no entries. What has no Cocoa counterpart becomes `NSNull`. The Dictionary is borrowed. Called
+/// on the thread on which the host called in, on one thread at a time. Cocoa exceptions pass.
+NSDictionary *NewNSDictionary(REALdictionary dictionary);

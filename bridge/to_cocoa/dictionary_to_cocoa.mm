@@ -1,0 +1,50 @@
+// Fills a Cocoa dictionary with the entries of a host Dictionary.
+#include "bridge/to_cocoa/dictionary_to_cocoa.h"
+
+#import <Foundation/Foundation.h>
+
+#include "bridge/to_cocoa/dictionary_methods.h"
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "frame/host_ref.h"
+
+namespace {
+
+id ObjectOrNull(REALobject variant)
+{
+    const id object = GetVariantAsNSObject(variant);
+    return object != nil ? object : [NSNull null];
+}
+
+} // namespace
+
+NSDictionary *NewNSDictionary(REALdictionary dictionary)
+{
+    if (dictionary == nullptr)
+        return nil;
+    const REALobject source = AsInstance(dictionary);
+    int64_t count = 0;
+    REALGetPropValueInteger(source, "Count", &count);
+    if (count <= 0)
+        return [NSDictionary dictionary];
+    NSMutableDictionary *const result =
+        [NSMutableDictionary dictionaryWithCapacity:static_cast<NSUInteger>(count)];
+    if (result == nil)
+        return nil;
+
+    const DictionaryMethodsEnd end;
+    for (int64_t index = 0; index < count; ++index) {
+        // Before each use: converting a nested Dictionary takes the methods over.
+        UseDictionaryMethods(source);
+        const HostRef<REALobject> key(
+            LastDictionaryKeyGetter == nullptr ? nullptr : LastDictionaryKeyGetter(source, index));
+        UseDictionaryMethods(source);
+        const HostRef<REALobject> value(
+            LastDictionaryGetter == nullptr ? nullptr : LastDictionaryGetter(source, key.Get()));
+        if (!key)
+            continue;
+        const id cocoaKey = ObjectOrNull(key.Get());
+        const id cocoaValue = ObjectOrNull(value.Get());
+        [result setObject:cocoaValue forKey:cocoaKey];
+    }
+    return result;
+}

@@ -1,0 +1,11 @@
+// Host variants become Cocoa objects.
+#pragma once
+
+#include <objc/objc.h>
+
+#include "frame/host_types.h"
+
+/// The Cocoa object of a host variant, autoreleased or constant; nil for nil and for what has no Cocoa
+/// counterpart. The variant is borrowed. Called on the thread on which the host called in. Cocoa exceptions
+/// pass.
+id GetVariantAsNSObject(REALobject variant);

@@ -1,0 +1,71 @@
+// Makes host instances that wrap Core Foundation objects.
+#include <ApplicationServices/ApplicationServices.h>
+#include <CoreFoundation/CoreFoundation.h>
+
+#include "bridge/to_host/wrappers.h"
+#include "frame/host_entry_points.h"
+
+namespace {
+
+constexpr char kAnyTypeClassName[] = "CFObjectQZL";
+
+struct TypeRow {
+    CFTypeID (*typeID)();
+    const char *hostClassName;
+};
+
+constexpr TypeRow kTypes[] = {
+    {CFURLGetTypeID, "CFURLQZL"},
+    {CFDictionaryGetTypeID, "CFDictionaryQZL"},
+    {CFStringGetTypeID, "CFStringQZL"},
+    {CFNumberGetTypeID, "CFNumberQZL"},
+    {CFArrayGetTypeID, "CFArrayQZL"},
+    {CFBooleanGetTypeID, "CFBooleanQZL"},
+    {CFDataGetTypeID, "CFBinaryDataQZL"}, // not named after the type
+    {CFCharacterSetGetTypeID, "CFCharacterSetQZL"},
+    {CFBundleGetTypeID, "CFBundleQZL"},
+    {CFSetGetTypeID, "CFSetQZL"},
+    {CFBagGetTypeID, "CFBagQZL"},
+    {CFUUIDGetTypeID, "CFUUIDQZL"},
+    {CFTimeZoneGetTypeID, "CFTimeZoneQZL"},
+    {CFDateGetTypeID, "CFDateQZL"},
+    {CFAttributedStringGetTypeID, "CFAttributedStringQZL"},
+    {CFErrorGetTypeID, "CFErrorQZL"},
+    {CTFontGetTypeID, "CTFontQZL"},
+    {CTFontCollectionGetTypeID, "CTFontCollectionQZL"},
+    {CTFrameGetTypeID, "CTFrameQZL"},
+    {CTFramesetterGetTypeID, "CTFramesetterQZL"},
+    {CTGlyphInfoGetTypeID, "CTGlyphInfoQZL"},
+    {CTLineGetTypeID, "CTLineQZL"},
+    {CTParagraphStyleGetTypeID, "CTParagraphStyleQZL"},
+    {CTRunGetTypeID, "CTRunQZL"},
+    {CTTypesetterGetTypeID, "CTTypesetterQZL"},
+    {CTRunDelegateGetTypeID, "CTRunDelegateQZL"},
+};
+
+} // namespace
+
+const char *CFWrapperClassName(CFTypeRef object)
+{
+    const CFTypeID typeID = CFGetTypeID(object);
+    for (const TypeRow &row : kTypes)
+        if (row.typeID() == typeID)
+            return row.hostClassName;
+    return kAnyTypeClassName;
+}
+
+REALobject NewCFWrapper(CFTypeRef object, const char *hostClassName)
+{
+    REALobject instance = REALnewInstance(hostClassName);
+    if (instance == nullptr)
+        instance = REALnewInstance(kAnyTypeClassName);
+    if (instance == nullptr)
+        return nullptr;
+    CFWrapperData *const data = InstanceData<CFWrapperData>(instance);
+    // An instance without the signature is left to the host.
+    if (data->signature != kCFWrapperSignature)
+        return nullptr;
+    data->signature = kCFWrapperSignature;
+    data->handle = CFRetain(object);
+    return instance;
+}

@@ -1,0 +1,20 @@
+// The family's registry of wrappers: which host instance stands for a Cocoa object. By identity; it holds no
+// references. The family makes it and may not be there: then nothing is found and nothing entered.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <atomic>
+
+#include "frame/host_types.h"
+
+/// The registry, or null while the family has not given it. Set once.
+extern std::atomic<CFMutableDictionaryRef> instances;
+
+/// The host instance that wraps the object, borrowed; null where there is none.
+REALobject FindInstance(const void *object);
+
+void RegisterInstance(const void *object, REALobject instance);
+
+/// Removes the object's entry, whichever instance it names.
+void UnregisterInstance(const void *object);
