@@ -1,0 +1,44 @@
+# The library itself: one set of sources for every platform.
+
+set(library_sources
+  frame/cocoa_exceptions.mm
+  frame/cocoa_strings.mm
+  frame/errors.cpp
+  frame/host_entry_points.cpp
+  frame/host_strings.cpp
+  frame/plugin.cpp
+  notifications/DRNotificationCenterQZL.mm
+  notifications/NSDistributedNotificationCenterQZL.mm
+  notifications/NSNotificationCenterQZL.mm
+  notifications/NSNotificationObserver.mm
+  notifications/NSNotificationObserverQZL.mm
+  notifications/NSNotificationQZL.mm
+  notifications/members.mm
+  bridge/to_host/core_foundation_wrappers.cpp
+  bridge/to_host/dictionary_to_host.mm
+  bridge/to_host/instance_registry.cpp
+  bridge/to_host/object_to_variant.mm
+  bridge/to_host/wrappers.mm
+  bridge/to_cocoa/dictionary_methods.cpp
+  bridge/to_cocoa/dictionary_to_cocoa.mm
+  bridge/to_cocoa/variant_to_object.mm)
+
+# Objects on their own, so that tests reach functions that no member of a class leads to.
+add_library(qzl_objects OBJECT ${library_sources})
+target_include_directories(qzl_objects PUBLIC ${CMAKE_SOURCE_DIR})
+target_compile_options(qzl_objects PRIVATE
+  -fvisibility=hidden
+  # The records must stand in the data section as they are: the host may read them at any time.
+  -Wglobal-constructors)
+target_link_libraries(qzl_objects PUBLIC cocoaport PRIVATE qzl_options)
+
+add_library(NotificationsQZL MODULE)
+target_link_libraries(NotificationsQZL PRIVATE qzl_objects qzl_options)
+set_target_properties(NotificationsQZL PROPERTIES
+  BUILD_RPATH "$ORIGIN"
+  INSTALL_RPATH "$ORIGIN"
+  BUILD_WITH_INSTALL_RPATH ON
+  LINK_DEPENDS ${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map)
+target_link_options(NotificationsQZL PRIVATE
+  -Wl,--version-script=${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map
+  -Wl,--no-undefined)

@@ -1,0 +1,172 @@
+// The host class NSDistributedNotificationCenterQZL: observes and posts between processes.
+#include "notifications/NSDistributedNotificationCenterQZL.h"
+
+#import <Foundation/Foundation.h>
+
+#include <iterator>
+
+#include "bridge/to_cocoa/dictionary_to_cocoa.h"
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "bridge/to_host/wrappers.h"
+#include "frame/cocoa_exceptions.h"
+#include "frame/host_strings.h"
+#include "notifications/NSNotificationObserver.h"
+#include "notifications/classes.h"
+#include "notifications/members.h"
+
+namespace {
+
+/// Nil for an instance without a handle: messages to it then do nothing.
+NSDistributedNotificationCenter *Center(REALobject self)
+{
+    return WrapperHandle(self);
+}
+
+void postNotificationName4(REALobject self, REALstring name, REALstring theObject, REALdictionary userInfo,
+                           uint32_t options)
+{
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        NSString *const cocoaObject = NewNSString(theObject);
+        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
+        [Center(self) postNotificationName:cocoaName
+                                    object:cocoaObject
+                                  userInfo:cocoaUserInfo
+                                   options:options];
+    });
+}
+
+void postNotificationName5(REALobject self, REALstring name, REALstring theObject, REALdictionary userInfo,
+                           bool deliverImmediately)
+{
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        NSString *const cocoaObject = NewNSString(theObject);
+        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
+        [Center(self) postNotificationName:cocoaName
+                                    object:cocoaObject
+                                  userInfo:cocoaUserInfo
+                        deliverImmediately:deliverImmediately];
+    });
+}
+
+/// Unlike all other constructors it overwrites a handle that is there, and registers nothing.
+void Constructor(REALobject self)
+{
+    PrepareCocoaExceptionBridge();
+    GuardCocoaCalls([&] {
+        InstanceData<WrapperData>(self)->handle = [[NSDistributedNotificationCenter defaultCenter] retain];
+    });
+}
+
+bool suspended(REALobject self)
+{
+    return GuardCocoaCalls([&]() -> bool { return [Center(self) suspended]; });
+}
+
+void setSuspended(REALobject self, bool value)
+{
+    GuardCocoaCalls([&] { [Center(self) setSuspended:value]; });
+}
+
+void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject,
+                 int64_t suspensionBehavior)
+{
+    if (ObserverIsMissing(observer))
+        return;
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        const id cocoaObserver = WrapperHandle(observer);
+        const id cocoaObject = GetVariantAsNSObject(theObject);
+        [Center(self) addObserver:cocoaObserver
+                         selector:@selector(GotNotification:)
+                             name:cocoaName
+                           object:cocoaObject
+               suspensionBehavior:static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior)];
+    });
+}
+
+REALstring NSLocalNotificationCenterTypeName()
+{
+    PrepareCocoaExceptionBridge();
+    return GuardCocoaCalls([] { return CFString2RBString((CFStringRef)NSLocalNotificationCenterType); });
+}
+
+REALobject defaultCenter()
+{
+    PrepareCocoaExceptionBridge();
+    return GuardCocoaCalls([] {
+        return NewNSDistributedNotificationCenterQZL([NSDistributedNotificationCenter defaultCenter]);
+    });
+}
+
+REALobject notificationCenterForType(REALstring name)
+{
+    PrepareCocoaExceptionBridge();
+    return GuardCocoaCalls([&] {
+        return NewNSDistributedNotificationCenterQZL(
+            [NSDistributedNotificationCenter notificationCenterForType:NewNSString(name)]);
+    });
+}
+
+alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
+    {.function = reinterpret_cast<void *>(postNotificationName4),
+     .declaration = "postNotificationName(name as string, theObject as string, userInfo as dictionary, "
+                    "options as UInt32)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(postNotificationName5),
+     .declaration = "postNotificationName(name as string, theObject as string, userInfo as dictionary, "
+                    "deliverImmediately as boolean)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(suspended),
+     .setter = reinterpret_cast<void *>(setSuspended),
+     .declaration = "suspended as boolean",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(addObserver),
+     .declaration =
+         "addObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant, "
+         "suspensionBehavior as integer)",
+     .flags = kMethodFlags},
+};
+
+alignas(kRecordAlignment) REALconstantRecord gConstants[] = {
+    {.declaration = "NSNotificationSuspensionBehaviorDrop = 1"},
+    {.declaration = "NSNotificationSuspensionBehaviorCoalesce = 2"},
+    {.declaration = "NSNotificationSuspensionBehaviorHold = 3"},
+    {.declaration = "NSNotificationSuspensionBehaviorDeliverImmediately = 4"},
+    {.declaration = "NSNotificationDeliverImmediately = 1"},
+    {.declaration = "NSNotificationPostToAllSessions = 2"},
+};
+
+alignas(kRecordAlignment) REALmethodRecord gSharedMethods[] = {
+    {.function = reinterpret_cast<void *>(NSLocalNotificationCenterTypeName),
+     .declaration = "NSLocalNotificationCenterType as string",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(defaultCenter),
+     .declaration = "defaultCenter as NSDistributedNotificationCenterQZL",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(notificationCenterForType),
+     .declaration = "notificationCenterForType(name as string) as NSDistributedNotificationCenterQZL",
+     .flags = kMethodFlags},
+};
+
+} // namespace
+
+REALclassDefinition gNSDistributedNotificationCenterClass = {
+    .version = kLatestRecordVersion,
+    .name = "NSDistributedNotificationCenterQZL",
+    .superName = "NSNotificationCenterQZL",
+    .methods = gMethods,
+    .methodCount = std::size(gMethods),
+    .constants = gConstants,
+    .constantCount = std::size(gConstants),
+    .flags = kClassFlags,
+    .sharedMethods = gSharedMethods,
+    .sharedMethodCount = std::size(gSharedMethods),
+};
+
+REALobject NewNSDistributedNotificationCenterQZL(NSDistributedNotificationCenter *center)
+{
+    return NewRegisteredWrapper(center, "NSDistributedNotificationCenterQZL");
+}

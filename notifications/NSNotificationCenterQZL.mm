@@ -1,0 +1,153 @@
+// The host class NSNotificationCenterQZL: observes and posts through a Cocoa notification centre.
+#import <Foundation/Foundation.h>
+#import <objc/runtime.h>
+
+#include <iterator>
+
+#include "bridge/to_cocoa/dictionary_to_cocoa.h"
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "bridge/to_host/wrappers.h"
+#include "frame/cocoa_exceptions.h"
+#include "frame/host_strings.h"
+#include "notifications/NSNotificationObserver.h"
+#include "notifications/classes.h"
+#include "notifications/members.h"
+
+namespace {
+
+/// Nil for an instance without a handle: messages to it then do nothing.
+NSNotificationCenter *Center(REALobject self)
+{
+    return WrapperHandle(self);
+}
+
+void postNotificationName1(REALobject self, REALstring name)
+{
+    GuardCocoaCalls([&] { [Center(self) postNotificationName:NewNSString(name) object:nil]; });
+}
+
+void postNotificationName2(REALobject self, REALstring name, REALobject theObject)
+{
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        const id cocoaObject = GetVariantAsNSObject(theObject);
+        [Center(self) postNotificationName:cocoaName object:cocoaObject];
+    });
+}
+
+void postNotificationName3(REALobject self, REALstring name, REALobject theObject, REALdictionary userInfo)
+{
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        const id cocoaObject = GetVariantAsNSObject(theObject);
+        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
+        [Center(self) postNotificationName:cocoaName object:cocoaObject userInfo:cocoaUserInfo];
+    });
+}
+
+/// A plain new centre is the process's default centre.
+void Constructor(REALobject self)
+{
+    PrepareCocoaExceptionBridge();
+    if (ConstructorCalledTooOften(self))
+        return;
+    GuardCocoaCalls([&] { AdoptHandle(self, [[NSNotificationCenter defaultCenter] retain]); });
+}
+
+void postNotification(REALobject self, REALobject notification)
+{
+    GuardCocoaCalls([&] { [Center(self) postNotification:WrapperHandle(notification)]; });
+}
+
+void removeObserver1(REALobject self, REALobject observer)
+{
+    GuardCocoaCalls([&] { [Center(self) removeObserver:WrapperHandle(observer)]; });
+}
+
+void removeObserver2(REALobject self, REALobject observer, REALstring name, REALobject theObject)
+{
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        const id cocoaObserver = WrapperHandle(observer);
+        const id cocoaObject = GetVariantAsNSObject(theObject);
+        [Center(self) removeObserver:cocoaObserver name:cocoaName object:cocoaObject];
+    });
+}
+
+void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
+{
+    if (ObserverIsMissing(observer))
+        return;
+    GuardCocoaCalls([&] {
+        NSString *const cocoaName = NewNSString(name);
+        const id cocoaObserver = WrapperHandle(observer);
+        const id cocoaObject = GetVariantAsNSObject(theObject);
+        [Center(self) addObserver:cocoaObserver
+                         selector:@selector(GotNotification:)
+                             name:cocoaName
+                           object:cocoaObject];
+    });
+}
+
+/// Each call gives a new instance, which the registry does not know.
+REALobject defaultCenter()
+{
+    PrepareCocoaExceptionBridge();
+    return GuardCocoaCalls([] {
+        return NewNSObjectQZL([NSNotificationCenter defaultCenter], objc_getClass("NSNotificationCenter"));
+    });
+}
+
+alignas(kRecordAlignment) REALpropertyRecord gProperties[] = {
+    kHandleProperty,
+};
+
+alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
+    {.function = reinterpret_cast<void *>(postNotificationName1),
+     .declaration = "postNotificationName(name as string)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(postNotificationName2),
+     .declaration = "postNotificationName(name as string, theObject as variant)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(postNotificationName3),
+     .declaration = "postNotificationName(name as string, theObject as variant, userInfo as dictionary)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(postNotification),
+     .declaration = "postNotification(notification as NSNotificationQZL)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(removeObserver1),
+     .declaration = "removeObserver(observer as NSNotificationObserverQZL)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(removeObserver2),
+     .declaration =
+         "removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)",
+     .flags = kMethodFlags},
+    {.function = reinterpret_cast<void *>(addObserver),
+     .declaration =
+         "addObserver(observer as NSNotificationObserverQZL, name as string=\"\", theObject as variant=nil)",
+     .flags = kMethodFlags},
+};
+
+alignas(kRecordAlignment) REALmethodRecord gSharedMethods[] = {
+    {.function = reinterpret_cast<void *>(defaultCenter),
+     .declaration = "defaultCenter as NSNotificationCenterQZL",
+     .flags = kMethodFlags},
+};
+
+} // namespace
+
+REALclassDefinition gNSNotificationCenterClass = {
+    .version = kLatestRecordVersion,
+    .name = "NSNotificationCenterQZL",
+    .dataSize = sizeof(WrapperData),
+    .constructor = WrapperConstructorHook,
+    .destructor = WrapperDestructorHook,
+    .properties = gProperties,
+    .propertyCount = std::size(gProperties),
+    .methods = gMethods,
+    .methodCount = std::size(gMethods),
+    .flags = kClassFlags,
+    .sharedMethods = gSharedMethods,
+    .sharedMethodCount = std::size(gSharedMethods),
+};

@@ -1,0 +1,46 @@
+// Moves each notification to the main thread and raises the host's event for it there.
+#include "notifications/NSNotificationObserver.h"
+
+#include <pthread.h>
+
+#include "notifications/NSNotificationObserverQZL.h"
+
+@implementation NSNotificationObserver
+
+- (id)copyWithZone:(struct _NSZone *)zone
+{
+    (void)zone;
+    return [self retain];
+}
+
+- (void)GotNotification:(NSNotification *)notification
+{
+    if (pthread_main_np() == 1)
+        [self GotNotificationOnMainThread:notification];
+    else
+        [self performSelectorOnMainThread:@selector(GotNotificationOnMainThread:)
+                               withObject:notification
+                            waitUntilDone:YES];
+}
+
+- (void)GotNotificationOnMainThread:(NSNotification *)notification
+{
+    if (target == nullptr)
+        return;
+    @try {
+        RaiseGotNotification(target, notification);
+    } @catch (NSException *exception) {
+        // There is no host code to raise it in.
+        NSLog(@"%@", exception);
+    }
+}
+
+- (id)initWithTarget:(REALobjectStruct *)instance
+{
+    self = [super init];
+    if (self != nil)
+        target = instance;
+    return self;
+}
+
+@end
