@@ -1,0 +1,63 @@
+// The disc-recording notification centre: one per thread, each around a centre of its own.
+#import <DiscRecording/DiscRecording.h>
+
+#include "DRNotificationCenterPosting.h"
+
+namespace {
+
+NSString *const kThreadKey = @"CocoaportDRNotificationCenter";
+
+} // namespace
+
+@interface DRNotificationCenter (CocoaportPosting)
+- (NSNotificationCenter *)cocoaportCenter;
+@end
+
+@implementation DRNotificationCenter
+
++ (DRNotificationCenter *)currentRunLoopCenter
+{
+    NSMutableDictionary *const threadDictionary = [[NSThread currentThread] threadDictionary];
+    DRNotificationCenter *current = [threadDictionary objectForKey:kThreadKey];
+    if (current == nil) {
+        current = [[[self alloc] init] autorelease];
+        [threadDictionary setObject:current forKey:kThreadKey];
+    }
+    return current;
+}
+
+- (id)init
+{
+    self = [super init];
+    if (self != nil)
+        center = [[NSNotificationCenter alloc] init];
+    return self;
+}
+
+- (void)dealloc
+{
+    [center release];
+    [super dealloc];
+}
+
+- (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object
+{
+    [center addObserver:observer selector:selector name:name object:object];
+}
+
+- (void)removeObserver:(id)observer name:(NSString *)name object:(id)object
+{
+    [center removeObserver:observer name:name object:object];
+}
+
+- (NSNotificationCenter *)cocoaportCenter
+{
+    return center;
+}
+
+@end
+
+void DRNotificationCenterPost(DRNotificationCenter *center, NSNotification *notification)
+{
+    [[center cocoaportCenter] postNotification:notification];
+}

@@ -1,0 +1,23 @@
+/// The disc-recording notification centre. It is no NSNotificationCenter.
+#ifndef COCOAPORT_DISCRECORDING_H
+#define COCOAPORT_DISCRECORDING_H
+
+#import <Foundation/Foundation.h>
+
+@interface DRNotificationCenter : NSObject {
+    NSNotificationCenter *center;
+}
+
+/// The calling thread's centre, the same on each call, borrowed; it lives as long as the thread.
++ (DRNotificationCenter *)currentRunLoopCenter;
+
+/// Registers the observer, which is not retained. A null name stands for every name, a null object
+/// for every object.
+- (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object;
+
+/// Withdraws the observer's registrations for the name and object, null standing for all.
+- (void)removeObserver:(id)observer name:(NSString *)name object:(id)object;
+
+@end
+
+#endif

@@ -1,0 +1,28 @@
+/// Core Foundation references as the Cocoa objects that they are, and back.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+namespace cocoaport {
+
+/// The object behind a reference, borrowed.
+inline id Object(const void *reference)
+{
+    return static_cast<id>(const_cast<void *>(reference));
+}
+
+/// The object behind a reference of the class that the caller knows it to be of, borrowed.
+template <typename Class>
+Class *ObjectOf(const void *reference)
+{
+    return static_cast<Class *>(Object(reference));
+}
+
+/// The object as a reference; a retain that the caller holds goes with it.
+template <typename Reference>
+Reference ReferenceOf(id object)
+{
+    return reinterpret_cast<Reference>(object);
+}
+
+} // namespace cocoaport

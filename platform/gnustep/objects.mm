@@ -1,0 +1,14 @@
+// What every Core Foundation object answers: retain and release.
+#include "objects.h"
+
+extern "C" const CFAllocatorRef kCFAllocatorDefault = nullptr;
+
+CFTypeRef CFRetain(CFTypeRef object)
+{
+    return [cocoaport::Object(object) retain];
+}
+
+void CFRelease(CFTypeRef object)
+{
+    [cocoaport::Object(object) release];
+}

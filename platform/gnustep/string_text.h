@@ -1,0 +1,19 @@
+/// What a string holds, read a block at a time: no Cocoa object is made on the way.
+#pragma once
+
+#include "text_codec.h"
+
+#import <Foundation/Foundation.h>
+
+#include <optional>
+#include <string>
+
+namespace cocoaport {
+
+/// Writes the string's bytes; false when they do not fit or a character has no counterpart.
+bool EncodeString(NSString *string, const TextCodec &codec, ByteWriter &bytes);
+
+/// The string in UTF-8; none when it holds a lone surrogate.
+std::optional<std::string> UTF8Text(NSString *string);
+
+} // namespace cocoaport

@@ -1,0 +1,29 @@
+/// Text encodings by Core Foundation's numbers.
+#pragma once
+
+#include "text_buffers.h"
+
+#include <CoreFoundation/CFString.h>
+
+namespace cocoaport {
+
+/// One encoding. Codecs hold no state, live as long as the process and serve all threads.
+class TextCodec {
+public:
+    virtual ~TextCodec() = default;
+
+    /// Writes the text of the bytes; false when they are not valid.
+    virtual bool Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const = 0;
+
+    /// Writes the units' bytes; false when they do not fit or a character has no counterpart. Text
+    /// is encoded a block at a time; a surrogate pair is never divided.
+    virtual bool Encode(const char16_t *units, size_t count, ByteWriter &bytes) const = 0;
+
+    /// Whether bytes below 0x80 are the ASCII characters, whatever stands before them.
+    virtual bool KeepsASCII() const { return false; }
+};
+
+/// The codec of the encoding; null for an unknown number.
+const TextCodec *FindCodec(CFStringEncoding encoding);
+
+} // namespace cocoaport

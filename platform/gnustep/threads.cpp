@@ -1,0 +1,9 @@
+// Which thread is the main one.
+#include <pthread.h>
+
+#include <unistd.h>
+
+int pthread_main_np()
+{
+    return gettid() == getpid() ? 1 : 0;
+}

@@ -1,0 +1,12 @@
+// The headers are C: this file only has to compile.
+#include <ApplicationServices/ApplicationServices.h>
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreServices/CoreServices.h>
+#include <CoreText/CoreText.h>
+#include <pthread.h>
+
+CFTypeID TypeOfNothingAskedFromC(void);
+CFTypeID TypeOfNothingAskedFromC(void)
+{
+    return CFGetTypeID(NULL);
+}
