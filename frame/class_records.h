@@ -89,38 +89,44 @@ struct alignas(kRecordAlignment) REALclassDefinition {
     uint64_t unused25[5];
 };
 
+/// The offset of a field by its 8-byte slot.
+constexpr size_t Slot(size_t number)
+{
+    return number * 8;
+}
+
 static_assert(sizeof(REALpropertyRecord) == 96);
-static_assert(offsetof(REALpropertyRecord, name) == 1 * 8);
-static_assert(offsetof(REALpropertyRecord, type) == 2 * 8);
-static_assert(offsetof(REALpropertyRecord, flags) == 3 * 8);
-static_assert(offsetof(REALpropertyRecord, getter) == 4 * 8);
-static_assert(offsetof(REALpropertyRecord, setter) == 5 * 8);
-static_assert(offsetof(REALpropertyRecord, parameter) == 6 * 8);
+static_assert(offsetof(REALpropertyRecord, name) == Slot(1));
+static_assert(offsetof(REALpropertyRecord, type) == Slot(2));
+static_assert(offsetof(REALpropertyRecord, flags) == Slot(3));
+static_assert(offsetof(REALpropertyRecord, getter) == Slot(4));
+static_assert(offsetof(REALpropertyRecord, setter) == Slot(5));
+static_assert(offsetof(REALpropertyRecord, parameter) == Slot(6));
 
 static_assert(sizeof(REALmethodRecord) == 48);
-static_assert(offsetof(REALmethodRecord, setter) == 1 * 8);
-static_assert(offsetof(REALmethodRecord, declaration) == 2 * 8);
-static_assert(offsetof(REALmethodRecord, flags) == 3 * 8);
+static_assert(offsetof(REALmethodRecord, setter) == Slot(1));
+static_assert(offsetof(REALmethodRecord, declaration) == Slot(2));
+static_assert(offsetof(REALmethodRecord, flags) == Slot(3));
 
 static_assert(sizeof(REALeventRecord) == 32);
-static_assert(offsetof(REALeventRecord, key) == 1 * 8);
+static_assert(offsetof(REALeventRecord, key) == Slot(1));
 
 static_assert(sizeof(REALconstantRecord) == 40);
 
 static_assert(sizeof(REALclassDefinition) == 240);
-static_assert(offsetof(REALclassDefinition, name) == 1 * 8);
-static_assert(offsetof(REALclassDefinition, superName) == 2 * 8);
-static_assert(offsetof(REALclassDefinition, dataSize) == 3 * 8);
-static_assert(offsetof(REALclassDefinition, constructor) == 5 * 8);
-static_assert(offsetof(REALclassDefinition, destructor) == 6 * 8);
-static_assert(offsetof(REALclassDefinition, properties) == 7 * 8);
-static_assert(offsetof(REALclassDefinition, methods) == 9 * 8);
-static_assert(offsetof(REALclassDefinition, events) == 11 * 8);
-static_assert(offsetof(REALclassDefinition, constants) == 18 * 8);
-static_assert(offsetof(REALclassDefinition, constantCount) == 19 * 8);
-static_assert(offsetof(REALclassDefinition, flags) == 20 * 8);
-static_assert(offsetof(REALclassDefinition, sharedMethods) == 23 * 8);
-static_assert(offsetof(REALclassDefinition, sharedMethodCount) == 24 * 8);
+static_assert(offsetof(REALclassDefinition, name) == Slot(1));
+static_assert(offsetof(REALclassDefinition, superName) == Slot(2));
+static_assert(offsetof(REALclassDefinition, dataSize) == Slot(3));
+static_assert(offsetof(REALclassDefinition, constructor) == Slot(5));
+static_assert(offsetof(REALclassDefinition, destructor) == Slot(6));
+static_assert(offsetof(REALclassDefinition, properties) == Slot(7));
+static_assert(offsetof(REALclassDefinition, methods) == Slot(9));
+static_assert(offsetof(REALclassDefinition, events) == Slot(11));
+static_assert(offsetof(REALclassDefinition, constants) == Slot(18));
+static_assert(offsetof(REALclassDefinition, constantCount) == Slot(19));
+static_assert(offsetof(REALclassDefinition, flags) == Slot(20));
+static_assert(offsetof(REALclassDefinition, sharedMethods) == Slot(23));
+static_assert(offsetof(REALclassDefinition, sharedMethodCount) == Slot(24));
 
 /// The version that a record holds until the host's own version is known.
 inline constexpr uint32_t kLatestRecordVersion = 13;

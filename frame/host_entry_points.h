@@ -77,14 +77,14 @@ void REALSetStringEncoding(REALstring string, uint32_t encoding);
 REALstring REALConvertString(REALstring string, uint32_t encoding);
 /// The string's bytes, borrowed from it.
 const char *REALGetStringContents(REALstring string);
-CFStringRef REALGetStringCFString(REALstring string, int64_t option);
+CFStringRef REALGetStringCFString(REALstring string, int64_t option) __attribute__((cf_returns_retained));
 /// As `REALGetStringCFString`, found separately.
-CFStringRef REALCopyStringCFString(REALstring string, int64_t option);
+CFStringRef REALCopyStringCFString(REALstring string, int64_t option) __attribute__((cf_returns_retained));
 bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *data);
 void REALDisposeStringData(REALstringData *data);
 bool REALLockText(REALtext text);
 void REALUnlockText(REALtext text);
-CFStringRef REALCopyTextCFString(REALtext text);
+CFStringRef REALCopyTextCFString(REALtext text) __attribute__((cf_returns_retained));
 
 // Arrays. An element is read or inserted by the procedure that the host gives for the array; without one
 // nothing happens and the answer is 0, null or false.

@@ -133,7 +133,7 @@ REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length)
 REALstring CFString2RBString(CFStringRef string)
 {
     constexpr CFIndex kLongestOnStack = 99;
-    constexpr CFIndex kBytesPerUnit = 2 * 3;
+    constexpr CFIndex kBytesPerUnit = CFIndex{2} * 3;
 
     const CFIndex length = string == nullptr ? 0 : CFStringGetLength(string);
     if (length <= 0)

@@ -1,8 +1,9 @@
 // Makes host instances that wrap Core Foundation objects.
-#include <ApplicationServices/ApplicationServices.h>
-#include <CoreFoundation/CoreFoundation.h>
+#include "bridge/to_host/core_foundation_wrappers.h"
 
-#include "bridge/to_host/wrappers.h"
+#include <ApplicationServices/ApplicationServices.h>
+
+#include "bridge/to_host/instance_data.h"
 #include "frame/host_entry_points.h"
 
 namespace {
@@ -45,15 +46,6 @@ constexpr TypeRow kTypes[] = {
 
 } // namespace
 
-const char *CFWrapperClassName(CFTypeRef object)
-{
-    const CFTypeID typeID = CFGetTypeID(object);
-    for (const TypeRow &row : kTypes)
-        if (row.typeID() == typeID)
-            return row.hostClassName;
-    return kAnyTypeClassName;
-}
-
 REALobject NewCFWrapper(CFTypeRef object, const char *hostClassName)
 {
     REALobject instance = REALnewInstance(hostClassName);
@@ -68,4 +60,13 @@ REALobject NewCFWrapper(CFTypeRef object, const char *hostClassName)
     data->signature = kCFWrapperSignature;
     data->handle = CFRetain(object);
     return instance;
+}
+
+const char *CFWrapperClassName(CFTypeRef object)
+{
+    const CFTypeID typeID = CFGetTypeID(object);
+    for (const TypeRow &row : kTypes)
+        if (row.typeID() == typeID)
+            return row.hostClassName;
+    return kAnyTypeClassName;
 }

@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-void AdoptHandle(REALobject instance, id retained)
+void AdoptHandle(REALobject instance, id __attribute__((ns_consumed)) retained)
 {
     InstanceData<WrapperData>(instance)->handle = retained;
     if (retained != nil)
