@@ -1,0 +1,248 @@
+// The notification centre class: posting, observing, and the wrappers of centres.
+#import <Foundation/Foundation.h>
+
+#include <thread>
+
+#include "tests/support/family.h"
+#include "tests/support/plugin_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+using CenterClass = PluginTest;
+
+} // namespace
+
+TEST_F(CenterClass, PostsByEachOverload)
+{
+    Host &host = Start();
+    std::vector<std::string> seen;
+    ObserverProgram program(host, "ProgramObserver", [&](const Value &notification) {
+        const Value userInfo = host.Get(notification, "userInfo");
+        seen.push_back(host.Get(notification, "objectVariant").AsString() + "/" +
+                       (userInfo.IsNil() ? "none" : host.DictionaryGet(userInfo, "key").AsString()));
+    });
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer, "Posted"});
+    const Value info = host.NewDictionary();
+    host.DictionarySet(info, "key", "value");
+
+    host.Call(center, "postNotificationName", {"Posted"});
+    host.Call(center, "postNotificationName", {"Posted", "object"});
+    host.Call(center, "postNotificationName", {"Posted", "object", info});
+    host.Call(center, "postNotification", {host.New("NSNotificationQZL", {"Posted", "own", info})});
+
+    EXPECT_EQ(seen, (std::vector<std::string>{"/none", "object/none", "object/value", "own/value"}));
+}
+
+TEST_F(CenterClass, PostsFromAnotherThreadOfTheProgram)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer, "Threaded"});
+    std::atomic<bool> done{false};
+    std::thread poster([&] {
+        const qzlhost::AutoreleasePool pool;
+        for (int round = 0; round < 20; ++round)
+            host.Call(center, "postNotificationName", {"Threaded"});
+        done = true;
+    });
+    EXPECT_TRUE(host.RunUntil([&] { return done.load(); }, 30));
+    poster.join();
+    ASSERT_EQ(program.received.size(), 20u);
+    for (const Received &event : program.received)
+        EXPECT_TRUE(event.onMainThread);
+}
+
+TEST_F(CenterClass, ObservesByNameAlone)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer, "Wanted"});
+    host.Call(center, "postNotificationName", {"Wanted"});
+    host.Call(center, "postNotificationName", {"Other"});
+    ASSERT_EQ(program.received.size(), 1u);
+    EXPECT_EQ(program.received[0].name, "Wanted");
+}
+
+TEST_F(CenterClass, NullNameObservesEveryNotification)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer});
+    host.Call(center, "postNotificationName", {"One"});
+    host.Call(center, "postNotificationName", {"Two"});
+    host.Call(center, "removeObserver", {observer});
+    ASSERT_EQ(program.received.size(), 2u);
+    EXPECT_EQ(program.received[0].name, "One");
+    EXPECT_EQ(program.received[1].name, "Two");
+}
+
+TEST_F(CenterClass, EmptyNameObservesOnlyTheEmptyName)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    const Value empty = Value::StringOfBytes("", qzlhost::encoding::UTF8);
+    host.Call(center, "addObserver", {observer, empty});
+    host.Call(center, "postNotificationName", {"Named"});
+    EXPECT_TRUE(program.received.empty());
+    host.Call(center, "postNotificationName", {empty});
+    EXPECT_EQ(program.received.size(), 1u);
+}
+
+TEST_F(CenterClass, ObservesOneObject)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    // Cocoa compares objects by identity, so the notification is made here with the object that is observed.
+    NSString *const observed = [NSString stringWithFormat:@"observed %d", 1];
+    host.Call(center, "addObserver", {observer, "ByObject"});
+    [HandleOf<NSNotificationCenter *>(host, center) postNotificationName:@"ByObject" object:observed];
+    ASSERT_EQ(program.received.size(), 1u);
+}
+
+TEST_F(CenterClass, RemovedObserverHearsNothing)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer, "A"});
+    host.Call(center, "addObserver", {observer, "B"});
+    host.Call(center, "removeObserver", {observer, "A"});
+    host.Call(center, "postNotificationName", {"A"});
+    EXPECT_TRUE(program.received.empty());
+    host.Call(center, "postNotificationName", {"B"});
+    EXPECT_EQ(program.received.size(), 1u);
+    host.Call(center, "removeObserver", {observer});
+    host.Call(center, "postNotificationName", {"B"});
+    EXPECT_EQ(program.received.size(), 1u);
+}
+
+TEST_F(CenterClass, RefusesToAddNoObserverBeforeAnyConversion)
+{
+    Host &host = Start();
+    const Value center = DefaultCenter(host);
+    const Value bare = NewWithoutConstructor(host, "NSNotificationObserverQZL");
+    for (const Value &observer : {Value(), bare}) {
+        host.ClearTrace();
+        ExpectException(
+            [&] {
+                host.Call(center, "addObserver", {observer, "Name"});
+            },
+            "NilObjectException", "Observer is nil.");
+        EXPECT_EQ(host.CallsOf("REALGetStringEncoding"), 0);
+    }
+}
+
+TEST_F(CenterClass, RemovingNoObserverRaisesNothingOfItsOwn)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    const Value center = DefaultCenter(host);
+    const std::vector<std::vector<Value>> calls = {{Value()}, {Value(), "Name"}};
+    for (const std::vector<Value> &arguments : calls) {
+        try {
+            host.Call(center, "removeObserver", arguments);
+        } catch (const qzlhost::ProgramException &exception) {
+            EXPECT_EQ(exception.ClassName(), "NSExceptionQZL") << "only Cocoa may refuse";
+        }
+    }
+}
+
+TEST_F(CenterClass, PostingNoNotificationRaisesCocoasException)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    const Value center = DefaultCenter(host);
+    NSString *reason = nil;
+    @try {
+        [[NSNotificationCenter defaultCenter] postNotification:nil];
+    } @catch (NSException *exception) {
+        reason = [exception reason];
+    }
+    ASSERT_NE(reason, nil);
+    ExpectException([&] { host.Call(center, "postNotification", {Value()}); }, "NSExceptionQZL",
+                    [reason UTF8String]);
+    EXPECT_EQ(family.ExceptionsWrapped(), 1);
+}
+
+TEST_F(CenterClass, MembersOfACenterWithoutHandleDoNothing)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    host.Call(DefaultCenter(host), "addObserver", {observer, "Void"});
+    const Value center = NewWithoutConstructor(host, "NSNotificationCenterQZL");
+    host.Call(center, "postNotificationName", {"Void"});
+    host.Call(center, "postNotification", {host.New("NSNotificationQZL", {"Void"})});
+    host.Call(center, "addObserver", {observer, "Void"});
+    host.Call(center, "removeObserver", {observer, "Void"});
+    host.Call(center, "removeObserver", {observer});
+    EXPECT_TRUE(program.received.empty());
+}
+
+TEST_F(CenterClass, PlainNewCenterIsTheDefaultCenter)
+{
+    Host &host = Start();
+    NSNotificationCenter *const cocoa = [NSNotificationCenter defaultCenter];
+    const NSUInteger retains = [cocoa retainCount];
+    {
+        const Value center = host.New("NSNotificationCenterQZL");
+        EXPECT_EQ(HandleOf<NSNotificationCenter *>(host, center), cocoa);
+        EXPECT_EQ([cocoa retainCount], retains + 1);
+        EXPECT_EQ(host.Get(center, "Handle").AsInteger(), reinterpret_cast<int64_t>(cocoa));
+    }
+    EXPECT_EQ([cocoa retainCount], retains);
+}
+
+TEST_F(CenterClass, SecondConstructorIsRefused)
+{
+    Host &host = Start();
+    const Value center = host.New("NSNotificationCenterQZL");
+    ExpectException([&] { host.Call(center, "Constructor"); }, "UnsupportedOperationException",
+                    "Constructor called too often. Object is already initialized.");
+    EXPECT_EQ(HandleOf<NSNotificationCenter *>(host, center), [NSNotificationCenter defaultCenter]);
+}
+
+TEST_F(CenterClass, DefaultCenterGivesANewInstanceEachTimeAndRegistersNone)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    const Value first = DefaultCenter(host);
+    const Value second = DefaultCenter(host);
+    EXPECT_EQ(host.ClassOf(first), "NSNotificationCenterQZL");
+    EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
+    EXPECT_EQ(HandleOf<NSNotificationCenter *>(host, first), HandleOf<NSNotificationCenter *>(host, second));
+    EXPECT_EQ(host.References(first), 1);
+    EXPECT_EQ(family.RegistryCount(), 0);
+}
+
+TEST_F(CenterClass, DestructorOfEitherWrapperRemovesTheCentersEntry)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    const Value constructed = host.New("NSNotificationCenterQZL");
+    EXPECT_EQ(family.Registered([NSNotificationCenter defaultCenter]), constructed.ObjectPointer());
+    {
+        const Value other = DefaultCenter(host);
+    }
+    EXPECT_EQ(family.RegistryCount(), 0);
+}

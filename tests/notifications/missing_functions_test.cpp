@@ -1,0 +1,87 @@
+// A program that observes, posts and reads, on hosts that each lack one function.
+#include <algorithm>
+
+#include "tests/support/plugin_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+class MissingFunction : public PluginTest, public ::testing::WithParamInterface<std::string> {
+protected:
+    /// Everything a program does in a notification's life. Nothing may crash; what cannot be done is not
+    /// done. Answers how many events came.
+    static size_t ObserveAndPost(Host &host)
+    {
+        ObserverProgram program(host);
+        const Value observer = program.NewObserver();
+        const Value center = host.CallShared("NSNotificationCenterQZL", "defaultCenter");
+        if (center.IsNil())
+            return 0;
+        try {
+            host.Call(center, "addObserver", {observer, "MissingFunction", Value()});
+        } catch (const qzlhost::ProgramException &) {
+            return 0;
+        }
+        host.Call(center, "postNotificationName", {"MissingFunction"});
+        host.Call(center, "postNotificationName", {"MissingFunction", "object"});
+        const Value info = host.NewDictionary();
+        host.DictionarySet(info, "key", "value");
+        host.Call(center, "postNotificationName", {"MissingFunction", "object", info});
+        const Value notification =
+            host.CallShared("NSNotificationQZL", "notificationWithName", {"MissingFunction", "object", info});
+        if (!notification.IsNil()) {
+            for (const char *property : {"Name", "Description", "objectVariant", "userInfo", "objectHandle"})
+                host.Get(notification, property);
+            host.Call(center, "postNotification", {notification});
+        }
+        host.Call(center, "removeObserver", {observer, "MissingFunction"});
+        host.Call(center, "removeObserver", {observer});
+        const size_t events = program.received.size();
+        host.Call(center, "postNotificationName", {"MissingFunction"});
+        EXPECT_EQ(program.received.size(), events) << "an event after the observer was removed";
+        return events;
+    }
+};
+
+/// All but the one whose absence is not supported.
+std::vector<std::string> Dispensable()
+{
+    std::vector<std::string> functions = Host::Functions();
+    functions.erase(std::remove(functions.begin(), functions.end(), "RegisterPluginVersion"),
+                    functions.end());
+    return functions;
+}
+
+std::string TestName(const ::testing::TestParamInfo<std::string> &info)
+{
+    return info.param;
+}
+
+} // namespace
+
+TEST_P(MissingFunction, IsNoError)
+{
+    const std::string &missing = GetParam();
+    Host &host = Start({}, [&](Host &unloaded) { unloaded.Lack(missing); });
+    if (missing == "PluginRegisterClass") {
+        EXPECT_TRUE(host.RegisteredClasses().empty());
+        return;
+    }
+    const size_t events = ObserveAndPost(host);
+
+    if (missing == "PluginNewInstance" || missing == "GetEventInstance")
+        EXPECT_EQ(events, 0u);
+    else
+        EXPECT_EQ(events, 4u);
+    // Without these a reference that the library was given stays with it.
+    if (missing == "REALUnlockString")
+        ExpectLeaks("String", host.Leaks().size());
+    if (missing == "REALUnlockObject") {
+        ExpectLeaks("", host.Leaks().size());
+        ExpectCocoaObjects("GSNotification", 4);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(OneAtATime, MissingFunction, ::testing::ValuesIn(Dispensable()), TestName);

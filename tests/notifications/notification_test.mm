@@ -1,0 +1,287 @@
+// The notification class: its properties, its constructors, and its wrappers.
+#import <Foundation/Foundation.h>
+
+#include "tests/support/cocoa_objects.h"
+#include "tests/support/family.h"
+#include "tests/support/plugin_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+using NotificationClass = PluginTest;
+
+constexpr char kTooOften[] = "Constructor called too often. Object is already initialized.";
+
+Value WithHandle(Host &host, NSNotification *notification)
+{
+    return host.New("NSNotificationQZL", {Value(reinterpret_cast<int64_t>(notification))});
+}
+
+} // namespace
+
+/// A notification whose every answer raises, as a broken subclass's may.
+@interface QZLRaisingNotification : NSNotification
+@end
+
+@implementation QZLRaisingNotification
+- (NSString *)name
+{
+    [NSException raise:@"Broken" format:@"no name"];
+    return nil;
+}
+- (id)object
+{
+    [NSException raise:@"Broken" format:@"no object"];
+    return nil;
+}
+- (NSDictionary *)userInfo
+{
+    [NSException raise:@"Broken" format:@"no user info"];
+    return nil;
+}
+- (NSString *)description
+{
+    [NSException raise:@"Broken" format:@"no description"];
+    return nil;
+}
+@end
+
+TEST_F(NotificationClass, IsBuiltFromNameObjectAndUserInfo)
+{
+    Host &host = Start();
+    const Value info = host.NewDictionary();
+    host.DictionarySet(info, "first", "one");
+    host.DictionarySet(info, "second", "two");
+    const Value notification = host.New("NSNotificationQZL", {"Built", "the object", info});
+
+    EXPECT_EQ(host.Get(notification, "Name").AsString(), "Built");
+    EXPECT_EQ(host.Get(notification, "objectVariant").AsString(), "the object");
+    const Value userInfo = host.Get(notification, "userInfo");
+    ASSERT_EQ(host.DictionaryCount(userInfo), 2);
+    EXPECT_EQ(host.DictionaryGet(userInfo, "first").AsString(), "one");
+    EXPECT_EQ(host.DictionaryGet(userInfo, "second").AsString(), "two");
+    NSNotification *const handle = HandleOf<NSNotification *>(host, notification);
+    EXPECT_TRUE([[handle name] isEqualToString:@"Built"]);
+    EXPECT_TRUE([[handle object] isEqualToString:@"the object"]);
+    EXPECT_EQ([[handle userInfo] count], 2u);
+    EXPECT_EQ(host.Get(notification, "objectHandle").AsInteger(), reinterpret_cast<int64_t>([handle object]));
+}
+
+TEST_F(NotificationClass, SharedMethodBuildsTheSame)
+{
+    Host &host = Start();
+    const Value notification =
+        host.CallShared("NSNotificationQZL", "notificationWithName", {"Shared", "object"});
+    EXPECT_EQ(host.ClassOf(notification), "NSNotificationQZL");
+    EXPECT_EQ(host.References(notification), 1);
+    EXPECT_EQ(host.Get(notification, "Name").AsString(), "Shared");
+    EXPECT_EQ(host.Get(notification, "objectVariant").AsString(), "object");
+    EXPECT_TRUE(host.Get(notification, "userInfo").IsNil());
+}
+
+TEST_F(NotificationClass, WithoutObjectAndUserInfoReadsAsNothing)
+{
+    Host &host = Start();
+    const Value notification = host.New("NSNotificationQZL", {"Plain"});
+    EXPECT_EQ(host.Get(notification, "objectHandle").AsInteger(), 0);
+    EXPECT_TRUE(host.Get(notification, "objectVariant").IsNil());
+    EXPECT_TRUE(host.Get(notification, "userInfo").IsNil());
+    EXPECT_FALSE(host.Get(notification, "Description").AsString().empty());
+}
+
+TEST_F(NotificationClass, DescriptionIsCocoas)
+{
+    Host &host = Start();
+    const Value notification = host.New("NSNotificationQZL", {"Described"});
+    EXPECT_EQ(host.Get(notification, "Description").AsString(),
+              [[HandleOf<NSNotification *>(host, notification) description] UTF8String]);
+}
+
+TEST_F(NotificationClass, InstanceWithoutHandleReadsEmptyWithoutError)
+{
+    Host &host = Start();
+    const Value notification = NewWithoutConstructor(host, "NSNotificationQZL");
+    for (const char *property : {"Name", "Description"}) {
+        const Value text = host.Get(notification, property);
+        EXPECT_EQ(text.StringPointer(), nullptr) << property;
+        EXPECT_EQ(text.AsString(), "") << property;
+    }
+    EXPECT_TRUE(host.Get(notification, "userInfo").IsNil());
+    EXPECT_TRUE(host.Get(notification, "objectVariant").IsNil());
+    EXPECT_EQ(host.Get(notification, "objectHandle").AsInteger(), 0);
+    EXPECT_NO_THROW(host.Call(notification, "Print"));
+}
+
+TEST_F(NotificationClass, ExceptionPropertyIsNil)
+{
+    Host &host = Start();
+    const Value notification = host.New("NSNotificationQZL", {"Plain"});
+    EXPECT_TRUE(host.Get(notification, "_exception").IsNil());
+}
+
+TEST_F(NotificationClass, PrintWritesItToTheLog)
+{
+    Host &host = Start();
+    const Value notification = host.New("NSNotificationQZL", {"PrintedName"});
+    testing::internal::CaptureStderr();
+    host.Call(notification, "Print");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("PrintedName"), std::string::npos);
+}
+
+TEST_F(NotificationClass, WrapsAnExistingNotificationByItsAddress)
+{
+    Host &host = Start();
+    NSNotification *const existing = [NSNotification notificationWithName:@"Existing" object:nil];
+    const NSUInteger retains = [existing retainCount];
+    {
+        const Value notification = WithHandle(host, existing);
+        EXPECT_EQ(HandleOf<NSNotification *>(host, notification), existing);
+        EXPECT_EQ([existing retainCount], retains + 1);
+        EXPECT_EQ(host.Get(notification, "Name").AsString(), "Existing");
+    }
+    EXPECT_EQ([existing retainCount], retains);
+}
+
+TEST_F(NotificationClass, ZeroHandleIsRefused)
+{
+    Host &host = Start();
+    ExpectException([&] { host.New("NSNotificationQZL", {Value(int64_t{0})}); }, "NilObjectException",
+                    "Handle is zero");
+}
+
+TEST_F(NotificationClass, SecondConstructorIsRefusedBeforeItsArgumentsCount)
+{
+    Host &host = Start();
+    const Value notification = host.New("NSNotificationQZL", {"First"});
+    NSNotification *const handle = HandleOf<NSNotification *>(host, notification);
+    const std::vector<std::vector<Value>> calls = {
+        {Value(int64_t{0})}, {Value(reinterpret_cast<int64_t>(handle))}, {"Second"}};
+    for (const std::vector<Value> &arguments : calls)
+        ExpectException([&] { host.Call(notification, "Constructor", arguments); },
+                        "UnsupportedOperationException", kTooOften);
+    EXPECT_EQ(HandleOf<NSNotification *>(host, notification), handle);
+    EXPECT_EQ([handle retainCount], 1u + 1u) << "one of the instance, one of the autorelease pool";
+}
+
+TEST_F(NotificationClass, SecondConstructorIsRefusedForOneThatWasGiven)
+{
+    Host &host = Start();
+    const Value notification = host.CallShared("NSNotificationQZL", "notificationWithName", {"Given"});
+    ExpectException([&] { host.Call(notification, "Constructor", {"Again"}); },
+                    "UnsupportedOperationException", kTooOften);
+}
+
+TEST_F(NotificationClass, EntersTheRegistryAndLeavesIt)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    {
+        const Value built = host.New("NSNotificationQZL", {"Built"});
+        EXPECT_EQ(family.Registered(HandleOf<NSNotification *>(host, built)), built.ObjectPointer());
+        const Value made = host.CallShared("NSNotificationQZL", "notificationWithName", {"Made"});
+        EXPECT_EQ(family.Registered(HandleOf<NSNotification *>(host, made)), made.ObjectPointer());
+        const Value wrapped = WithHandle(host, [NSNotification notificationWithName:@"Wrapped" object:nil]);
+        EXPECT_EQ(family.Registered(HandleOf<NSNotification *>(host, wrapped)), wrapped.ObjectPointer());
+        EXPECT_EQ(family.RegistryCount(), 3);
+    }
+    EXPECT_EQ(family.RegistryCount(), 0);
+}
+
+TEST_F(NotificationClass, RegistryIsAskedForOnlyUntilItIsKnown)
+{
+    Host &host = Start();
+    Family family(host);
+    const Value before = host.New("NSNotificationQZL", {"Before"});
+    EXPECT_EQ(family.RegistryCount(), 0);
+    family.OfferRegistry();
+    const Value first = host.New("NSNotificationQZL", {"First"});
+    const Value second = host.New("NSNotificationQZL", {"Second"});
+    EXPECT_EQ(family.RegistryAsks(), 1);
+    EXPECT_EQ(family.RegistryCount(), 2);
+}
+
+TEST_F(NotificationClass, PreparationOfExceptionsRunsOnceWhenItAppears)
+{
+    Host &host = Start();
+    Family family(host);
+    host.New("NSNotificationQZL", {"Before"});
+    family.OfferPreparation();
+    host.New("NSNotificationQZL", {"First"});
+    host.New("NSNotificationCenterQZL");
+    host.New("NSNotificationObserverQZL");
+    EXPECT_EQ(family.Preparations(), 1);
+}
+
+TEST_F(NotificationClass, CocoaExceptionInEveryPropertyReachesTheProgramOnce)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    NSNotification *const broken = NSAllocateObject([QZLRaisingNotification class], 0, nullptr);
+    {
+        const Value notification = WithHandle(host, broken);
+        const struct {
+            const char *property;
+            const char *reason;
+        } rows[] = {
+            {"Name", "no name"},           {"Description", "no description"},
+            {"userInfo", "no user info"},  {"objectVariant", "no object"},
+            {"objectHandle", "no object"},
+        };
+        for (const auto &row : rows) {
+            const int wrapped = family.ExceptionsWrapped();
+            testing::internal::CaptureStderr();
+            ExpectException([&] { host.Get(notification, row.property); }, "NSExceptionQZL", row.reason);
+            const std::string log = testing::internal::GetCapturedStderr();
+            EXPECT_NE(log.find(std::string("A Broken: ") + row.reason + ", Info: "), std::string::npos)
+                << log;
+            EXPECT_EQ(log.find("A Broken: "), log.rfind("A Broken: ")) << "logged twice";
+            EXPECT_EQ(family.ExceptionsWrapped(), wrapped + 1);
+        }
+    }
+    NSDeallocateObject(broken);
+}
+
+TEST_F(NotificationClass, CocoaExceptionThatTheFamilyDoesNotWrapIsDropped)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    family.RefuseToWrap();
+    NSNotification *const broken = NSAllocateObject([QZLRaisingNotification class], 0, nullptr);
+    {
+        const Value notification = WithHandle(host, broken);
+        EXPECT_EQ(host.Get(notification, "Name").AsString(), "");
+        EXPECT_EQ(family.ExceptionsWrapped(), 1);
+    }
+    NSDeallocateObject(broken);
+}
+
+TEST_F(NotificationClass, CocoaExceptionWithoutTheFamilyDoesNotReachTheHost)
+{
+    Host &host = Start();
+    NSNotification *const broken = NSAllocateObject([QZLRaisingNotification class], 0, nullptr);
+    {
+        const Value notification = WithHandle(host, broken);
+        EXPECT_EQ(host.Get(notification, "Name").AsString(), "");
+    }
+    NSDeallocateObject(broken);
+}
+
+TEST_F(NotificationClass, NullNameOfAFreshNotificationIsCocoasToJudge)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    // Foundation here raises nothing and gives a notification without a name, or raises; it must end well
+    // either way.
+    try {
+        const Value notification = host.New("NSNotificationQZL", {Value::EmptyString()});
+        EXPECT_EQ(host.Get(notification, "Name").AsString(), "");
+    } catch (const qzlhost::ProgramException &exception) {
+        EXPECT_EQ(exception.ClassName(), "NSExceptionQZL");
+    }
+}

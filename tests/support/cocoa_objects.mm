@@ -1,0 +1,17 @@
+// Counts Cocoa objects with Foundation's own allocation statistics.
+#include "tests/support/cocoa_objects.h"
+
+#import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
+#include <objc/runtime.h>
+
+void CountCocoaObjects()
+{
+    GSDebugAllocationActive(YES);
+}
+
+int LiveCocoaObjects(const std::string &className)
+{
+    const Class counted = objc_getClass(className.c_str());
+    return counted == Nil ? 0 : GSDebugAllocationCount(counted);
+}
