@@ -40,5 +40,7 @@ set_target_properties(NotificationsQZL PROPERTIES
   BUILD_WITH_INSTALL_RPATH ON
   LINK_DEPENDS ${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map)
 target_link_options(NotificationsQZL PRIVATE
-  -Wl,--version-script=${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map
-  -Wl,--no-undefined)
+  LINKER:--version-script=${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map)
+if(NOT QZL_SANITIZE) # whose own functions are in the program
+  target_link_options(NotificationsQZL PRIVATE LINKER:--no-undefined)
+endif()
