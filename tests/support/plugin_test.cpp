@@ -73,9 +73,12 @@ void HostTest::TearDown()
     EXPECT_TRUE(leaks.empty()) << "host values left over:\n" << Joined(leaks);
     const std::vector<std::string> mistakes = host_->Mistakes();
     EXPECT_TRUE(mistakes.empty()) << "misuse of the host:\n" << Joined(mistakes);
-    for (const char *className : kCountedClasses)
-        EXPECT_EQ(LiveCocoaObjects(className), expectedCocoaObjects_[className])
-            << className << " objects left over";
+    for (const char *className : kCountedClasses) {
+        const int expected = expectedCocoaObjects_[className];
+        // Foundation posts notifications of its own, which may wait for the run loop.
+        host_->RunUntil([&] { return LiveCocoaObjects(className) == expected; }, 2);
+        EXPECT_EQ(LiveCocoaObjects(className), expected) << className << " objects left over";
+    }
     host_.reset();
 }
 

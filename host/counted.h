@@ -1,0 +1,140 @@
+// References to what the host hands out, and who holds them.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace qzlhost {
+
+enum class Kind : uint8_t { Instance, String, Text };
+
+/// The references to a thing and, among them, those that the program's values and the host's own
+/// containers hold. The rest is the library's. Any thread.
+class Counts {
+public:
+    /// A thing begins with one reference that nobody holds yet.
+    Counts() = default;
+
+    int64_t References() const { return static_cast<int64_t>(word_.load() >> 32); }
+    int64_t Holders() const { return static_cast<int64_t>(word_.load() & kHolders); }
+
+    void AddReference() { word_ += kReference; }
+    void AddHolder() { word_ += kReference + 1; }
+    /// A reference gets a holder; false where every reference has one already.
+    bool Adopt();
+    /// Gives up the holder but keeps the reference, which becomes the library's.
+    void Disown() { word_ -= 1; }
+
+    enum class Outcome { Alive, Last, NotHeld };
+    /// Takes away a reference that has no holder; NotHeld, and nothing done, where there is none.
+    Outcome DropReference();
+    /// Takes away a holder with its reference; true when that was the last reference.
+    bool DropHolder() { return (word_.fetch_sub(kReference + 1) >> 32) == 1; }
+
+private:
+    static constexpr uint64_t kReference = uint64_t{1} << 32;
+    static constexpr uint64_t kHolders = kReference - 1;
+
+    std::atomic<uint64_t> word_{kReference};
+};
+
+/// What instances, strings and texts begin with.
+struct Counted {
+    Counts counts;
+    uint64_t serial = 0;
+    /// The number of the host that made it.
+    uint32_t host = 0;
+    std::atomic<bool> dying{false};
+};
+
+struct Instance;
+struct String;
+struct Text;
+
+/// Runs what has to run at the end of a thing without references, and frees it.
+void Destroy(Instance *thing);
+void Destroy(String *thing);
+void Destroy(Text *thing);
+
+/// Adds a reference for the library; null is ignored. Answers `thing`.
+template <class T>
+T *Lock(T *thing)
+{
+    if (thing) {
+        thing->counts.AddReference();
+    }
+    return thing;
+}
+
+/// Takes a reference back from the library. Records a mistake, and does nothing, where the library has none;
+/// null is ignored.
+template <class T>
+void Unlock(T *thing);
+
+/// Whether the reference that came with `thing` could be taken over. Where there was none a mistake is
+/// recorded, and the thing gets one.
+template <class T>
+void AdoptReference(T *thing);
+
+/// A reference that the program or the host holds.
+template <class T>
+class Held {
+public:
+    Held() = default;
+    Held(const Held &other) : thing_(other.thing_)
+    {
+        if (thing_) {
+            thing_->counts.AddHolder();
+        }
+    }
+    Held(Held &&other) noexcept : thing_(std::exchange(other.thing_, nullptr)) {}
+    Held &operator=(Held other) noexcept
+    {
+        std::swap(thing_, other.thing_);
+        return *this;
+    }
+    ~Held()
+    {
+        if (thing_ && thing_->counts.DropHolder()) {
+            Destroy(thing_);
+        }
+    }
+
+    /// Takes over the reference that came with `thing`.
+    static Held Adopt(T *thing)
+    {
+        if (thing) {
+            AdoptReference(thing);
+        }
+        return Held(thing);
+    }
+    /// Takes a reference of its own.
+    static Held Share(T *thing)
+    {
+        if (thing) {
+            thing->counts.AddHolder();
+        }
+        return Held(thing);
+    }
+
+    T *Get() const { return thing_; }
+    T *operator->() const { return thing_; }
+    explicit operator bool() const { return thing_ != nullptr; }
+    /// Gives the reference to the library.
+    T *HandOver() &&
+    {
+        if (thing_) {
+            thing_->counts.Disown();
+        }
+        return std::exchange(thing_, nullptr);
+    }
+
+private:
+    explicit Held(T *thing) : thing_(thing) {}
+
+    T *thing_ = nullptr;
+};
+
+} // namespace qzlhost

@@ -1,0 +1,241 @@
+// The stand-in host: its library, classes and members, and its run loop.
+#include "host/host.h"
+
+#include <chrono>
+
+#include "host/calls.h"
+#include "host/class_sources.h"
+#include "host/cocoa.h"
+#include "host/entry_points.h"
+#include "host/exceptions.h"
+#include "host/host_parts.h"
+#include "host/library.h"
+#include "host/members.h"
+
+namespace qzlhost {
+
+namespace {
+
+const Class &KnownClass(const ClassRegistry &classes, std::string_view name)
+{
+    const Class *const type = classes.Find(name);
+    if (!type) {
+        throw UsageError("the host has no class " + std::string(name));
+    }
+    return *type;
+}
+
+std::string CallName(std::string_view className, std::string_view member, const std::vector<Value> &arguments)
+{
+    std::string name = std::string(className) + "." + std::string(member) + "(";
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        name += (i == 0 ? "" : ", ") + std::to_string(arguments[i].Code());
+    }
+    return name + ")";
+}
+
+Value CallOn(const Class &type, Instance *self, std::string_view method, const std::vector<Value> &arguments)
+{
+    const NativeMethod &chosen =
+        ChooseOverload(FindOverloads(type, method, false), arguments, CallName(type.name, method, arguments));
+    return CallFunction(chosen.function, chosen.declaration, self, arguments);
+}
+
+const Property &KnownProperty(const Instance &instance, std::string_view name)
+{
+    const Property *const property = FindProperty(*instance.type, name);
+    if (!property) {
+        throw UsageError("the class " + instance.type->name + " has no property " + std::string(name));
+    }
+    return *property;
+}
+
+std::string MessageOf(const Value &exception)
+{
+    const Property *const message = FindProperty(*exception.ObjectPointer()->type, "Message");
+    return message ? ReadProperty(*message, exception.ObjectPointer()).AsString() : std::string();
+}
+
+} // namespace
+
+ProgramException::ProgramException(Value exception)
+    : std::runtime_error(exception.ObjectPointer()->type->name + ": " + MessageOf(exception)),
+      exception_(std::move(exception)), className_(exception_.ObjectPointer()->type->name),
+      message_(MessageOf(exception_))
+{
+    if (const Property *const number = FindProperty(*exception_.ObjectPointer()->type, "ErrorNumber")) {
+        errorNumber_ = ReadProperty(*number, exception_.ObjectPointer()).AsInteger();
+    }
+}
+
+Host::Host(HostOptions options) : implementation_(std::make_unique<Implementation>(std::move(options)))
+{
+    implementation_->host = this;
+}
+
+Host::~Host() = default;
+
+Host &Host::Current()
+{
+    Runtime *const runtime = Runtime::Current();
+    if (!runtime) {
+        throw UsageError("there is no host");
+    }
+    return *static_cast<Implementation *>(runtime)->host;
+}
+
+void Host::Load(const std::string &path)
+{
+    LoadLibrary(path, Resolver());
+}
+
+void *(*Host::Resolver() const)(const char *)
+{
+    return &ResolveEntryPoint;
+}
+
+const std::vector<ClassRecord> &Host::RegisteredClasses() const
+{
+    return implementation_->records;
+}
+
+std::optional<int32_t> Host::DeclaredVersion() const
+{
+    return implementation_->declaredVersion;
+}
+
+void Host::DefineClass(ClassDefinition definition)
+{
+    const std::string name = definition.name;
+    if (!implementation_->classes.Add(MakeProgramClass(std::move(definition)))) {
+        throw UsageError("there is a class " + name + " already");
+    }
+}
+
+bool Host::HasClass(std::string_view name) const
+{
+    return implementation_->classes.Find(name) != nullptr;
+}
+
+std::string Host::ClassOf(const Value &instance) const
+{
+    return InstanceOf(instance).type->name;
+}
+
+bool Host::IsA(const Value &instance, std::string_view className) const
+{
+    return implementation_->classes.IsA(*InstanceOf(instance).type, className);
+}
+
+Value Host::New(std::string_view className, const std::vector<Value> &arguments)
+{
+    const Class &type = KnownClass(implementation_->classes, className);
+    const std::string what = CallName(type.name, "Constructor", arguments);
+    const std::vector<Overload> overloads = FindOverloads(type, "Constructor", false);
+    const NativeMethod *const constructor = arguments.empty()
+                                                ? FindFittingOverload(overloads, arguments, what)
+                                                : &ChooseOverload(overloads, arguments, what);
+    const Value instance = NewByProgram(type);
+    if (constructor) {
+        CallFunction(constructor->function, constructor->declaration, instance.ObjectPointer(), arguments);
+    }
+    return instance;
+}
+
+Value Host::Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments)
+{
+    Instance &self = InstanceOf(instance);
+    return CallOn(*self.type, &self, method, arguments);
+}
+
+Value Host::CallAs(std::string_view className, const Value &instance, std::string_view method,
+                   const std::vector<Value> &arguments)
+{
+    if (!IsA(instance, className)) {
+        throw UsageError("the instance is of no class " + std::string(className));
+    }
+    return CallOn(KnownClass(implementation_->classes, className), &InstanceOf(instance), method, arguments);
+}
+
+Value Host::CallShared(std::string_view className, std::string_view method,
+                       const std::vector<Value> &arguments)
+{
+    const Class &type = KnownClass(implementation_->classes, className);
+    const NativeMethod &chosen =
+        ChooseOverload(FindOverloads(type, method, true), arguments, CallName(type.name, method, arguments));
+    return CallFunction(chosen.function, chosen.declaration, nullptr, arguments);
+}
+
+Value Host::Get(const Value &instance, std::string_view property)
+{
+    Instance &self = InstanceOf(instance);
+    const Property &found = KnownProperty(self, property);
+    if (!found.getter) {
+        throw UsageError("the property " + found.name + " cannot be read");
+    }
+    return ReadProperty(found, &self);
+}
+
+void Host::Set(const Value &instance, std::string_view property, const Value &value)
+{
+    Instance &self = InstanceOf(instance);
+    const Property &found = KnownProperty(self, property);
+    if (Misfit(value, found.type) < 0) {
+        throw UsageError("the property " + found.name + " of type " + found.type.name +
+                         " does not take a value of code " + std::to_string(value.Code()));
+    }
+    WriteProperty(found, &self, value);
+}
+
+int64_t Host::Constant(std::string_view className, std::string_view name) const
+{
+    const Class &type = KnownClass(implementation_->classes, className);
+    for (const Class *each : implementation_->classes.Chain(type)) {
+        for (const ConstantDeclaration &constant : each->constants) {
+            if (SameName(constant.name, name)) {
+                return ValueOf(constant.value).AsInteger();
+            }
+        }
+    }
+    throw UsageError("the class " + type.name + " has no constant " + std::string(name));
+}
+
+void *Host::InstanceData(const Value &instance) const
+{
+    return DataOf(&InstanceOf(instance));
+}
+
+bool Host::RunUntil(const std::function<bool()> &done, double seconds)
+{
+    constexpr double kSlice = 0.01;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    while (!done()) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        const CocoaScope cocoa;
+        RunRunLoop(kSlice);
+        ThrowRecorded();
+    }
+    return true;
+}
+
+Value Host::TakeException()
+{
+    return Value::Share(qzlhost::TakeException().Get());
+}
+
+AutoreleasePool::AutoreleasePool() : pool_(nullptr)
+{
+    RegisterThreadWithCocoa();
+    ++PoolDepth();
+    pool_ = PushPool();
+}
+
+AutoreleasePool::~AutoreleasePool()
+{
+    PopPool(pool_);
+    --PoolDepth();
+}
+
+} // namespace qzlhost

@@ -1,0 +1,107 @@
+// The stand-in host: its faults, trace and accounts.
+#include "host/entry_points.h"
+#include "host/host_parts.h"
+#include "host/strings.h"
+
+namespace qzlhost {
+
+namespace {
+
+const EntryPoint &KnownFunction(std::string_view name)
+{
+    const EntryPoint *const entry = FindEntryPoint(name);
+    if (!entry) {
+        throw UsageError("the host has no function " + std::string(name));
+    }
+    return *entry;
+}
+
+const Counted *CountedOf(const Value &value)
+{
+    if (value.ObjectPointer()) {
+        return value.ObjectPointer();
+    }
+    if (value.StringPointer()) {
+        return value.StringPointer();
+    }
+    return value.TextPointer();
+}
+
+} // namespace
+
+std::vector<std::string> Host::Functions()
+{
+    std::vector<std::string> names;
+    for (const EntryPoint &entry : EntryPoints()) {
+        names.emplace_back(entry.name);
+    }
+    return names;
+}
+
+void Host::Lack(std::string_view function)
+{
+    implementation_->faults.Lack(KnownFunction(function).name);
+}
+
+void Host::AnswerFrom(std::string_view function, int ask)
+{
+    implementation_->faults.AnswerFrom(KnownFunction(function).name, ask);
+}
+
+void Host::Fail(std::string_view function, bool fails)
+{
+    KnownFunction(function).description->fails = fails;
+}
+
+void Host::Replace(std::string_view function, void *replacement)
+{
+    implementation_->faults.Replace(KnownFunction(function).name, replacement);
+}
+
+void Host::LackMethod(std::string_view declaration)
+{
+    implementation_->faults.ReplaceMethod(declaration, nullptr);
+}
+
+void Host::ReplaceMethod(std::string_view declaration, void *replacement)
+{
+    implementation_->faults.ReplaceMethod(declaration, replacement);
+}
+
+int Host::AsksFor(std::string_view function) const
+{
+    return implementation_->faults.AsksFor(function);
+}
+
+std::vector<TraceEntry> Host::Trace() const
+{
+    return implementation_->trace.All();
+}
+
+void Host::ClearTrace()
+{
+    implementation_->trace.Clear();
+}
+
+int Host::CallsOf(std::string_view function) const
+{
+    return implementation_->trace.CallsOf(function);
+}
+
+int64_t Host::References(const Value &value) const
+{
+    const Counted *const counted = CountedOf(value);
+    return counted ? counted->counts.References() : 0;
+}
+
+std::vector<std::string> Host::Leaks() const
+{
+    return implementation_->accounts.Leaks();
+}
+
+std::vector<std::string> Host::Mistakes() const
+{
+    return implementation_->mistakes.All();
+}
+
+} // namespace qzlhost

@@ -1,0 +1,43 @@
+// What one host consists of, for the files that implement it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/accounts.h"
+#include "host/class_registry.h"
+#include "host/event_keys.h"
+#include "host/faults.h"
+#include "host/host.h"
+#include "host/trace.h"
+
+namespace qzlhost {
+
+struct Runtime {
+    explicit Runtime(HostOptions hostOptions);
+    ~Runtime();
+    Runtime(const Runtime &) = delete;
+    Runtime &operator=(const Runtime &) = delete;
+
+    const HostOptions options;
+    /// Counts the hosts of the process, from 1.
+    const uint32_t number;
+    Accounts accounts;
+    Mistakes mistakes;
+    Trace trace;
+    Faults faults;
+    ClassRegistry classes;
+    EventKeys eventKeys;
+    std::vector<ClassRecord> records;
+    std::optional<int32_t> declaredVersion;
+
+    /// The runtime of the host that lives now; null between hosts. Any thread.
+    static Runtime *Current();
+};
+
+/// Records a mistake of the library's with the current host, and the host function that noticed it.
+void RecordMistake(const std::string &text);
+
+} // namespace qzlhost

@@ -1,0 +1,104 @@
+// A value that a program of the host holds: owns its references, converts to and from the host's variants.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qzlhost {
+
+struct Instance; // what the library knows as an object: also boxed variants and arrays
+struct String;   // a host string
+struct Text;     // a host text
+
+/// The host's type codes, as VarType answers them. An array's is Array plus its element's.
+namespace code {
+// Not Nil: that is a macro in Objective-C.
+inline constexpr int64_t Null = 0, Int32 = 2, Int64 = 3, Single = 4, Double = 5, Currency = 6, Date = 7,
+                         String = 8, Object = 9, Boolean = 11, Color = 16, Text = 37, Array = 4096;
+} // namespace code
+
+/// String encodings, by Core Foundation's numbers.
+namespace encoding {
+inline constexpr uint32_t MacRoman = 0, UTF16 = 0x0100, Latin1 = 0x0201, WindowsLatin1 = 0x0500,
+                          ASCII = 0x0600, UTF8 = 0x08000100, UTF32 = 0x0C000100, Unknown = 0xFFFF;
+}
+
+/// Copying takes a reference, destroying gives it back. Used while its Host lives.
+class Value {
+public:
+    Value() = default; // Nil
+    Value(bool boolean);
+    Value(int integer);
+    Value(int64_t integer);
+    Value(uint32_t integer);
+    Value(float number);
+    Value(double number);
+    Value(const char *utf8);
+    Value(const std::string &utf8);
+    Value(const Value &other);
+    Value(Value &&other) noexcept;
+    Value &operator=(Value other) noexcept;
+    ~Value();
+
+    /// A string of these bytes with this tag; never the null string, not even without bytes.
+    static Value StringOfBytes(std::string_view bytes, uint32_t encoding);
+    /// The host's empty string, which is a null pointer.
+    static Value EmptyString();
+    static Value TextOf(std::string_view utf8);
+    /// A value that a program's variant boxes under this code (Currency, Color, Int32, the other string
+    /// codes).
+    static Value OfCode(int64_t code, Value content);
+    /// Takes over one reference. A null instance gives Nil, a null string or text the empty one.
+    static Value Adopt(Instance *instance);
+    static Value Adopt(String *string);
+    static Value Adopt(Text *text);
+    /// Takes a reference of its own.
+    static Value Share(Instance *instance);
+    static Value Share(String *string);
+    static Value Share(Text *text);
+
+    /// The value as an instance, as the host passes it in a Variant: a box for what is no object. Nil for
+    /// Nil.
+    Value Boxed() const;
+
+    /// The type code. The null string is a string (8), a null object is Nil.
+    int64_t Code() const;
+    bool IsNil() const;
+
+    /// The content, converted as the host converts a variant (a string's number, a number's text, ...).
+    bool AsBoolean() const;
+    int64_t AsInteger() const;
+    double AsDouble() const;
+    /// UTF-8, whatever the string's encoding.
+    std::string AsString() const;
+
+    /// Borrowed; null for what is no string or no object. A boxed value is an object too, and a boxed string
+    /// both.
+    String *StringPointer() const;
+    Instance *ObjectPointer() const;
+    Text *TextPointer() const;
+    /// The string's own bytes and tag.
+    std::string StringBytes() const;
+    uint32_t StringEncoding() const;
+
+private:
+    /// Which member of the union counts.
+    enum class Content : uint8_t { Nothing, Integer, Double, Single, String, Text, Instance };
+
+    /// The value inside a box; else this one.
+    const Value &Inner() const;
+
+    Content content_ = Content::Nothing;
+    int64_t code_ = code::Null;
+    union {
+        int64_t integer_ = 0;
+        double number_;
+        float single_;
+        String *string_;
+        Text *text_;
+        Instance *instance_;
+    };
+};
+
+} // namespace qzlhost

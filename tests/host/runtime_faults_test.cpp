@@ -1,0 +1,176 @@
+// Faults of the host: functions that it lacks, finds late, fails or replaces.
+#include <fstream>
+
+#include "runtime_test.h"
+
+namespace qzlhost {
+
+namespace {
+
+int64_t Ninety(Instance *)
+{
+    return 90;
+}
+
+std::string LoadMessage(Host &host, const std::string &path)
+{
+    try {
+        host.Load(path);
+    } catch (const LoadError &error) {
+        return error.what();
+    }
+    return "loaded";
+}
+
+} // namespace
+
+using Faults = RuntimeTest;
+
+TEST_F(Faults, EveryFunctionOfTheInterfaceIsThere)
+{
+    EXPECT_EQ(Host::Functions().size(), 62u);
+    for (const std::string &name : Host::Functions()) {
+        EXPECT_NE(HostFunction<void()>(name.c_str()), nullptr) << name;
+    }
+    EXPECT_EQ(HostFunction<void()>("NoSuchFunction"), nullptr);
+    EXPECT_EQ(host.AsksFor("NoSuchFunction"), 1);
+}
+
+TEST_F(Faults, ALackingFunctionIsNotResolved)
+{
+    host.Lack("RuntimeUBound");
+    EXPECT_EQ(HostFunction<void()>("RuntimeUBound"), nullptr);
+    EXPECT_EQ(host.AsksFor("RuntimeUBound"), 1);
+    EXPECT_THROW(host.Lack("NoSuchFunction"), UsageError);
+}
+
+TEST_F(Faults, AFunctionMayBeResolvedFromALaterAskOn)
+{
+    host.AnswerFrom("RuntimeUBound", 3);
+    EXPECT_EQ(HostFunction<void()>("RuntimeUBound"), nullptr);
+    EXPECT_EQ(HostFunction<void()>("RuntimeUBound"), nullptr);
+    EXPECT_NE(HostFunction<void()>("RuntimeUBound"), nullptr);
+    EXPECT_NE(HostFunction<void()>("RuntimeUBound"), nullptr);
+    EXPECT_EQ(host.AsksFor("RuntimeUBound"), 4);
+}
+
+TEST_F(Faults, AFailingFunctionDoesNothing)
+{
+    const auto newBlock = HostFunction<Instance *(int32_t)>("newMemoryBlock");
+    host.Fail("newMemoryBlock");
+    EXPECT_EQ(newBlock(4), nullptr);
+    EXPECT_EQ(host.CallsOf("newMemoryBlock"), 1);
+    host.Fail("newMemoryBlock", false);
+    EXPECT_FALSE(Value::Adopt(newBlock(4)).IsNil());
+}
+
+TEST_F(Faults, NamesThatShareAFunctionFailApart)
+{
+    host.Fail("REALGetPropValueInt64");
+    const Value number = Value(41).Boxed();
+    int64_t value = 0;
+    using Get = bool(Instance *, const char *, int64_t *);
+    EXPECT_FALSE(HostFunction<Get>("REALGetPropValueInt64")(number.ObjectPointer(), "LongValue", &value));
+    EXPECT_TRUE(HostFunction<Get>("REALGetPropValueInteger")(number.ObjectPointer(), "LongValue", &value));
+}
+
+TEST_F(Faults, AFunctionMayBeReplaced)
+{
+    host.Replace("RuntimeUBound", reinterpret_cast<void *>(&Ninety));
+    EXPECT_EQ(HostFunction<int64_t(Instance *)>("RuntimeUBound")(nullptr), 90);
+}
+
+TEST_F(Faults, AMethodMayBeLackingOrReplaced)
+{
+    const auto load = HostFunction<void *(void *, const char *)>("REALLoadGlobalMethod");
+    EXPECT_NE(load(nullptr, "LenB( s as string ) as integer"), nullptr);
+    host.LackMethod("LenB(text As String) As Integer");
+    EXPECT_EQ(load(nullptr, "LenB( s as string ) as integer"), nullptr);
+    EXPECT_EQ(load(nullptr, "LenB( s as string ) as double"), nullptr);
+    host.ReplaceMethod("VarType(value As Variant) As Integer", reinterpret_cast<void *>(&Ninety));
+    EXPECT_EQ(load(nullptr, "VarType(v as variant) as integer"), reinterpret_cast<void *>(&Ninety));
+    host.LackMethod("Key(index As Integer) As Variant");
+    EXPECT_EQ(HostFunction<void *(Instance *, const char *)>("REALLoadObjectMethod")(
+                  host.NewDictionary().ObjectPointer(), "Key(index As Integer) As Variant"),
+              nullptr);
+}
+
+TEST(FaultsOfAHost, EndWithIt)
+{
+    const auto upperBound = [](Host &host) {
+        const Value array = host.NewArray(code::Int64, {1, 2});
+        return HostFunction<int64_t(Instance *)>("RuntimeUBound")(array.ObjectPointer());
+    };
+    {
+        Host first;
+        first.Fail("RuntimeUBound");
+        EXPECT_EQ(upperBound(first), 0);
+    }
+    Host second;
+    EXPECT_EQ(upperBound(second), 1);
+}
+
+TEST(Versions, AreAnsweredAsSet)
+{
+    for (const double version : {2011.0, 2013.04, 2024.01}) {
+        HostOptions options;
+        options.version = version;
+        Host host(options);
+        EXPECT_EQ(HostFunction<double()>("REALGetRBVersion")(), version);
+        LoadExample(host);
+        EXPECT_EQ(host.DeclaredVersion(), version < 2013 ? 9 : 13);
+        EXPECT_EQ(host.RegisteredClasses()[0].version, version < 2013 ? 9u : 13u);
+    }
+}
+
+TEST(Versions, WithoutOneTheFunctionIsLacking)
+{
+    HostOptions options;
+    options.version = std::nullopt;
+    Host host(options);
+    EXPECT_EQ(HostFunction<double()>("REALGetRBVersion"), nullptr);
+    EXPECT_EQ(host.DeclaredVersion(), std::nullopt);
+}
+
+TEST(Loading, NamesThePathOfAMissingFile)
+{
+    Host host;
+    EXPECT_EQ(LoadMessage(host, "/no/such/library.so"), "there is no file /no/such/library.so");
+}
+
+TEST(Loading, NamesThePathOfAFileThatIsNoLibrary)
+{
+    const std::string path = testing::TempDir() + "no_library.so";
+    std::ofstream(path) << "text";
+    Host host;
+    EXPECT_THAT(LoadMessage(host, path), testing::StartsWith("cannot load " + path + ": "));
+    std::remove(path.c_str());
+}
+
+TEST(Loading, NamesThePathOfALibraryWithoutAnEntryPoint)
+{
+    Host host;
+    EXPECT_EQ(LoadMessage(host, EMPTY_LIBRARY_PATH),
+              std::string("the library ") + EMPTY_LIBRARY_PATH + " has no function REALPluginMain");
+}
+
+TEST(Loading, WithoutRegistrationThereAreNoClasses)
+{
+    Host host;
+    host.Lack("PluginRegisterClass");
+    LoadExample(host);
+    EXPECT_THAT(host.RegisteredClasses(), testing::IsEmpty());
+    EXPECT_FALSE(host.HasClass("BaseEX"));
+}
+
+TEST(Loading, ASecondClassOfTheSameNameIsAMistake)
+{
+    Host host;
+    host.DefineClass({"BaseEX", ""});
+    host.Load(EXAMPLE_LIBRARY_PATH);
+    EXPECT_THAT(host.Mistakes(),
+                testing::ElementsAre(testing::HasSubstr("BaseEX cannot be registered again")));
+    EXPECT_THROW(host.DefineClass({"dictionary", ""}), UsageError);
+}
+
+} // namespace qzlhost
