@@ -34,9 +34,8 @@ std::string DescribeThing(Kind kind, const Counted *thing)
 
 void Accounts::Enter(Kind kind, Counted *thing)
 {
-    if (!open_) {
+    if (!open_)
         return;
-    }
     std::lock_guard lock(mutex_);
     thing->serial = ++lastSerial_;
     alive_[thing] = {kind, thing, currentFunction};
@@ -45,27 +44,23 @@ void Accounts::Enter(Kind kind, Counted *thing)
 
 void Accounts::Remove(const Counted *thing, std::string description)
 {
-    if (!open_) {
+    if (!open_)
         return;
-    }
     std::lock_guard lock(mutex_);
     alive_.erase(thing);
-    if (dead_.size() >= kRememberedDead) {
+    if (dead_.size() >= kRememberedDead)
         dead_.clear();
-    }
     dead_[thing] = std::move(description);
 }
 
 Accounts::Standing Accounts::Find(Kind kind, const void *pointer) const
 {
-    if (!open_) {
+    if (!open_)
         return Standing::Alive;
-    }
     std::lock_guard lock(mutex_);
     const auto found = alive_.find(pointer);
-    if (found != alive_.end()) {
+    if (found != alive_.end())
         return found->second.kind == kind ? Standing::Alive : Standing::OtherKind;
-    }
     return dead_.count(pointer) != 0 ? Standing::Dead : Standing::Foreign;
 }
 
@@ -73,9 +68,8 @@ std::string Accounts::NameOf(const void *pointer) const
 {
     std::lock_guard lock(mutex_);
     const auto found = dead_.find(pointer);
-    if (found != dead_.end()) {
+    if (found != dead_.end())
         return found->second;
-    }
     char address[32];
     std::snprintf(address, sizeof address, "0x%" PRIxPTR, reinterpret_cast<uintptr_t>(pointer));
     return address;
@@ -98,9 +92,9 @@ std::vector<std::string> Accounts::Leaks() const
     }
     std::sort(leaks.begin(), leaks.end());
     std::vector<std::string> lines;
-    for (auto &leak : leaks) {
+    lines.reserve(leaks.size());
+    for (auto &leak : leaks)
         lines.push_back(std::move(leak.second));
-    }
     return lines;
 }
 
@@ -108,9 +102,8 @@ std::vector<std::pair<Kind, Counted *>> Accounts::Alive() const
 {
     std::vector<std::pair<Kind, Counted *>> things;
     std::lock_guard lock(mutex_);
-    for (const auto &each : alive_) {
+    for (const auto &each : alive_)
         things.emplace_back(each.second.kind, each.second.thing);
-    }
     return things;
 }
 

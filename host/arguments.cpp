@@ -12,9 +12,8 @@ namespace {
 
 bool CheckAlive(Kind kind, const void *pointer)
 {
-    if (!pointer) {
+    if (!pointer)
         return true;
-    }
     const Accounts &accounts = Runtime::Current()->accounts;
     switch (accounts.Find(kind, pointer)) {
     case Accounts::Standing::Alive:
@@ -36,9 +35,8 @@ template <class T>
 std::string ShownThing(Kind kind, const T *thing)
 {
     const Accounts &accounts = Runtime::Current()->accounts;
-    if (!thing || accounts.Find(kind, thing) == Accounts::Standing::Alive) {
+    if (!thing || accounts.Find(kind, thing) == Accounts::Standing::Alive)
         return Describe(thing);
-    }
     return "not alive: " + accounts.NameOf(thing);
 }
 
@@ -62,9 +60,8 @@ bool IsAlive(const Text *text)
 bool IsAlive(const ClassReference *reference)
 {
     const bool good = !reference || IsClassReference(reference);
-    if (!good) {
+    if (!good)
         RecordMistake("a pointer that is no class reference");
-    }
     return good;
 }
 

@@ -42,10 +42,8 @@ template <class T>
 bool IsAcceptable(const T &argument)
 {
     if constexpr (std::is_convertible_v<T, const Instance *> || std::is_convertible_v<T, const String *> ||
-                  std::is_convertible_v<T, const Text *> ||
-                  std::is_convertible_v<T, const ClassReference *>) {
+                  std::is_convertible_v<T, const Text *> || std::is_convertible_v<T, const ClassReference *>)
         return IsAlive(argument);
-    }
     return true;
 }
 
@@ -58,9 +56,8 @@ bool IsAcceptable(NotNull<T> argument)
 template <class P>
 bool IsAcceptable(Of<P> argument)
 {
-    if (!argument.instance) {
+    if (!argument.instance)
         return RefuseNull();
-    }
     return IsAcceptable(argument.instance) &&
            (PayloadOf<P>(argument.instance) || RefuseOtherPayload(argument.instance));
 }
@@ -78,11 +75,10 @@ template <class T>
 std::string Shown(const T &number)
 {
     static_assert(std::is_arithmetic_v<T>);
-    if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (std::is_same_v<T, bool>)
         return number ? "True" : "False";
-    } else {
+    else
         return std::to_string(number);
-    }
 }
 
 inline std::string Shown(Instance *instance)

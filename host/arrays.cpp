@@ -92,13 +92,11 @@ public:
     bool Read(int64_t index, Value &out) const override
     {
         T element{};
-        if (!Copy(index, element)) {
+        if (!Copy(index, element))
             return false;
-        }
         out = FromElement(element);
-        if (!out.IsNil() && !out.ObjectPointer()) {
+        if (!out.IsNil() && !out.ObjectPointer())
             out = Value::OfCode(elementCode, out);
-        }
         return true;
     }
 
@@ -107,9 +105,8 @@ public:
         T element = ToElement(value, static_cast<T *>(nullptr));
         std::lock_guard lock(mutex_);
         const bool inside = IsInside(index, elements_.size());
-        if (inside) {
+        if (inside)
             std::swap(elements_[static_cast<size_t>(index)], element);
-        }
         return inside;
     }
 
@@ -129,9 +126,8 @@ public:
     Given Give(int64_t index) const
     {
         T element{};
-        if (!Copy(index, element)) {
+        if (!Copy(index, element))
             RecordMistake("the index " + std::to_string(index) + " is outside the array");
-        }
         return ForLibrary(element);
     }
 
@@ -155,9 +151,8 @@ private:
     {
         std::lock_guard lock(mutex_);
         const bool inside = IsInside(index, elements_.size());
-        if (inside) {
+        if (inside)
             out = elements_[static_cast<size_t>(index)];
-        }
         return inside;
     }
 
@@ -200,9 +195,8 @@ void InsertElement(Of<ArrayOf<Held<Instance>>> array, int64_t index, Instance *v
 /// `procedure` for an array of one of these element codes; otherwise null, and a mistake.
 void *ProcedureFor(Of<ArrayPayload> array, std::initializer_list<int64_t> codes, void *procedure)
 {
-    if (std::find(codes.begin(), codes.end(), array->elementCode) != codes.end()) {
+    if (std::find(codes.begin(), codes.end(), array->elementCode) != codes.end())
         return procedure;
-    }
     RecordMistake("an array of code " + std::to_string(array->Code()) + " has other elements");
     return nullptr;
 }
@@ -216,9 +210,8 @@ Instance *NewArrayOf(int64_t elementCode, int64_t count)
 {
     const auto *const row = std::find_if(std::begin(kElements), std::end(kElements),
                                          [&](const ElementRow &each) { return each.code == elementCode; });
-    if (row == std::end(kElements)) {
+    if (row == std::end(kElements))
         return nullptr;
-    }
     return NewInstance(*Runtime::Current()->classes.Find("Array"), row->make(elementCode, count));
 }
 

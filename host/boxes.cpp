@@ -49,21 +49,18 @@ Instance *DateValue(NotNull<Instance> self, int64_t)
 
 Instance *NewVariant(const Value &value)
 {
-    if (Instance *const instance = value.ObjectPointer()) {
+    if (Instance *const instance = value.ObjectPointer())
         return Lock(instance);
-    }
-    if (value.IsNil()) {
+    if (value.IsNil())
         return nullptr;
-    }
     return NewInstance(*Runtime::Current()->classes.Find("Variant"), std::make_unique<Box>(value));
 }
 
 String *StringOfVariant(Instance *variant)
 {
     const Value value = Value::Share(variant);
-    if (String *const string = value.StringPointer()) {
+    if (String *const string = value.StringPointer())
         return Lock(string);
-    }
     const std::string text = value.AsString();
     return text.empty() ? nullptr : NewString(text, encoding::UTF8);
 }

@@ -31,9 +31,8 @@ std::vector<BuiltInClass> BuiltInClasses()
     std::vector<BuiltInClass> classes = {
         VariantClass(), ArrayClass(), DictionaryClass(), DateClass(), MemoryBlockClass(), FolderItemClass(),
     };
-    for (BuiltInClass &exception : ExceptionClasses()) {
+    for (BuiltInClass &exception : ExceptionClasses())
         classes.push_back(std::move(exception));
-    }
     return classes;
 }
 
@@ -43,9 +42,8 @@ std::vector<BuiltInMethod> GlobalMethods()
         {"LenB(s As String) As Integer", Native<&LenB>("LenB")},
         {"VarType(value As Variant) As Integer", Native<&VarType>("VarType")},
     };
-    for (const BuiltInMethod &method : FolderItemMethods()) {
+    for (const BuiltInMethod &method : FolderItemMethods())
         methods.push_back(method);
-    }
     return methods;
 }
 

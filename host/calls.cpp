@@ -14,9 +14,8 @@ namespace {
 /// An exception that nobody took is not the next call's.
 void DropStrayException()
 {
-    if (const Held<Instance> stray = TakeException()) {
+    if (const Held<Instance> stray = TakeException())
         RecordMistake(Describe(stray.Get()) + " was raised where no program could catch it");
-    }
 }
 
 thread_local int callDepth = 0;
@@ -32,9 +31,8 @@ public:
 private:
     static bool Enter()
     {
-        if (callDepth++ == 0) {
+        if (callDepth++ == 0)
             DropStrayException();
-        }
         return true;
     }
 
@@ -63,9 +61,8 @@ CocoaScope::CocoaScope() : pool_(nullptr)
 CocoaScope::~CocoaScope()
 {
     --PoolDepth();
-    if (pool_) {
+    if (pool_)
         PopPool(pool_);
-    }
 }
 
 Value NewByProgram(const Class &type)
@@ -82,33 +79,29 @@ Value CallFunction(void *function, const Declaration &declaration, Instance *sel
     const ProgramCall call;
     const Value kept = Value::Share(self);
     const NativeArguments native(declaration, self, arguments);
-    const Value result =
-        FromNativeResult(declaration.result, native.Call(function, declaration.result.native));
+    Value result = FromNativeResult(declaration.result, native.Call(function, declaration.result.native));
     ThrowRecorded();
     return result;
 }
 
 Value ReadProperty(const Property &property, Instance *self)
 {
-    if (property.getter == kFieldAccess) {
+    if (property.getter == kFieldAccess)
         return ReadField(property, self);
-    }
     const ProgramCall call;
     const Value kept = Value::Share(self);
     NativeArguments native(Declaration(), self, {});
-    if (!property.computed) {
+    if (!property.computed)
         native.AddInteger(property.parameter);
-    }
-    const Value result = FromNativeResult(property.type, native.Call(property.getter, property.type.native));
+    Value result = FromNativeResult(property.type, native.Call(property.getter, property.type.native));
     ThrowRecorded();
     return result;
 }
 
 void WriteProperty(const Property &property, Instance *self, const Value &value)
 {
-    if (!property.setter) {
+    if (!property.setter)
         throw UsageError("the property " + property.name + " can only be read");
-    }
     if (property.setter == kFieldAccess) {
         WriteField(property, self, value);
         return;
@@ -116,9 +109,8 @@ void WriteProperty(const Property &property, Instance *self, const Value &value)
     const ProgramCall call;
     const Value kept = Value::Share(self);
     NativeArguments native(Declaration(), self, {});
-    if (!property.computed) {
+    if (!property.computed)
         native.AddInteger(property.parameter);
-    }
     native.Add(property.type, value);
     native.Call(property.setter, NativeType::Nothing);
     ThrowRecorded();
@@ -134,9 +126,8 @@ void CallNativeProcedure(void *function, Instance *self)
 std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, ProgramBody body)
 {
     NativeSignature signature{declaration.result.native, {NativeType::Pointer}};
-    for (const Parameter &parameter : declaration.parameters) {
+    for (const Parameter &parameter : declaration.parameters)
         signature.parameters.push_back(parameter.type.native);
-    }
     static const Type selfType{TypeKind::Object, NativeType::Pointer, "Object"};
     auto run = [declaration, body = std::move(body)](const NativeValue *native) {
         const CocoaScope cocoa;
@@ -144,9 +135,8 @@ std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, Pro
         try {
             const Value self = FromNativeArgument(selfType, native[0]);
             std::vector<Value> arguments;
-            for (size_t i = 0; i < declaration.parameters.size(); ++i) {
+            for (size_t i = 0; i < declaration.parameters.size(); ++i)
                 arguments.push_back(FromNativeArgument(declaration.parameters[i].type, native[i + 1]));
-            }
             return ToNativeResult(declaration.result, body(self, arguments));
         } catch (const ProgramException &exception) {
             RecordException(exception.Exception().ObjectPointer());

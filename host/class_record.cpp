@@ -135,9 +135,8 @@ private:
         property.setter = member.Pointer(kSetter);
         property.parameter = static_cast<int64_t>(member.Number(kParameter));
         RequireText(property.name, place, kPropertyName);
-        if (property.getter == nullptr) {
+        if (property.getter == nullptr)
             AddFault(place, kGetter, "the property has no getter");
-        }
         return property;
     }
 
@@ -149,12 +148,10 @@ private:
         method.function = member.Pointer(kFunction);
         method.setter = member.Pointer(kComputedSetter);
         method.flags = member.Number(kMethodFlags);
-        if (method.function == nullptr) {
+        if (method.function == nullptr)
             AddFault(place, kFunction, "the method has no function");
-        }
-        if (method.setter != nullptr && !method.declaration.computedProperty) {
+        if (method.setter != nullptr && !method.declaration.computedProperty)
             AddFault(place, kComputedSetter, "must be 0 but in a computed property");
-        }
         return method;
     }
 
@@ -181,9 +178,8 @@ private:
     {
         auto *const bytes = static_cast<char *>(slots_.Pointer(table.slot));
         const uint64_t count = CheckedCount(table);
-        if (count > 0) {
+        if (count > 0)
             RequireAlignment(bytes, table.name);
-        }
         for (uint64_t i = 0; i < count; ++i) {
             const Slots member(bytes + i * table.memberSlots * kSlotSize);
             const std::string place = table.name + ("[" + std::to_string(i) + "]");
@@ -212,9 +208,8 @@ private:
     Result Parsed(Result (*parse)(std::string_view), const std::string &text, const std::string &place,
                   size_t slot)
     {
-        if (!RequireText(text, place, slot)) {
+        if (!RequireText(text, place, slot))
             return Result();
-        }
         try {
             return parse(text);
         } catch (const DeclarationError &error) {
@@ -225,27 +220,23 @@ private:
 
     bool RequireText(const std::string &text, const std::string &place, size_t slot)
     {
-        if (text.empty()) {
+        if (text.empty())
             AddFault(place, slot, "the text is missing");
-        }
         return !text.empty();
     }
 
     void RequireAlignment(const void *address, const std::string &place)
     {
         const auto number = reinterpret_cast<uintptr_t>(address);
-        if (number % kAlignment != 0) {
+        if (number % kAlignment != 0)
             AddFault(place, "starts at " + Hexadecimal(number) + ", off the 16-byte boundary");
-        }
     }
 
     void RequireZeros(const Slots &slots, Zeros zeros, const std::string &place)
     {
-        for (const size_t slot : zeros) {
-            if (slots.Number(slot) != 0) {
+        for (const size_t slot : zeros)
+            if (slots.Number(slot) != 0)
                 AddFault(place, slot, "must be 0, is " + Hexadecimal(slots.Number(slot)));
-            }
-        }
     }
 
     void AddFault(const std::string &place, size_t slot, const std::string &what)

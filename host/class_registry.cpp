@@ -62,9 +62,8 @@ std::vector<const Class *> ClassRegistry::Chain(const Class &type) const
 {
     std::vector<const Class *> chain;
     for (const Class *each = &type; each && std::find(chain.begin(), chain.end(), each) == chain.end();
-         each = SuperOf(*each)) {
+         each = SuperOf(*each))
         chain.push_back(each);
-    }
     return chain;
 }
 
@@ -79,11 +78,9 @@ ClassRegistry::Event ClassRegistry::FindEvent(uint64_t key) const
 {
     std::lock_guard lock(mutex_);
     for (const auto &type : classes_) {
-        for (const EventDeclaration &event : type->events) {
-            if (event.key == key) {
+        for (const EventDeclaration &event : type->events)
+            if (event.key == key)
                 return {type.get(), &event.declaration};
-            }
-        }
     }
     return {};
 }

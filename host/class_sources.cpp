@@ -17,9 +17,8 @@ Property ComputedProperty(const Declaration &declaration, void *getter, void *se
 
 std::function<void(Instance *)> HookOf(void *function)
 {
-    if (!function) {
+    if (!function)
         return nullptr;
-    }
     return [function](Instance *instance) { CallNativeProcedure(function, instance); };
 }
 
@@ -29,27 +28,22 @@ void AddMembers(Class &type, const ClassRecord &record)
         type.properties.push_back(
             {property.name, property.type, property.getter, property.setter, property.parameter});
     }
-    for (const MethodRecord &method : record.methods) {
-        if (method.declaration.computedProperty) {
+    for (const MethodRecord &method : record.methods)
+        if (method.declaration.computedProperty)
             type.properties.push_back(ComputedProperty(method.declaration, method.function, method.setter));
-        } else if (method.function) {
+        else if (method.function)
             type.methods.push_back({method.declaration, method.function});
-        }
-    }
-    for (const MethodRecord &method : record.sharedMethods) {
-        if (method.function) {
+    for (const MethodRecord &method : record.sharedMethods)
+        if (method.function)
             type.sharedMethods.push_back({method.declaration, method.function});
-        }
-    }
     for (const EventRecord &event : record.events) {
         if (event.keySlot) {
             type.events.push_back(
                 {event.declaration, Runtime::Current()->eventKeys.Assign(event.keySlot, record.version)});
         }
     }
-    for (const ConstantRecord &constant : record.constants) {
+    for (const ConstantRecord &constant : record.constants)
         type.constants.push_back(constant.declaration);
-    }
 }
 
 Declaration ParsedMember(const std::string &className, const std::string &text)
@@ -83,9 +77,8 @@ bool MayHaveEvent(const Class &type, const Declaration &declaration)
 {
     const ClassRegistry &classes = Runtime::Current()->classes;
     const std::vector<const Class *> chain = classes.Chain(type);
-    if (!chain.back()->superName.empty()) {
+    if (!chain.back()->superName.empty())
         return true;
-    }
     return std::any_of(chain.begin(), chain.end(), [&](const Class *each) {
         return std::any_of(each->events.begin(), each->events.end(), [&](const EventDeclaration &event) {
             return SameSignature(event.declaration, declaration);
@@ -99,9 +92,8 @@ void RegisterLibraryClass(void *address)
 {
     Runtime &runtime = *Runtime::Current();
     ClassRecord record = ReadClassRecord(address);
-    for (const std::string &fault : record.faults) {
+    for (const std::string &fault : record.faults)
         RecordMistake("bad class record: " + fault);
-    }
     if (record.version < kOldestRecordVersion || record.version > kNewestRecordVersion) {
         RecordMistake("bad class record: " + record.name + ": the version is " +
                       std::to_string(record.version));
@@ -131,9 +123,8 @@ std::unique_ptr<Class> MakeBuiltInClass(const BuiltInClass &table)
         type->properties.push_back(
             {property.name, ParseType(property.type), property.getter, property.setter, property.parameter});
     }
-    for (const BuiltInMethod &method : table.methods) {
+    for (const BuiltInMethod &method : table.methods)
         type->methods.push_back({ParseDeclaration(method.declaration), method.function});
-    }
     return type;
 }
 
@@ -148,17 +139,15 @@ std::unique_ptr<Class> MakeProgramClass(ClassDefinition definition)
     type->destructor = std::move(definition.destructor);
     for (Method &method : definition.methods) {
         const Declaration declaration = ParsedMember(type->name, method.declaration);
-        if (declaration.computedProperty) {
+        if (declaration.computedProperty)
             AddComputedProperty(*type, declaration, method.body);
-        } else {
+        else
             type->methods.push_back({declaration, AddCallback(*type, declaration, std::move(method.body))});
-        }
     }
     for (Method &event : definition.events) {
         const Declaration declaration = ParsedMember(type->name, event.declaration);
-        if (!MayHaveEvent(*type, declaration)) {
+        if (!MayHaveEvent(*type, declaration))
             throw UsageError("no superclass of " + type->name + " has the event " + declaration.ToString());
-        }
         type->handlers.push_back({declaration, AddCallback(*type, declaration, std::move(event.body))});
     }
     return type;

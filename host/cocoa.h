@@ -19,7 +19,8 @@ struct HFSUniStr255 {
     uint16_t unicode[255];
 };
 
-CFStringRef CFStringCreateWithCharacters(const void *allocator, const uint16_t *characters, int64_t count);
+CFStringRef CFStringCreateWithCharacters(const void *allocator, const uint16_t *characters, int64_t count)
+    __attribute__((cf_returns_retained));
 unsigned char CFURLGetFSRef(CFURLRef url, FSRef *out);
 CFURLRef CFURLCreateFromFSRef(const void *allocator, const FSRef *reference);
 int32_t FSRefMakePath(const FSRef *reference, uint8_t *path, uint32_t size);
@@ -43,7 +44,7 @@ void PopPool(void *pool);
 void RunRunLoop(double seconds);
 
 /// With one retain.
-CFStringRef NewCFString(std::u16string_view text);
+CFStringRef NewCFString(std::u16string_view text) __attribute__((cf_returns_retained));
 
 /// False where nothing exists at the path.
 bool FSRefOfPath(const std::string &path, FSRef *out);

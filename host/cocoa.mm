@@ -40,9 +40,8 @@ void PopPool(void *pool)
 void RunRunLoop(double seconds)
 {
     NSDate *const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
-    if (![[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:end]) {
+    if (![[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:end])
         [NSThread sleepUntilDate:end];
-    }
 }
 
 CFStringRef NewCFString(std::u16string_view text)
@@ -61,9 +60,8 @@ bool FSRefOfPath(const std::string &path, FSRef *out)
 std::optional<std::string> PathOfFSRef(const FSRef *reference)
 {
     uint8_t path[4096] = {};
-    if (FSRefMakePath(reference, path, sizeof path) != 0) {
+    if (FSRefMakePath(reference, path, sizeof path) != 0)
         return std::nullopt;
-    }
     return std::string(reinterpret_cast<const char *>(path));
 }
 

@@ -11,9 +11,8 @@ bool Counts::Adopt()
 {
     uint64_t word = word_.load();
     do {
-        if ((word >> 32) == (word & kHolders)) {
+        if ((word >> 32) == (word & kHolders))
             return false;
-        }
     } while (!word_.compare_exchange_weak(word, word + 1));
     return true;
 }
@@ -22,9 +21,8 @@ Counts::Outcome Counts::DropReference()
 {
     uint64_t word = word_.load();
     do {
-        if ((word >> 32) <= (word & kHolders)) {
+        if ((word >> 32) <= (word & kHolders))
             return Outcome::NotHeld;
-        }
     } while (!word_.compare_exchange_weak(word, word - kReference));
     return (word >> 32) == 1 ? Outcome::Last : Outcome::Alive;
 }
@@ -32,9 +30,8 @@ Counts::Outcome Counts::DropReference()
 template <class T>
 void Unlock(T *thing)
 {
-    if (!thing) {
+    if (!thing)
         return;
-    }
     switch (thing->counts.DropReference()) {
     case Counts::Outcome::Alive:
         break;

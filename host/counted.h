@@ -62,9 +62,8 @@ void Destroy(Text *thing);
 template <class T>
 T *Lock(T *thing)
 {
-    if (thing) {
+    if (thing)
         thing->counts.AddReference();
-    }
     return thing;
 }
 
@@ -85,9 +84,8 @@ public:
     Held() = default;
     Held(const Held &other) : thing_(other.thing_)
     {
-        if (thing_) {
+        if (thing_)
             thing_->counts.AddHolder();
-        }
     }
     Held(Held &&other) noexcept : thing_(std::exchange(other.thing_, nullptr)) {}
     Held &operator=(Held other) noexcept
@@ -97,25 +95,22 @@ public:
     }
     ~Held()
     {
-        if (thing_ && thing_->counts.DropHolder()) {
+        if (thing_ && thing_->counts.DropHolder())
             Destroy(thing_);
-        }
     }
 
     /// Takes over the reference that came with `thing`.
     static Held Adopt(T *thing)
     {
-        if (thing) {
+        if (thing)
             AdoptReference(thing);
-        }
         return Held(thing);
     }
     /// Takes a reference of its own.
     static Held Share(T *thing)
     {
-        if (thing) {
+        if (thing)
             thing->counts.AddHolder();
-        }
         return Held(thing);
     }
 
@@ -125,9 +120,8 @@ public:
     /// Gives the reference to the library.
     T *HandOver() &&
     {
-        if (thing_) {
+        if (thing_)
             thing_->counts.Disown();
-        }
         return std::exchange(thing_, nullptr);
     }
 

@@ -14,9 +14,8 @@ namespace {
 void Carry(int64_t &low, int64_t &high, int64_t size)
 {
     int64_t carried = low / size;
-    if (low % size < 0) {
+    if (low % size < 0)
         --carried;
-    }
     low -= carried * size;
     high += carried;
 }

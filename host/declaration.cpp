@@ -58,15 +58,13 @@ private:
     /// A member has commas and equals signs inside its parentheses only, and no modifier before its name.
     bool IsBareParameterList() const
     {
-        if (IsModifier(0)) {
+        if (IsModifier(0))
             return true;
-        }
         int depth = 0;
         for (const Token &token : tokens_) {
             depth += token.kind == TokenKind::Open ? 1 : token.kind == TokenKind::Close ? -1 : 0;
-            if (depth == 0 && (token.kind == TokenKind::Comma || token.kind == TokenKind::Equals)) {
+            if (depth == 0 && (token.kind == TokenKind::Comma || token.kind == TokenKind::Equals))
                 return true;
-            }
         }
         return false;
     }
@@ -91,18 +89,15 @@ private:
         }
         parameter.name = ExpectName("a parameter's name");
         const bool array = AcceptArrayParentheses();
-        if (!AcceptWord("As")) {
+        if (!AcceptWord("As"))
             Fail("the word As");
-        }
         parameter.type = ParseType(!array);
-        if (array) {
+        if (array)
             parameter.type = MakeType(parameter.type.name, true);
-        }
-        if (Accept(TokenKind::Equals)) {
+        if (Accept(TokenKind::Equals))
             parameter.defaultValue = ParseLiteral();
-        } else if (optional) {
+        else if (optional)
             parameter.defaultValue = EmptyValue(parameter.type);
-        }
         return parameter;
     }
 
@@ -169,9 +164,8 @@ private:
 
     void Expect(TokenKind kind, std::string_view expected)
     {
-        if (Peek().kind != kind) {
+        if (Peek().kind != kind)
             Fail(expected);
-        }
         // The last token stays, so that there is always one to look at.
         next_ += kind == TokenKind::End ? 0 : 1;
     }
@@ -179,9 +173,8 @@ private:
     std::string ExpectName(std::string_view expected)
     {
         const Token token = Peek();
-        if (IsWord(next_, "As")) {
+        if (IsWord(next_, "As"))
             Fail(expected);
-        }
         Expect(TokenKind::Word, expected);
         return std::string(token.text);
     }

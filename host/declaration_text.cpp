@@ -33,9 +33,8 @@ std::string ToText(const Literal &literal)
         break;
     }
     std::string text = "\"";
-    for (const char c : literal.string) {
+    for (const char c : literal.string)
         text.append(c == '"' ? 2 : 1, c);
-    }
     return text + '"';
 }
 
@@ -58,9 +57,8 @@ std::string ToText(const Parameter &parameter)
     text += parameter.name;
     text += parameter.type.kind == TypeKind::Array ? "()" : "";
     text += " As " + TypeName(parameter.type);
-    if (parameter.defaultValue) {
+    if (parameter.defaultValue)
         text += " = " + ToText(*parameter.defaultValue);
-    }
     return text;
 }
 
@@ -93,9 +91,8 @@ std::string Declaration::ToString() const
     std::string text = name;
     if (!computedProperty) {
         text += '(';
-        for (size_t i = 0; i < parameters.size(); ++i) {
+        for (size_t i = 0; i < parameters.size(); ++i)
             text += (i == 0 ? "" : ", ") + ToText(parameters[i]);
-        }
         text += ')';
     }
     return result.kind == TypeKind::Nothing ? text : text + " As " + ToText(result);

@@ -52,18 +52,16 @@ std::string Shown(std::string_view text)
     size_t length = text.size();
     if (length > kLongest) {
         length = kLongest;
-        while (length > 0 && IsContinuation(text[length])) {
+        while (length > 0 && IsContinuation(text[length]))
             --length;
-        }
     }
     std::string shown;
     for (const char c : text.substr(0, length)) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F) {
+        if (byte < 0x20 || byte == 0x7F)
             shown += {'\\', 'x', kHex[byte >> 4], kHex[byte & 15]};
-        } else {
+        else
             shown += c;
-        }
     }
     return length < text.size() ? shown + "..." : shown;
 }
@@ -76,9 +74,8 @@ public:
     {
         Skip(IsBlank);
         const size_t start = offset_;
-        if (start == text_.size()) {
+        if (start == text_.size())
             return {TokenKind::End, {}, start};
-        }
         const TokenKind kind = Advance();
         return {kind, text_.substr(start, offset_ - start), start};
     }
@@ -91,9 +88,8 @@ private:
             Skip(IsWordPart);
             return TokenKind::Word;
         }
-        if (IsDigit(first) || first == '-' || first == '&') {
+        if (IsDigit(first) || first == '-' || first == '&')
             return AdvanceNumber();
-        }
         switch (first) {
         case '"':
             return AdvanceString();
@@ -120,23 +116,20 @@ private:
     {
         Accept("-");
         if (Accept("&")) {
-            if (!Accept("hH")) {
+            if (!Accept("hH"))
                 Fail("the h of a hexadecimal number");
-            }
             Require(IsHexDigit, "a hexadecimal digit");
         } else {
             Require(IsDigit, "a digit");
-            if (Accept(".")) {
+            if (Accept("."))
                 Require(IsDigit, "a digit");
-            }
             if (Accept("eE")) {
                 Accept("+-");
                 Require(IsDigit, "a digit");
             }
         }
-        if (IsWordPart(Peek())) {
+        if (IsWordPart(Peek()))
             Fail("the end of the number");
-        }
         return TokenKind::Number;
     }
 
@@ -158,34 +151,30 @@ private:
 
     bool Accept(std::string_view characters)
     {
-        if (offset_ == text_.size() || characters.find(text_[offset_]) == std::string_view::npos) {
+        if (offset_ == text_.size() || characters.find(text_[offset_]) == std::string_view::npos)
             return false;
-        }
         ++offset_;
         return true;
     }
 
     void Skip(bool (*belongs)(char))
     {
-        while (offset_ < text_.size() && belongs(text_[offset_])) {
+        while (offset_ < text_.size() && belongs(text_[offset_]))
             ++offset_;
-        }
     }
 
     void Require(bool (*belongs)(char), std::string_view expected)
     {
-        if (!belongs(Peek())) {
+        if (!belongs(Peek()))
             Fail(expected);
-        }
         Skip(belongs);
     }
 
     [[noreturn]] void Fail(std::string_view expected) const
     {
         size_t end = offset_ + 1;
-        while (end < text_.size() && IsContinuation(text_[end])) {
+        while (end < text_.size() && IsContinuation(text_[end]))
             ++end;
-        }
         ThrowDeclarationError(text_, offset_, expected, text_.substr(offset_, end - offset_));
     }
 
@@ -225,14 +214,12 @@ Literal NumberValue(std::string_view text, const Token &token)
         read = std::from_chars(first, end, magnitude, hex ? 16 : 10);
         // A hexadecimal number gives the 64 bits themselves, a decimal one must be in the range.
         const uint64_t largest = static_cast<uint64_t>(INT64_MAX) + (negative ? 1 : 0);
-        if (!hex && magnitude > largest) {
+        if (!hex && magnitude > largest)
             read.ec = std::errc::result_out_of_range;
-        }
         literal.integer = static_cast<int64_t>(negative ? uint64_t{0} - magnitude : magnitude);
     }
-    if (read.ec != std::errc{}) {
+    if (read.ec != std::errc{})
         ThrowDeclarationError(text, token.offset, "a number of 64 bits", token.text);
-    }
     return literal;
 }
 

@@ -59,9 +59,8 @@ Literal EmptyValue(const Type &type)
 {
     const BuiltInType *const builtIn = FindBuiltInType(type.name);
     Literal literal;
-    if (builtIn != nullptr && type.kind != TypeKind::Array) {
+    if (builtIn != nullptr && type.kind != TypeKind::Array)
         literal.kind = builtIn->empty;
-    }
     return literal;
 }
 

@@ -22,9 +22,8 @@ std::string TypeText(const Type &type)
 
 std::string Access(const PropertyRecord &property)
 {
-    if (property.getter == kFieldAccess && property.setter == kFieldAccess) {
+    if (property.getter == kFieldAccess && property.setter == kFieldAccess)
         return "field";
-    }
     return property.setter == nullptr ? "read-only" : "read-write";
 }
 
@@ -45,15 +44,12 @@ std::vector<Row> MemberRows(const ClassRecord &record)
         rows.push_back({computed ? "computed property" : "method", std::to_string(method.flags),
                         computed ? Access(method) : "", method.text});
     }
-    for (const EventRecord &event : record.events) {
+    for (const EventRecord &event : record.events)
         rows.push_back({"event", "", "", event.text});
-    }
-    for (const ConstantRecord &constant : record.constants) {
+    for (const ConstantRecord &constant : record.constants)
         rows.push_back({"constant", "", "", constant.text});
-    }
-    for (const MethodRecord &method : record.sharedMethods) {
+    for (const MethodRecord &method : record.sharedMethods)
         rows.push_back({"shared method", std::to_string(method.flags), "", method.text});
-    }
     return rows;
 }
 
@@ -70,17 +66,14 @@ std::string ClassLine(const ClassRecord &record)
 std::string Columns(const std::vector<Row> &rows)
 {
     std::array<size_t, std::tuple_size<Row>::value - 1> widths{};
-    for (const Row &row : rows) {
-        for (size_t i = 0; i < widths.size(); ++i) {
+    for (const Row &row : rows)
+        for (size_t i = 0; i < widths.size(); ++i)
             widths[i] = std::max(widths[i], row[i].size());
-        }
-    }
     std::string text;
     for (const Row &row : rows) {
         text += "  ";
-        for (size_t i = 0; i < widths.size(); ++i) {
+        for (size_t i = 0; i < widths.size(); ++i)
             text += row[i] + std::string(widths[i] - row[i].size() + 2, ' ');
-        }
         text += row.back() + "\n";
     }
     return text;
@@ -94,17 +87,15 @@ std::string DescribeClass(const ClassRecord &record)
         rows.insert(rows.begin(), {"kind", "flags", "access", "declaration"});
         text += Columns(rows);
     }
-    for (const std::string &fault : record.faults) {
+    for (const std::string &fault : record.faults)
         text += "  fault: " + fault + "\n";
-    }
     return text;
 }
 
 Json Accessor(const void *function)
 {
-    if (function == nullptr) {
+    if (function == nullptr)
         return nullptr;
-    }
     return function == kFieldAccess ? "field" : "function";
 }
 
@@ -156,9 +147,8 @@ template <typename Member>
 Json ToJson(const std::vector<Member> &members)
 {
     Json list = Json::array();
-    for (const Member &member : members) {
+    for (const Member &member : members)
         list.push_back(ToJson(member));
-    }
     return list;
 }
 
@@ -184,18 +174,16 @@ Json ToJson(const ClassRecord &record)
 std::string DescribeAsTable(const std::vector<ClassRecord> &classes)
 {
     std::string text;
-    for (const ClassRecord &record : classes) {
+    for (const ClassRecord &record : classes)
         text += (text.empty() ? "" : "\n") + DescribeClass(record);
-    }
     return text;
 }
 
 std::string DescribeAsJson(const std::vector<ClassRecord> &classes)
 {
     Json list = Json::array();
-    for (const ClassRecord &record : classes) {
+    for (const ClassRecord &record : classes)
         list.push_back(ToJson(record));
-    }
     return list.dump(2, ' ', false, Json::error_handler_t::replace);
 }
 

@@ -35,9 +35,8 @@ std::string Identity(const Value &key)
         break;
     }
     const Instance *const instance = key.ObjectPointer();
-    if (instance && !PayloadOf<Box>(instance)) {
+    if (instance && !PayloadOf<Box>(instance))
         return "object " + std::to_string(reinterpret_cast<uintptr_t>(instance));
-    }
     return "string " + key.AsString();
 }
 
@@ -101,9 +100,8 @@ std::optional<Value> Dictionary::Find(const Value &key) const
 std::optional<Value> Dictionary::KeyAt(int64_t index) const
 {
     std::lock_guard lock(mutex_);
-    if (index < 0 || static_cast<uint64_t>(index) >= entries_.size()) {
+    if (index < 0 || static_cast<uint64_t>(index) >= entries_.size())
         return std::nullopt;
-    }
     return entries_[static_cast<size_t>(index)].key;
 }
 
@@ -114,9 +112,8 @@ void Dictionary::Set(const Value &key, const Value &value)
     Value entered = value;
     std::lock_guard lock(mutex_);
     const auto [place, isNew] = places_.emplace(identity, entries_.size());
-    if (isNew) {
+    if (isNew)
         entries_.push_back({key, Value()});
-    }
     std::swap(entries_[place->second].value, entered);
 }
 
@@ -126,16 +123,14 @@ bool Dictionary::Remove(const Value &key)
     Entry removed;
     std::lock_guard lock(mutex_);
     const auto found = places_.find(identity);
-    if (found == places_.end()) {
+    if (found == places_.end())
         return false;
-    }
     const size_t place = found->second;
     places_.erase(found);
     removed = std::move(entries_[place]);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(place));
-    for (auto &each : places_) {
+    for (auto &each : places_)
         each.second -= each.second > place ? 1 : 0;
-    }
     return true;
 }
 

@@ -57,17 +57,15 @@ Converter OpenConverter(uint32_t encoding)
 
 std::optional<std::u16string> DecodeWith(UConverter *converter, std::string_view bytes)
 {
-    if (!converter || bytes.size() > INT32_MAX / 4) {
+    if (!converter || bytes.size() > INT32_MAX / 4)
         return std::nullopt;
-    }
     // No encoding here gives more than two units for a byte.
     std::u16string text(bytes.size() * 2 + 2, u'\0');
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length = ucnv_toUChars(converter, text.data(), static_cast<int32_t>(text.size()),
                                          bytes.data(), static_cast<int32_t>(bytes.size()), &status);
-    if (U_FAILURE(status)) {
+    if (U_FAILURE(status))
         return std::nullopt;
-    }
     text.resize(static_cast<size_t>(length));
     return text;
 }
@@ -87,9 +85,8 @@ bool IsKnownEncoding(uint32_t encoding)
 std::optional<std::u16string> Decode(std::string_view bytes, uint32_t encoding)
 {
     if (IsNativeUtf16(encoding)) {
-        if (bytes.size() % 2 != 0) {
+        if (bytes.size() % 2 != 0)
             return std::nullopt;
-        }
         std::u16string text(bytes.size() / 2, u'\0');
         std::memcpy(text.data(), bytes.data(), bytes.size());
         return text;
@@ -109,22 +106,19 @@ std::optional<std::u16string> DecodeLeniently(std::string_view bytes, uint32_t e
 
 std::optional<std::string> Encode(std::u16string_view text, uint32_t encoding)
 {
-    if (IsNativeUtf16(encoding)) {
+    if (IsNativeUtf16(encoding))
         return std::string(reinterpret_cast<const char *>(text.data()), text.size() * 2);
-    }
     const Converter converter = OpenConverter(encoding);
-    if (!converter || text.size() > INT32_MAX / 16) {
+    if (!converter || text.size() > INT32_MAX / 16)
         return std::nullopt;
-    }
     std::string bytes(
         static_cast<size_t>(UCNV_GET_MAX_BYTES_FOR_STRING(text.size(), ucnv_getMaxCharSize(converter.get()))),
         '\0');
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length = ucnv_fromUChars(converter.get(), bytes.data(), static_cast<int32_t>(bytes.size()),
                                            text.data(), static_cast<int32_t>(text.size()), &status);
-    if (U_FAILURE(status)) {
+    if (U_FAILURE(status))
         return std::nullopt;
-    }
     bytes.resize(static_cast<size_t>(length));
     return bytes;
 }

@@ -101,9 +101,8 @@ const EntryPoint *FindEntryPoint(std::string_view name)
 {
     static const auto byName = [] {
         std::unordered_map<std::string_view, const EntryPoint *> map;
-        for (const EntryPoint &row : EntryPoints()) {
+        for (const EntryPoint &row : EntryPoints())
             map.emplace(row.name, &row);
-        }
         return map;
     }();
     const auto found = byName.find(name);
@@ -113,9 +112,8 @@ const EntryPoint *FindEntryPoint(std::string_view name)
 void *ResolveEntryPoint(const char *name)
 {
     Runtime *const runtime = Runtime::Current();
-    if (!runtime) {
+    if (!runtime)
         return nullptr;
-    }
     if (!name) {
         RecordMistake("the resolver was asked for null");
         return nullptr;

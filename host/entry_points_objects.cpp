@@ -30,9 +30,8 @@ double Version()
 
 void RegisterVersion(int32_t version)
 {
-    if (version < kOldestRecordVersion || version > kNewestRecordVersion) {
+    if (version < kOldestRecordVersion || version > kNewestRecordVersion)
         RecordMistake("the class-record version " + std::to_string(version) + " is not known");
-    }
     Runtime::Current()->declaredVersion = version;
 }
 
@@ -72,15 +71,12 @@ void *EventInstance(NotNull<Instance> object, void *key)
 {
     const ClassRegistry &classes = Runtime::Current()->classes;
     const ClassRegistry::Event event = classes.FindEvent(reinterpret_cast<uint64_t>(key));
-    if (!event.type || !classes.IsA(*object->type, event.type->name)) {
+    if (!event.type || !classes.IsA(*object->type, event.type->name))
         return nullptr;
-    }
     for (const Class *type : classes.Chain(*object->type)) {
-        for (const NativeMethod &handler : type->handlers) {
-            if (SameSignature(handler.declaration, *event.declaration)) {
+        for (const NativeMethod &handler : type->handlers)
+            if (SameSignature(handler.declaration, *event.declaration))
                 return handler.function;
-            }
-        }
     }
     return nullptr;
 }
@@ -106,9 +102,8 @@ void *LoadGlobalMethod(void *, NotNull<const char> declaration)
 void *LoadObjectMethod(Instance *object, NotNull<const char> declaration)
 {
     const std::optional<Declaration> parsed = Parsed(declaration.pointer);
-    if (!object || !parsed) {
+    if (!object || !parsed)
         return nullptr;
-    }
     const NativeMethod *const method = FindMethod(*object->type, *parsed);
     return Runtime::Current()->faults.AnswerMethod(*parsed, method ? method->function : nullptr);
 }

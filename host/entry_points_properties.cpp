@@ -56,36 +56,32 @@ bool Write(const Property *property, Instance *object, const Value &value)
 bool GetPropertyInteger(NotNull<Instance> object, NotNull<const char> name, NotNull<int64_t> out)
 {
     const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Integer}), object.pointer);
-    if (value) {
+    if (value)
         *out = value->AsInteger();
-    }
     return value.has_value();
 }
 
 bool GetPropertyDouble(NotNull<Instance> object, NotNull<const char> name, NotNull<double> out)
 {
     const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Double}), object.pointer);
-    if (value) {
+    if (value)
         *out = value->AsDouble();
-    }
     return value.has_value();
 }
 
 bool GetPropertySingle(NotNull<Instance> object, NotNull<const char> name, NotNull<float> out)
 {
     const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Single}), object.pointer);
-    if (value) {
+    if (value)
         *out = static_cast<float>(value->AsDouble());
-    }
     return value.has_value();
 }
 
 bool GetPropertyString(NotNull<Instance> object, NotNull<const char> name, NotNull<String *> out)
 {
     const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::String}), object.pointer);
-    if (value) {
+    if (value)
         *out = Lock(value->StringPointer());
-    }
     return value.has_value();
 }
 
@@ -94,9 +90,8 @@ bool GetPropertyObject(NotNull<Instance> object, NotNull<const char> name, NotNu
     const auto value =
         Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Object, TypeKind::Variant, TypeKind::Array}),
              object.pointer);
-    if (value) {
+    if (value)
         *out = Lock(value->ObjectPointer());
-    }
     return value.has_value();
 }
 

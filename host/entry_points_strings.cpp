@@ -50,16 +50,14 @@ uint32_t GetStringEncoding(String *string)
 
 void SetStringEncoding(String *string, uint32_t encoding)
 {
-    if (string) {
+    if (string)
         string->encoding = encoding;
-    }
 }
 
 String *ConvertString(String *string, uint32_t encoding)
 {
-    if (!string) {
+    if (!string)
         return nullptr;
-    }
     std::optional<std::string> bytes = ConvertedBytes(string, encoding);
     return bytes ? NewString(std::move(*bytes), encoding) : nullptr;
 }
@@ -78,9 +76,8 @@ bool GetStringData(String *string, uint32_t encoding, NotNull<StringData> out)
 {
     *out = {};
     const std::optional<std::string> bytes = ConvertedBytes(string, encoding);
-    if (!bytes) {
+    if (!bytes)
         return false;
-    }
     auto data = std::make_unique<char[]>(bytes->size() + 1);
     std::memcpy(data.get(), bytes->c_str(), bytes->size() + 1);
     *out = {data.release(), static_cast<int64_t>(bytes->size()), encoding};

@@ -12,9 +12,8 @@ constexpr uint32_t kIndirectVersion = 9;
 
 EventKeys::~EventKeys()
 {
-    for (uint64_t *slot : slots_) {
+    for (uint64_t *slot : slots_)
         *slot = 0;
-    }
 }
 
 uint64_t EventKeys::Assign(uint64_t *slot, uint32_t recordVersion)

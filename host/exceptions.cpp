@@ -64,17 +64,15 @@ Held<Instance> TakeException()
 
 ExceptionScope::~ExceptionScope()
 {
-    if (outer_ && !recorded) {
+    if (outer_ && !recorded)
         recorded = std::move(outer_);
-    }
 }
 
 void ThrowRecorded()
 {
     Held<Instance> exception = TakeException();
-    if (exception) {
+    if (exception)
         throw ProgramException(Value::Share(exception.Get()));
-    }
 }
 
 std::vector<BuiltInClass> ExceptionClasses()

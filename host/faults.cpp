@@ -26,9 +26,8 @@ void *Faults::Answer(std::string_view function, void *own)
     std::lock_guard lock(mutex_);
     Row &row = rows_[std::string(function)];
     ++row.asks;
-    if (row.lacks || row.asks < row.answersFrom) {
+    if (row.lacks || row.asks < row.answersFrom)
         return nullptr;
-    }
     return row.replacement ? row.replacement : own;
 }
 
@@ -55,11 +54,9 @@ void *Faults::AnswerMethod(const Declaration &declaration, void *own) const
 {
     std::lock_guard lock(mutex_);
     void *answer = own;
-    for (const MethodRow &row : methods_) {
-        if (SameSignature(row.declaration, declaration)) {
+    for (const MethodRow &row : methods_)
+        if (SameSignature(row.declaration, declaration))
             answer = row.replacement;
-        }
-    }
     return answer;
 }
 

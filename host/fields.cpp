@@ -38,9 +38,8 @@ size_t WidthOf(NativeType type)
 char *FieldAddress(const Property &property, Instance *self, size_t width)
 {
     const auto offset = static_cast<uint64_t>(property.parameter);
-    if (property.parameter < 0 || offset + width > self->dataSize) {
+    if (property.parameter < 0 || offset + width > self->dataSize)
         throw UsageError("the property " + property.name + " lies outside the instance data");
-    }
     return static_cast<char *>(DataOf(self)) + offset;
 }
 
@@ -67,17 +66,15 @@ Value ReadField(const Property &property, Instance *self)
     const size_t width = WidthOf(property.type.native);
     NativeValue native{};
     std::memcpy(&native, FieldAddress(property, self, width), width);
-    if (IsSigned(property.type.native)) {
+    if (IsSigned(property.type.native))
         native.integer = SignExtended(native.integer, width);
-    }
     return FromNativeArgument(property.type, native);
 }
 
 void WriteField(const Property &property, Instance *self, const Value &value)
 {
-    if (IsReference(property.type)) {
+    if (IsReference(property.type))
         throw UsageError("the property " + property.name + " holds a reference");
-    }
     const size_t width = WidthOf(property.type.native);
     const NativeValue native = ToNativeResult(property.type, value);
     std::memcpy(FieldAddress(property, self, width), &native, width);

@@ -23,9 +23,8 @@ std::vector<fs::path> ItemsOf(const fs::path &folder)
 {
     std::vector<fs::path> items;
     std::error_code error;
-    for (fs::directory_iterator each(folder, error), end; !error && each != end; each.increment(error)) {
+    for (fs::directory_iterator each(folder, error), end; !error && each != end; each.increment(error))
         items.push_back(each->path());
-    }
     std::sort(items.begin(), items.end());
     return items;
 }
@@ -61,7 +60,7 @@ Instance *GetTrueFolderItem(String *path, int64_t)
     return path ? NewFolderItemFor(Utf8Of(path)) : nullptr;
 }
 
-fs::path WithoutSlashAtEnd(fs::path path)
+fs::path WithoutSlashAtEnd(const fs::path &path)
 {
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
@@ -100,13 +99,11 @@ bool FSRefFromFolderItem(Of<FolderItem> item, NotNull<FSRef> out, HFSUniStr255 *
 {
     const CocoaScope cocoa;
     const fs::path path = WithoutSlashAtEnd(item->path);
-    if (!name) {
+    if (!name)
         return FSRefOfPath(path.string(), out.pointer);
-    }
     const std::u16string leaf = FromUtf8(path.filename().string());
-    if (leaf.size() > std::size(name->unicode)) {
+    if (leaf.size() > std::size(name->unicode))
         return false;
-    }
     name->length = static_cast<uint16_t>(leaf.size());
     std::copy(leaf.begin(), leaf.end(), name->unicode);
     return FSRefOfPath(path.parent_path().string(), out.pointer);
@@ -116,9 +113,8 @@ Instance *FolderItemFromParentFSRef(NotNull<const FSRef> parent, NotNull<const H
 {
     const CocoaScope cocoa;
     const std::optional<std::string> folder = PathOfFSRef(parent.pointer);
-    if (!folder || name->length > std::size(name->unicode)) {
+    if (!folder || name->length > std::size(name->unicode))
         return nullptr;
-    }
     const std::u16string leaf(name->unicode, name->unicode + name->length);
     return NewFolderItemFor((fs::path(*folder) / ToUtf8(leaf)).string());
 }

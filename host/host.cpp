@@ -19,18 +19,16 @@ namespace {
 const Class &KnownClass(const ClassRegistry &classes, std::string_view name)
 {
     const Class *const type = classes.Find(name);
-    if (!type) {
+    if (!type)
         throw UsageError("the host has no class " + std::string(name));
-    }
     return *type;
 }
 
 std::string CallName(std::string_view className, std::string_view member, const std::vector<Value> &arguments)
 {
     std::string name = std::string(className) + "." + std::string(member) + "(";
-    for (size_t i = 0; i < arguments.size(); ++i) {
+    for (size_t i = 0; i < arguments.size(); ++i)
         name += (i == 0 ? "" : ", ") + std::to_string(arguments[i].Code());
-    }
     return name + ")";
 }
 
@@ -44,9 +42,8 @@ Value CallOn(const Class &type, Instance *self, std::string_view method, const s
 const Property &KnownProperty(const Instance &instance, std::string_view name)
 {
     const Property *const property = FindProperty(*instance.type, name);
-    if (!property) {
+    if (!property)
         throw UsageError("the class " + instance.type->name + " has no property " + std::string(name));
-    }
     return *property;
 }
 
@@ -63,12 +60,11 @@ ProgramException::ProgramException(Value exception)
       exception_(std::move(exception)), className_(exception_.ObjectPointer()->type->name),
       message_(MessageOf(exception_))
 {
-    if (const Property *const number = FindProperty(*exception_.ObjectPointer()->type, "ErrorNumber")) {
+    if (const Property *const number = FindProperty(*exception_.ObjectPointer()->type, "ErrorNumber"))
         errorNumber_ = ReadProperty(*number, exception_.ObjectPointer()).AsInteger();
-    }
 }
 
-Host::Host(HostOptions options) : implementation_(std::make_unique<Implementation>(std::move(options)))
+Host::Host(HostOptions options) : implementation_(std::make_unique<Implementation>(options))
 {
     implementation_->host = this;
 }
@@ -78,9 +74,8 @@ Host::~Host() = default;
 Host &Host::Current()
 {
     Runtime *const runtime = Runtime::Current();
-    if (!runtime) {
+    if (!runtime)
         throw UsageError("there is no host");
-    }
     return *static_cast<Implementation *>(runtime)->host;
 }
 
@@ -107,9 +102,8 @@ std::optional<int32_t> Host::DeclaredVersion() const
 void Host::DefineClass(ClassDefinition definition)
 {
     const std::string name = definition.name;
-    if (!implementation_->classes.Add(MakeProgramClass(std::move(definition)))) {
+    if (!implementation_->classes.Add(MakeProgramClass(std::move(definition))))
         throw UsageError("there is a class " + name + " already");
-    }
 }
 
 bool Host::HasClass(std::string_view name) const
@@ -135,10 +129,9 @@ Value Host::New(std::string_view className, const std::vector<Value> &arguments)
     const NativeMethod *const constructor = arguments.empty()
                                                 ? FindFittingOverload(overloads, arguments, what)
                                                 : &ChooseOverload(overloads, arguments, what);
-    const Value instance = NewByProgram(type);
-    if (constructor) {
+    Value instance = NewByProgram(type);
+    if (constructor)
         CallFunction(constructor->function, constructor->declaration, instance.ObjectPointer(), arguments);
-    }
     return instance;
 }
 
@@ -151,9 +144,8 @@ Value Host::Call(const Value &instance, std::string_view method, const std::vect
 Value Host::CallAs(std::string_view className, const Value &instance, std::string_view method,
                    const std::vector<Value> &arguments)
 {
-    if (!IsA(instance, className)) {
+    if (!IsA(instance, className))
         throw UsageError("the instance is of no class " + std::string(className));
-    }
     return CallOn(KnownClass(implementation_->classes, className), &InstanceOf(instance), method, arguments);
 }
 
@@ -170,9 +162,8 @@ Value Host::Get(const Value &instance, std::string_view property)
 {
     Instance &self = InstanceOf(instance);
     const Property &found = KnownProperty(self, property);
-    if (!found.getter) {
+    if (!found.getter)
         throw UsageError("the property " + found.name + " cannot be read");
-    }
     return ReadProperty(found, &self);
 }
 
@@ -191,11 +182,9 @@ int64_t Host::Constant(std::string_view className, std::string_view name) const
 {
     const Class &type = KnownClass(implementation_->classes, className);
     for (const Class *each : implementation_->classes.Chain(type)) {
-        for (const ConstantDeclaration &constant : each->constants) {
-            if (SameName(constant.name, name)) {
+        for (const ConstantDeclaration &constant : each->constants)
+            if (SameName(constant.name, name))
                 return ValueOf(constant.value).AsInteger();
-            }
-        }
     }
     throw UsageError("the class " + type.name + " has no constant " + std::string(name));
 }
@@ -210,9 +199,8 @@ bool Host::RunUntil(const std::function<bool()> &done, double seconds)
     constexpr double kSlice = 0.01;
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
     while (!done()) {
-        if (std::chrono::steady_clock::now() >= end) {
+        if (std::chrono::steady_clock::now() >= end)
             return false;
-        }
         const CocoaScope cocoa;
         RunRunLoop(kSlice);
         ThrowRecorded();

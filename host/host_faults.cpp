@@ -10,20 +10,17 @@ namespace {
 const EntryPoint &KnownFunction(std::string_view name)
 {
     const EntryPoint *const entry = FindEntryPoint(name);
-    if (!entry) {
+    if (!entry)
         throw UsageError("the host has no function " + std::string(name));
-    }
     return *entry;
 }
 
 const Counted *CountedOf(const Value &value)
 {
-    if (value.ObjectPointer()) {
+    if (value.ObjectPointer())
         return value.ObjectPointer();
-    }
-    if (value.StringPointer()) {
+    if (value.StringPointer())
         return value.StringPointer();
-    }
     return value.TextPointer();
 }
 
@@ -32,9 +29,8 @@ const Counted *CountedOf(const Value &value)
 std::vector<std::string> Host::Functions()
 {
     std::vector<std::string> names;
-    for (const EntryPoint &entry : EntryPoints()) {
+    for (const EntryPoint &entry : EntryPoints())
         names.emplace_back(entry.name);
-    }
     return names;
 }
 

@@ -18,9 +18,8 @@ template <class P>
 P &PayloadIn(const Value &value, const char *className)
 {
     P *const payload = PayloadOf<P>(&InstanceOf(value));
-    if (!payload) {
+    if (!payload)
         throw UsageError("the value is no " + std::string(className));
-    }
     return *payload;
 }
 
@@ -48,9 +47,8 @@ Value NewWith(const char *className, std::unique_ptr<Payload> payload)
 
 Instance &InstanceOf(const Value &value)
 {
-    if (!value.ObjectPointer()) {
+    if (!value.ObjectPointer())
         throw UsageError("a value of code " + std::to_string(value.Code()) + " is no object");
-    }
     return *value.ObjectPointer();
 }
 
@@ -72,9 +70,8 @@ void Host::DictionarySet(const Value &dictionary, const Value &key, const Value 
 Value Host::DictionaryKey(const Value &dictionary, int64_t index) const
 {
     const std::optional<Value> key = DictionaryIn(dictionary).KeyAt(index);
-    if (!key) {
+    if (!key)
         ThrowOutside("the Dictionary", index);
-    }
     return *key;
 }
 
@@ -93,12 +90,10 @@ Value Host::NewDate(int64_t year, int64_t month, int64_t day, int64_t hour, int6
 Value Host::NewMemoryBlock(std::string_view bytes)
 {
     auto block = std::make_unique<MemoryBlock>();
-    if (!block->Allocate(static_cast<int64_t>(bytes.size()))) {
+    if (!block->Allocate(static_cast<int64_t>(bytes.size())))
         throw std::bad_alloc();
-    }
-    if (!bytes.empty()) {
+    if (!bytes.empty())
         std::memcpy(block->Pointer(), bytes.data(), bytes.size());
-    }
     return NewWith("MemoryBlock", std::move(block));
 }
 
@@ -121,12 +116,10 @@ std::string Host::FolderItemPath(const Value &item) const
 Value Host::NewArray(int64_t elementCode, const std::vector<Value> &elements)
 {
     Value array = Value::Adopt(NewArrayOf(elementCode, static_cast<int64_t>(elements.size())));
-    if (array.IsNil()) {
+    if (array.IsNil())
         throw UsageError("no array has elements of code " + std::to_string(elementCode));
-    }
-    for (size_t i = 0; i < elements.size(); ++i) {
+    for (size_t i = 0; i < elements.size(); ++i)
         ArrayIn(array).Write(static_cast<int64_t>(i), elements[i]);
-    }
     return array;
 }
 
@@ -138,17 +131,15 @@ int64_t Host::ArrayCount(const Value &array) const
 Value Host::ArrayElement(const Value &array, int64_t index) const
 {
     Value element;
-    if (!ArrayIn(array).Read(index, element)) {
+    if (!ArrayIn(array).Read(index, element))
         ThrowOutside("the array", index);
-    }
     return element;
 }
 
 void Host::ArraySet(const Value &array, int64_t index, const Value &element)
 {
-    if (!ArrayIn(array).Write(index, element)) {
+    if (!ArrayIn(array).Write(index, element))
         ThrowOutside("the array", index);
-    }
 }
 
 void Host::ArrayResize(const Value &array, int64_t count)

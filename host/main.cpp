@@ -1,6 +1,7 @@
 // The command qzlhost: looks at a plugin library and runs programs that use it.
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <iostream>
 
 #include "examples/demo.h"
@@ -47,9 +48,8 @@ int Demonstrate(const std::string &library)
     return delivered && clean ? 0 : kFailure;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+/// Runs what the command line asks for. Answers the exit status.
+int RunCommand(int argc, char **argv)
 {
     CLI::App app("A stand-in host for plugin libraries.", "qzlhost");
     app.require_subcommand(1);
@@ -66,14 +66,23 @@ int main(int argc, char **argv)
 
     try {
         app.parse(argc, argv);
-        return *classes ? ListClasses(library, asJson) : Demonstrate(library);
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? 0 : kUnusable;
+    }
+    return *classes ? ListClasses(library, asJson) : Demonstrate(library);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return RunCommand(argc, argv);
     } catch (const qzlhost::LoadError &error) {
-        std::cerr << "qzlhost: " << error.what() << std::endl;
+        std::fprintf(stderr, "qzlhost: %s\n", error.what());
         return kUnusable;
     } catch (const std::exception &error) {
-        std::cerr << "qzlhost: " << error.what() << std::endl;
+        std::fprintf(stderr, "qzlhost: %s\n", error.what());
         return kFailure;
     }
 }

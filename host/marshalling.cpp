@@ -122,9 +122,8 @@ Value FromNative(const Type &type, NativeValue native, bool shared)
 NativeArguments::NativeArguments(const Declaration &declaration, Instance *self,
                                  const std::vector<Value> &arguments)
 {
-    if (self) {
+    if (self)
         AddPointer(self);
-    }
     for (size_t i = 0; i < declaration.parameters.size(); ++i) {
         const Parameter &parameter = declaration.parameters[i];
         Add(parameter.type, i < arguments.size() ? arguments[i] : ValueOf(*parameter.defaultValue));
@@ -168,9 +167,8 @@ NativeValue ToNativeResult(const Type &type, const Value &value)
 {
     std::vector<Value> kept;
     const NativeValue native = ToNative(type, value, kept);
-    if (type.native == NativeType::Pointer && type.kind != TypeKind::Pointer && native.pointer) {
+    if (type.native == NativeType::Pointer && type.kind != TypeKind::Pointer && native.pointer)
         static_cast<Counted *>(native.pointer)->counts.AddReference();
-    }
     return native;
 }
 

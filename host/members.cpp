@@ -55,36 +55,30 @@ bool IsInRange(int64_t integer, NativeType type)
 
 int MisfitOfInteger(const Value &value, const Type &type)
 {
-    if (!IsWhole(value.Code()) || !IsInRange(value.AsInteger(), type.native)) {
+    if (!IsWhole(value.Code()) || !IsInRange(value.AsInteger(), type.native))
         return kNoFit;
-    }
     return type.native == NativeType::Int64 ? kExact : kWidened;
 }
 
 int MisfitOfNumber(const Value &value, int64_t ownCode)
 {
     const int64_t code = value.Code();
-    if (code == ownCode) {
+    if (code == ownCode)
         return kExact;
-    }
-    if (code == code::Single || code == code::Double || code == code::Currency) {
+    if (code == code::Single || code == code::Double || code == code::Currency)
         return kWidened;
-    }
     return IsWhole(code) ? kConverted : kNoFit;
 }
 
 int MisfitOfObject(const Value &value, const Type &type)
 {
-    if (value.IsNil()) {
+    if (value.IsNil())
         return kExact;
-    }
     const Instance *const instance = value.ObjectPointer();
-    if (!instance) {
+    if (!instance)
         return kNoFit;
-    }
-    if (SameName(instance->type->name, type.name)) {
+    if (SameName(instance->type->name, type.name))
         return kExact;
-    }
     const bool fits =
         SameName(type.name, "Object") || Runtime::Current()->classes.IsA(*instance->type, type.name);
     return fits ? kWidened : kNoFit;
@@ -99,16 +93,14 @@ int MisfitOfArray(const Value &value)
 std::optional<int> MisfitOfAll(const Declaration &declaration, const std::vector<Value> &arguments)
 {
     if (arguments.size() < declaration.RequiredArguments() ||
-        arguments.size() > declaration.parameters.size()) {
+        arguments.size() > declaration.parameters.size())
         return std::nullopt;
-    }
     int sum = 0;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const Parameter &parameter = declaration.parameters[i];
         const int misfit = parameter.byReference ? kNoFit : Misfit(arguments[i], parameter.type);
-        if (misfit == kNoFit) {
+        if (misfit == kNoFit)
             return std::nullopt;
-        }
         sum += misfit;
     }
     return sum;
@@ -117,9 +109,8 @@ std::optional<int> MisfitOfAll(const Declaration &declaration, const std::vector
 std::string Listed(const std::vector<Overload> &overloads)
 {
     std::string list;
-    for (const Overload &overload : overloads) {
+    for (const Overload &overload : overloads)
         list += "\n  " + overload.type->name + ": " + overload.method->declaration.ToString();
-    }
     return list;
 }
 
@@ -143,11 +134,9 @@ const Property *FindProperty(const Class &type, std::string_view name)
     std::vector<const Class *> chain = classes.Chain(type);
     chain.push_back(classes.Find("Variant"));
     for (const Class *each : chain) {
-        for (const Property &property : each->properties) {
-            if (SameName(property.name, name)) {
+        for (const Property &property : each->properties)
+            if (SameName(property.name, name))
                 return &property;
-            }
-        }
     }
     return nullptr;
 }
@@ -155,11 +144,9 @@ const Property *FindProperty(const Class &type, std::string_view name)
 const NativeMethod *FindMethod(const Class &type, const Declaration &declaration)
 {
     for (const Class *each : Runtime::Current()->classes.Chain(type)) {
-        for (const NativeMethod &method : each->methods) {
-            if (SameSignature(method.declaration, declaration)) {
+        for (const NativeMethod &method : each->methods)
+            if (SameSignature(method.declaration, declaration))
                 return &method;
-            }
-        }
     }
     return nullptr;
 }
@@ -168,11 +155,9 @@ std::vector<Overload> FindOverloads(const Class &type, std::string_view name, bo
 {
     std::vector<Overload> overloads;
     for (const Class *each : Runtime::Current()->classes.Chain(type)) {
-        for (const NativeMethod &method : shared ? each->sharedMethods : each->methods) {
-            if (SameName(method.declaration.name, name)) {
+        for (const NativeMethod &method : shared ? each->sharedMethods : each->methods)
+            if (SameName(method.declaration.name, name))
                 overloads.push_back({each, &method});
-            }
-        }
     }
     return overloads;
 }
@@ -230,9 +215,8 @@ const NativeMethod *FindFittingOverload(const std::vector<Overload> &overloads,
     for (const Overload &overload : overloads) {
         const Declaration &declaration = overload.method->declaration;
         const std::optional<int> misfit = MisfitOfAll(declaration, arguments);
-        if (!misfit) {
+        if (!misfit)
             continue;
-        }
         const Match match{&overload, *misfit, declaration.parameters.size() - arguments.size()};
         if (!best.overload || match.IsBetterThan(best)) {
             best = match;
@@ -241,9 +225,8 @@ const NativeMethod *FindFittingOverload(const std::vector<Overload> &overloads,
             ambiguous = true;
         }
     }
-    if (ambiguous) {
+    if (ambiguous)
         throw UsageError(what + " is ambiguous with these arguments; there are" + Listed(overloads));
-    }
     return best.overload ? best.overload->method : nullptr;
 }
 
@@ -255,9 +238,8 @@ void *FindGlobalMethod(const Declaration &declaration)
     };
     static const std::vector<Row> rows = [] {
         std::vector<Row> parsed;
-        for (const BuiltInMethod &method : GlobalMethods()) {
+        for (const BuiltInMethod &method : GlobalMethods())
             parsed.push_back({ParseDeclaration(method.declaration), method.function});
-        }
         return parsed;
     }();
     const auto found = std::find_if(rows.begin(), rows.end(), [&](const Row &row) {

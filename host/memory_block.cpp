@@ -19,9 +19,8 @@ constexpr int64_t kMapped = int64_t{1} << 20;
 
 void *AllocateBytes(int64_t size)
 {
-    if (size < kMapped) {
+    if (size < kMapped)
         return std::calloc(1, static_cast<size_t>(size));
-    }
     void *const bytes = mmap(nullptr, static_cast<size_t>(size), PROT_READ | PROT_WRITE,
                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     return bytes == MAP_FAILED ? nullptr : bytes;
@@ -55,9 +54,8 @@ MemoryBlock::~MemoryBlock()
 bool MemoryBlock::Allocate(int64_t size)
 {
     void *const bytes = size > 0 ? AllocateBytes(size) : nullptr;
-    if (size < 0 || (size > 0 && !bytes)) {
+    if (size < 0 || (size > 0 && !bytes))
         return false;
-    }
     Free();
     bytes_ = bytes;
     size_ = size;
@@ -66,11 +64,10 @@ bool MemoryBlock::Allocate(int64_t size)
 
 void MemoryBlock::Free()
 {
-    if (size_ < kMapped) {
+    if (size_ < kMapped)
         std::free(bytes_);
-    } else {
+    else
         munmap(bytes_, static_cast<size_t>(size_));
-    }
 }
 
 BuiltInClass MemoryBlockClass()
@@ -94,9 +91,8 @@ Instance *NewMemoryBlock(int32_t size)
         RecordMistake("a memory block of " + std::to_string(size) + " bytes");
         return nullptr;
     }
-    if (!block->Allocate(size)) {
+    if (!block->Allocate(size))
         return nullptr;
-    }
     return NewInstance(*Runtime::Current()->classes.Find("MemoryBlock"), std::move(block));
 }
 

@@ -56,7 +56,7 @@ NativeValue Narrowed(NativeType type, NativeValue value)
         value.integer = static_cast<uint8_t>(value.integer) != 0 ? 1 : 0;
         break;
     case NativeType::Int8:
-        value.integer = static_cast<int8_t>(value.integer);
+        value.integer = static_cast<int64_t>(static_cast<int8_t>(value.integer));
         break;
     case NativeType::UInt8:
         value.integer = static_cast<uint8_t>(value.integer);
@@ -89,17 +89,15 @@ public:
     explicit CallInterface(const NativeSignature &signature)
     {
         for (const NativeType type : signature.parameters) {
-            if (type == NativeType::Nothing) {
+            if (type == NativeType::Nothing)
                 throw std::invalid_argument("a parameter of no type");
-            }
             parameters_.push_back(ForeignType(type));
         }
         const ffi_status status =
             ffi_prep_cif(&interface_, FFI_DEFAULT_ABI, static_cast<unsigned>(parameters_.size()),
                          ForeignType(signature.result), parameters_.data());
-        if (status != FFI_OK) {
+        if (status != FFI_OK)
             throw std::invalid_argument("no call can have this signature");
-        }
     }
     CallInterface(const CallInterface &) = delete;
     CallInterface &operator=(const CallInterface &) = delete;
@@ -133,9 +131,8 @@ struct NativeCallback::Implementation {
         : signature(std::move(itsSignature)), interface(signature), body(std::move(itsBody)),
           closure(static_cast<ffi_closure *>(ffi_closure_alloc(sizeof(ffi_closure), &function)))
     {
-        if (closure == nullptr) {
+        if (closure == nullptr)
             throw std::bad_alloc();
-        }
         if (ffi_prep_closure_loc(closure, interface.Get(), Enter, this, function) != FFI_OK) {
             ffi_closure_free(closure);
             throw std::invalid_argument("no function can have this signature");

@@ -28,12 +28,10 @@ void FreeRemains(Accounts &accounts)
     }
     payloads.clear();
     for (const auto &[kind, thing] : accounts.Alive()) {
-        if (kind == Kind::Instance) {
+        if (kind == Kind::Instance)
             static_cast<Instance *>(thing)->dying = false;
-        }
-        if (thing->counts.Holders() != 0) {
+        if (thing->counts.Holders() != 0)
             continue;
-        }
         switch (kind) {
         case Kind::Instance:
             FreeInstance(static_cast<Instance *>(thing));
@@ -51,22 +49,18 @@ void FreeRemains(Accounts &accounts)
 } // namespace
 
 Runtime::Runtime(HostOptions hostOptions)
-    : options(std::move(hostOptions)), number(++lastNumber), accounts(options.accounts)
+    : options(hostOptions), number(++lastNumber), accounts(options.accounts)
 {
     Runtime *expected = nullptr;
-    if (!current.compare_exchange_strong(expected, this)) {
+    if (!current.compare_exchange_strong(expected, this))
         throw UsageError("there is a host already in this process");
-    }
     WarmUpCocoa();
-    for (const EntryPoint &entry : EntryPoints()) {
+    for (const EntryPoint &entry : EntryPoints())
         entry.description->fails = false;
-    }
-    if (!options.version) {
+    if (!options.version)
         faults.Lack("REALGetRBVersion");
-    }
-    for (const BuiltInClass &table : BuiltInClasses()) {
+    for (const BuiltInClass &table : BuiltInClasses())
         classes.Add(MakeBuiltInClass(table));
-    }
 }
 
 Runtime::~Runtime()
@@ -83,9 +77,8 @@ Runtime *Runtime::Current()
 
 void RecordMistake(const std::string &text)
 {
-    if (Runtime *const runtime = Runtime::Current()) {
+    if (Runtime *const runtime = Runtime::Current())
         runtime->mistakes.Record(std::string(CurrentFunction()) + ": " + text);
-    }
 }
 
 } // namespace qzlhost

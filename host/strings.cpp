@@ -25,9 +25,8 @@ template <class T>
 void Free(T *thing)
 {
     Runtime *const runtime = Runtime::Current();
-    if (runtime && runtime->number == thing->host && runtime->accounts.Open()) {
+    if (runtime && runtime->number == thing->host && runtime->accounts.Open())
         runtime->accounts.Remove(thing, Describe(thing));
-    }
     delete thing;
 }
 
@@ -62,17 +61,15 @@ uint32_t EncodingOf(const String *string)
 
 std::optional<std::u16string> TextOf(const String *string)
 {
-    if (!string) {
+    if (!string)
         return std::u16string();
-    }
     return Decode(string->bytes, string->encoding);
 }
 
 std::string Utf8Of(const String *string)
 {
-    if (!string || string->encoding == encoding::UTF8) {
+    if (!string || string->encoding == encoding::UTF8)
         return std::string(BytesOf(string));
-    }
     const std::optional<std::u16string> text = DecodeLeniently(string->bytes, string->encoding);
     return text ? ToUtf8(*text) : string->bytes;
 }
@@ -85,9 +82,8 @@ std::string Utf8Of(const Text *text)
 std::optional<std::string> ConvertedBytes(const String *string, uint32_t encoding)
 {
     const uint32_t from = EncodingOf(string);
-    if (from == encoding::Unknown || encoding == encoding::Unknown || from == encoding) {
+    if (from == encoding::Unknown || encoding == encoding::Unknown || from == encoding)
         return std::string(BytesOf(string));
-    }
     const std::optional<std::u16string> text = DecodeLeniently(BytesOf(string), from);
     return text ? Encode(*text, encoding) : std::nullopt;
 }

@@ -40,16 +40,13 @@ struct Thunk<Function, Alias> {
 
     static R Call(A... arguments)
     {
-        if (!HasHost()) {
+        if (!HasHost())
             return R();
-        }
         const FunctionScope scope(description.name);
-        if (Traces()) {
+        if (Traces())
             TraceCall(description, ShownList(arguments...));
-        }
-        if (!(IsAcceptable(arguments) && ...) || description.fails) {
+        if (!(IsAcceptable(arguments) && ...) || description.fails)
             return R();
-        }
         return Function(arguments...);
     }
 };

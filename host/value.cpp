@@ -27,12 +27,10 @@ std::string Shortest(T number)
 int64_t Truncated(double number)
 {
     constexpr double kLimit = 9223372036854775808.0;
-    if (std::isnan(number)) {
+    if (std::isnan(number))
         return 0;
-    }
-    if (number >= kLimit) {
+    if (number >= kLimit)
         return INT64_MAX;
-    }
     return number < -kLimit ? INT64_MIN : static_cast<int64_t>(number);
 }
 
@@ -74,14 +72,12 @@ Value::Value(const Value &other) : content_(other.content_), code_(other.code_),
 {
     switch (content_) {
     case Content::String:
-        if (string_) {
+        if (string_)
             string_->counts.AddHolder();
-        }
         break;
     case Content::Text:
-        if (text_) {
+        if (text_)
             text_->counts.AddHolder();
-        }
         break;
     case Content::Instance:
         instance_->counts.AddHolder();
@@ -109,19 +105,16 @@ Value::~Value()
 {
     switch (content_) {
     case Content::String:
-        if (string_ && string_->counts.DropHolder()) {
+        if (string_ && string_->counts.DropHolder())
             Destroy(string_);
-        }
         break;
     case Content::Text:
-        if (text_ && text_->counts.DropHolder()) {
+        if (text_ && text_->counts.DropHolder())
             Destroy(text_);
-        }
         break;
     case Content::Instance:
-        if (instance_->counts.DropHolder()) {
+        if (instance_->counts.DropHolder())
             Destroy(instance_);
-        }
         break;
     default:
         break;
@@ -163,9 +156,8 @@ Value Value::Adopt(Instance *instance)
 
 Value Value::Adopt(String *string)
 {
-    if (string) {
+    if (string)
         AdoptReference(string);
-    }
     Value value;
     value.content_ = Content::String;
     value.code_ = code::String;
@@ -175,9 +167,8 @@ Value Value::Adopt(String *string)
 
 Value Value::Adopt(Text *text)
 {
-    if (text) {
+    if (text)
         AdoptReference(text);
-    }
     Value value;
     value.content_ = Content::Text;
     value.code_ = code::Text;
@@ -268,9 +259,8 @@ std::string Value::AsString() const
     const Value &inner = Inner();
     switch (inner.content_) {
     case Content::Integer:
-        if (inner.code_ == code::Boolean) {
+        if (inner.code_ == code::Boolean)
             return inner.integer_ != 0 ? "True" : "False";
-        }
         return std::to_string(inner.integer_);
     case Content::Double:
         return Shortest(inner.number_);

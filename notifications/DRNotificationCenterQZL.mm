@@ -4,10 +4,8 @@
 
 #include <iterator>
 
-#include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
-#include "frame/host_strings.h"
 #include "notifications/NSNotificationObserver.h"
 #include "notifications/classes.h"
 #include "notifications/members.h"
@@ -23,10 +21,8 @@ DRNotificationCenter *Center(REALobject self)
 void removeObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObserver = WrapperHandle(observer);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) removeObserver:cocoaObserver name:cocoaName object:cocoaObject];
+        const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
+        [Center(self) removeObserver:arguments.observer name:arguments.name object:arguments.object];
     });
 }
 
@@ -34,13 +30,11 @@ void removeObserver(REALobject self, REALobject observer, REALstring name, REALo
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObserver = WrapperHandle(observer);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) addObserver:cocoaObserver
+        const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
+        [Center(self) addObserver:arguments.observer
                          selector:@selector(GotNotification:)
-                             name:cocoaName
-                           object:cocoaObject];
+                             name:arguments.name
+                           object:arguments.object];
     });
 }
 

@@ -5,8 +5,6 @@
 
 #include <iterator>
 
-#include "bridge/to_cocoa/dictionary_to_cocoa.h"
-#include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
 #include "frame/host_strings.h"
@@ -26,12 +24,10 @@ void postNotificationName4(REALobject self, REALstring name, REALstring theObjec
                            uint32_t options)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        NSString *const cocoaObject = NewNSString(theObject);
-        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
-        [Center(self) postNotificationName:cocoaName
-                                    object:cocoaObject
-                                  userInfo:cocoaUserInfo
+        const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
+        [Center(self) postNotificationName:arguments.name
+                                    object:arguments.object
+                                  userInfo:arguments.userInfo
                                    options:options];
     });
 }
@@ -40,12 +36,10 @@ void postNotificationName5(REALobject self, REALstring name, REALstring theObjec
                            bool deliverImmediately)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        NSString *const cocoaObject = NewNSString(theObject);
-        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
-        [Center(self) postNotificationName:cocoaName
-                                    object:cocoaObject
-                                  userInfo:cocoaUserInfo
+        const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
+        [Center(self) postNotificationName:arguments.name
+                                    object:arguments.object
+                                  userInfo:arguments.userInfo
                         deliverImmediately:deliverImmediately];
     });
 }
@@ -75,13 +69,11 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
     if (ObserverIsMissing(observer))
         return;
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObserver = WrapperHandle(observer);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) addObserver:cocoaObserver
+        const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
+        [Center(self) addObserver:arguments.observer
                          selector:@selector(GotNotification:)
-                             name:cocoaName
-                           object:cocoaObject
+                             name:arguments.name
+                           object:arguments.object
                suspensionBehavior:static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior)];
     });
 }

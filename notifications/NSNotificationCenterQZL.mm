@@ -4,8 +4,6 @@
 
 #include <iterator>
 
-#include "bridge/to_cocoa/dictionary_to_cocoa.h"
-#include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
 #include "frame/host_strings.h"
@@ -29,19 +27,18 @@ void postNotificationName1(REALobject self, REALstring name)
 void postNotificationName2(REALobject self, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) postNotificationName:cocoaName object:cocoaObject];
+        const PostArguments arguments = ConvertPostArguments(name, theObject, nullptr);
+        [Center(self) postNotificationName:arguments.name object:arguments.object];
     });
 }
 
 void postNotificationName3(REALobject self, REALstring name, REALobject theObject, REALdictionary userInfo)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
-        [Center(self) postNotificationName:cocoaName object:cocoaObject userInfo:cocoaUserInfo];
+        const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
+        [Center(self) postNotificationName:arguments.name
+                                    object:arguments.object
+                                  userInfo:arguments.userInfo];
     });
 }
 
@@ -67,10 +64,8 @@ void removeObserver1(REALobject self, REALobject observer)
 void removeObserver2(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObserver = WrapperHandle(observer);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) removeObserver:cocoaObserver name:cocoaName object:cocoaObject];
+        const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
+        [Center(self) removeObserver:arguments.observer name:arguments.name object:arguments.object];
     });
 }
 
@@ -79,13 +74,11 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
     if (ObserverIsMissing(observer))
         return;
     GuardCocoaCalls([&] {
-        NSString *const cocoaName = NewNSString(name);
-        const id cocoaObserver = WrapperHandle(observer);
-        const id cocoaObject = GetVariantAsNSObject(theObject);
-        [Center(self) addObserver:cocoaObserver
+        const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
+        [Center(self) addObserver:arguments.observer
                          selector:@selector(GotNotification:)
-                             name:cocoaName
-                           object:cocoaObject];
+                             name:arguments.name
+                           object:arguments.object];
     });
 }
 

@@ -5,8 +5,6 @@
 
 #include <iterator>
 
-#include "bridge/to_cocoa/dictionary_to_cocoa.h"
-#include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/dictionary_to_host.h"
 #include "bridge/to_host/object_to_variant.h"
 #include "bridge/to_host/wrappers.h"
@@ -27,10 +25,10 @@ NSNotification *Notification(REALobject self)
 /// An autoreleased notification of host values, converted in this order.
 NSNotification *MakeNotification(REALstring name, REALobject theObject, REALdictionary userInfo)
 {
-    NSString *const cocoaName = NewNSString(name);
-    const id cocoaObject = GetVariantAsNSObject(theObject);
-    NSDictionary *const cocoaUserInfo = NewNSDictionary(userInfo);
-    return [NSNotification notificationWithName:cocoaName object:cocoaObject userInfo:cocoaUserInfo];
+    const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
+    return [NSNotification notificationWithName:arguments.name
+                                         object:arguments.object
+                                       userInfo:arguments.userInfo];
 }
 
 REALdictionary userInfo(REALobject self, int64_t)

@@ -1,8 +1,11 @@
-// Argument checks that members of several notification classes make.
+// Argument checks and conversions that members of several notification classes make.
 #include "notifications/members.h"
 
+#include "bridge/to_cocoa/dictionary_to_cocoa.h"
+#include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/errors.h"
+#include "frame/host_strings.h"
 
 bool ConstructorCalledTooOften(REALobject instance)
 {
@@ -19,4 +22,21 @@ bool ObserverIsMissing(REALobject observer)
         return false;
     RaiseException("NilObjectException", "Observer is nil.");
     return true;
+}
+
+// Braces evaluate from left to right.
+
+ObserverArguments ConvertObserverArguments(REALobject observer, REALstring name, REALobject theObject)
+{
+    return {NewNSString(name), WrapperHandle(observer), GetVariantAsNSObject(theObject)};
+}
+
+PostArguments ConvertPostArguments(REALstring name, REALobject theObject, REALdictionary userInfo)
+{
+    return {NewNSString(name), GetVariantAsNSObject(theObject), NewNSDictionary(userInfo)};
+}
+
+PostArguments ConvertPostArguments(REALstring name, REALstring theObject, REALdictionary userInfo)
+{
+    return {NewNSString(name), NewNSString(theObject), NewNSDictionary(userInfo)};
 }

@@ -8,10 +8,9 @@ namespace cocoaport {
 ByteCodec::ByteCodec(const HighHalf &characters)
 {
     std::copy(std::begin(characters), std::end(characters), highHalf);
-    for (unsigned index = 0; index < std::size(highHalf); ++index) {
+    for (unsigned index = 0; index < std::size(highHalf); ++index)
         if (highHalf[index] != kNoCharacter)
             byteOfCharacter.emplace(highHalf[index], static_cast<UInt8>(0x80 + index));
-    }
 }
 
 bool ByteCodec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const

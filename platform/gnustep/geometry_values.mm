@@ -87,10 +87,9 @@ Class (*gnustepClassOfType)(Class, SEL, const char *);
 /// for a point.
 Class ClassOfType(Class valueClass, SEL selector, const char *type)
 {
-    for (const GeometryType &row : geometryTypes) {
+    for (const GeometryType &row : geometryTypes)
         if (type != nullptr && std::strcmp(type, row.macOSType) == 0)
             return row.concreteClass;
-    }
     return gnustepClassOfType(valueClass, selector, type);
 }
 

@@ -35,11 +35,10 @@ constexpr ByteOrderMark kByteOrderMarks[] = {
 /// Drops a byte-order mark and names the order of what follows.
 EncodedBytes WithoutByteOrderMark(EncodedBytes text)
 {
-    for (const ByteOrderMark &mark : kByteOrderMarks) {
+    for (const ByteOrderMark &mark : kByteOrderMarks)
         if (mark.encoding == text.encoding && text.count >= mark.size &&
             std::equal(mark.bytes, mark.bytes + mark.size, text.bytes))
             return {text.bytes + mark.size, text.count - mark.size, mark.order};
-    }
     if (text.encoding == kCFStringEncodingUTF16)
         text.encoding = kCFStringEncodingUTF16BE;
     if (text.encoding == kCFStringEncodingUTF32)

@@ -103,10 +103,9 @@ std::unique_ptr<const TextCodec> NewByteCodec(CFStringEncoding encoding, const c
 {
     HighHalf characters;
     ReadHighHalf(icuName, characters);
-    for (const Correction &correction : kCorrections) {
+    for (const Correction &correction : kCorrections)
         if (correction.encoding == encoding)
             characters[correction.byte - 0x80] = correction.character;
-    }
     return std::make_unique<ByteCodec>(characters);
 }
 

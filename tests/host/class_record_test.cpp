@@ -229,9 +229,8 @@ TEST(ClassRecord, LargeNumbersAreReadWhole)
 TEST(ClassRecord, MayHaveTenThousandMembersButNotOneMore)
 {
     Bytes constants(10001 * kConstantSlots);
-    for (size_t i = 0; i < 10001; ++i) {
+    for (size_t i = 0; i < 10001; ++i)
         constants.Set(i * kConstantSlots, "X = 1");
-    }
     Bytes bytes(kClassSlots);
     bytes.Set(1, "ManyQZL");
     bytes.Set(18, constants.Address());
@@ -336,9 +335,8 @@ const Fault kFaults[] = {
      {"SampleQZL: properties[0] slot 0: must be 0, is 0x1"}},
     {"PropertyLastSlots",
      [](Sample &s) {
-         for (size_t slot = 7; slot < kPropertySlots; ++slot) {
+         for (size_t slot = 7; slot < kPropertySlots; ++slot)
              s.properties.Set(kPropertySlots + slot, slot);
-         }
      },
      {"SampleQZL: properties[1] slot 7: must be 0, is 0x7",
       "SampleQZL: properties[1] slot 8: must be 0, is 0x8",
@@ -393,9 +391,8 @@ const Fault kFaults[] = {
       "the end"}},
     {"ConstantLastSlots",
      [](Sample &s) {
-         for (size_t slot = 1; slot < kConstantSlots; ++slot) {
+         for (size_t slot = 1; slot < kConstantSlots; ++slot)
              s.constants.Set(slot, 1);
-         }
      },
      {"SampleQZL: constants[0] slot 1: must be 0, is 0x1",
       "SampleQZL: constants[0] slot 2: must be 0, is 0x1",

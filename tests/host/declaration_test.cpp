@@ -31,9 +31,8 @@ std::string Repeated(std::string_view text, size_t times)
 {
     std::string repeated;
     repeated.reserve(text.size() * times);
-    for (size_t i = 0; i < times; ++i) {
+    for (size_t i = 0; i < times; ++i)
         repeated += text;
-    }
     return repeated;
 }
 
@@ -296,9 +295,8 @@ INSTANTIATE_TEST_SUITE_P(Declarations, DeclaredType, testing::ValuesIn(kTypes));
 TEST(Declaration, RefusesATypeThatIsNoName)
 {
     for (const char *text : {"", " ", "()", "1", "a b", "Integer(", "Integer)", "Integer()()", "Integer(3)",
-                             "as", "Integer, Integer", "\"Integer\""}) {
+                             "as", "Integer, Integer", "\"Integer\""})
         EXPECT_NE(ErrorOf(ParseType, text), "") << text;
-    }
 }
 
 // Constants
@@ -385,9 +383,8 @@ TEST(Declaration, RefusesWhatIsNoConstant)
                              "X = 9223372036854775808",
                              "X = -9223372036854775809",
                              "X = &h10000000000000000",
-                             "X = 1e999"}) {
+                             "X = 1e999"})
         EXPECT_NE(ErrorOf(ParseConstant, text), "") << text;
-    }
 }
 
 // What is no declaration
@@ -449,9 +446,8 @@ TEST(Declaration, RefusesHostileTexts)
                              "f(a as \"Integer\")",
                              "\x80",
                              "f\xC3\xBC()",
-                             "f(a as Integer = \"x)"}) {
+                             "f(a as Integer = \"x)"})
         EXPECT_NE(ErrorOf(ParseDeclaration, text), "") << text;
-    }
 }
 
 TEST(Declaration, RefusesANulCharacter)
@@ -567,11 +563,9 @@ TEST(SameSignature, TellsMembersApart)
         "f(a as Integer) as Integer",
         "f(a as Integer) as Object",
     };
-    for (const char *a : texts) {
-        for (const char *b : texts) {
+    for (const char *a : texts)
+        for (const char *b : texts)
             EXPECT_EQ(SameSignature(ParseDeclaration(a), ParseDeclaration(b)), a == b) << a << " / " << b;
-        }
-    }
 }
 
 TEST(SameSignature, TellsOverloadsApart)

@@ -274,13 +274,11 @@ alignas(16) EventRow baseEvents[] = {{"Fired(what as string, sender as BaseEX)",
 bool Fire(Object *self, String *what)
 {
     uint64_t key = baseEvents[0].key;
-    if (recordVersion == 9) {
+    if (recordVersion == 9)
         key = reinterpret_cast<const uint64_t *>(key)[1];
-    }
     void *const handler = HostFunction<void *(Object *, uint64_t)>("GetEventInstance")(self, key);
-    if (handler) {
+    if (handler)
         reinterpret_cast<void (*)(Object *, String *, Object *)>(handler)(self, what, self);
-    }
     return handler != nullptr;
 }
 
@@ -451,9 +449,8 @@ alignas(16) ClassRow baseClass = MakeBase();
 void Register(ClassRow &row)
 {
     row.version = static_cast<uint32_t>(recordVersion);
-    if (auto *const registerClass = HostFunction<void(ClassRow *)>("PluginRegisterClass")) {
+    if (auto *const registerClass = HostFunction<void(ClassRow *)>("PluginRegisterClass"))
         registerClass(&row);
-    }
 }
 
 } // namespace

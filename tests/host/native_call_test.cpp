@@ -28,30 +28,28 @@ template <typename T>
 NativeValue Pack(T value)
 {
     NativeValue packed{};
-    if constexpr (std::is_same_v<T, float>) {
+    if constexpr (std::is_same_v<T, float>)
         packed.single = value;
-    } else if constexpr (std::is_same_v<T, double>) {
+    else if constexpr (std::is_same_v<T, double>)
         packed.number = value;
-    } else if constexpr (std::is_pointer_v<T>) {
+    else if constexpr (std::is_pointer_v<T>)
         packed.pointer = value;
-    } else {
+    else
         packed.integer = static_cast<int64_t>(value);
-    }
     return packed;
 }
 
 template <typename T>
 T Unpack(const NativeValue &value)
 {
-    if constexpr (std::is_same_v<T, float>) {
+    if constexpr (std::is_same_v<T, float>)
         return value.single;
-    } else if constexpr (std::is_same_v<T, double>) {
+    else if constexpr (std::is_same_v<T, double>)
         return value.number;
-    } else if constexpr (std::is_pointer_v<T>) {
+    else if constexpr (std::is_pointer_v<T>)
         return static_cast<T>(value.pointer);
-    } else {
+    else
         return static_cast<T>(value.integer);
-    }
 }
 
 /// Bits, so that a NaN equals itself and 0.0 differs from -0.0.
@@ -151,9 +149,8 @@ TYPED_TEST(NativeCall, PassesExtremeValuesAndTheirResults)
 
         EXPECT_TRUE(SameBits(received<T>, value));
         EXPECT_TRUE(SameBits(Unpack<T>(result), value));
-        if constexpr (std::is_integral_v<T>) {
+        if constexpr (std::is_integral_v<T>)
             EXPECT_EQ(result.integer, static_cast<int64_t>(value)) << "extended as the type asks";
-        }
     }
 }
 
@@ -188,9 +185,8 @@ TYPED_TEST(NativeCall, CallbackReceivesExtremeValuesAndGivesThemBack)
 
         EXPECT_TRUE(SameBits(result, value));
         EXPECT_TRUE(SameBits(Unpack<T>(seen), value));
-        if constexpr (std::is_integral_v<T>) {
+        if constexpr (std::is_integral_v<T>)
             EXPECT_EQ(seen.integer, static_cast<int64_t>(value)) << "extended as the type asks";
-        }
     }
 }
 
@@ -200,9 +196,8 @@ TYPED_TEST(NativeCall, CallbackReceivesValuesFromTheStack)
     const NativeCallback callback(StackSignature(TypeParam::kNative),
                                   [](const NativeValue *arguments) { return arguments[14]; });
     auto *const function = reinterpret_cast<decltype(&ReturnFromStack<T>)>(callback.Function());
-    for (const T value : Extremes<T>()) {
+    for (const T value : Extremes<T>())
         EXPECT_TRUE(SameBits(function(-1, -1, -1, -1, -1, -1, 9, 9, 9, 9, 9, 9, 9, 9, value), value));
-    }
 }
 
 TYPED_TEST(NativeCall, CallsACallback)
@@ -516,9 +511,8 @@ TEST(NativeCallback, CanBeCalledOnSeveralThreadsAtOnce)
             }
         });
     }
-    for (std::thread &thread : threads) {
+    for (std::thread &thread : threads)
         thread.join();
-    }
 
     EXPECT_THAT(wrong, testing::Each(0));
 }

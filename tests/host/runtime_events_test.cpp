@@ -317,9 +317,8 @@ TEST(Threads, ShareOneHost)
                 }
             });
         }
-        for (std::thread &thread : threads) {
+        for (std::thread &thread : threads)
             thread.join();
-        }
     }
     EXPECT_EQ(host.DictionaryCount(shared), 4);
     EXPECT_THAT(host.Leaks(), IsEmpty());

@@ -29,9 +29,8 @@ using Faults = RuntimeTest;
 TEST_F(Faults, EveryFunctionOfTheInterfaceIsThere)
 {
     EXPECT_EQ(Host::Functions().size(), 62u);
-    for (const std::string &name : Host::Functions()) {
+    for (const std::string &name : Host::Functions())
         EXPECT_NE(HostFunction<void()>(name.c_str()), nullptr) << name;
-    }
     EXPECT_EQ(HostFunction<void()>("NoSuchFunction"), nullptr);
     EXPECT_EQ(host.AsksFor("NoSuchFunction"), 1);
 }

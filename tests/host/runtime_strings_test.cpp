@@ -40,9 +40,8 @@ int64_t LenB(const Value &string)
 std::string Bytes(std::initializer_list<int> bytes)
 {
     std::string text;
-    for (const int byte : bytes) {
+    for (const int byte : bytes)
         text.push_back(static_cast<char>(byte));
-    }
     return text;
 }
 

@@ -21,9 +21,8 @@ F *HostFunction(const char *name)
 inline void LoadExample(Host &host)
 {
     host.Load(EXAMPLE_LIBRARY_PATH);
-    if (host.HasClass("BaseEX")) {
+    if (host.HasClass("BaseEX"))
         host.CallShared("BaseEX", "TakeLog");
-    }
 }
 
 /// A host, whose books must balance at the end of the test.

@@ -145,6 +145,16 @@ void ExpectException(const std::function<void()> &member, const std::string &cla
     }
 }
 
+std::string ExceptionClassOf(const std::function<void()> &member)
+{
+    try {
+        member();
+        return "";
+    } catch (const ProgramException &exception) {
+        return exception.ClassName();
+    }
+}
+
 bool AnyHolds(const std::vector<std::string> &texts, const std::string &part)
 {
     return std::any_of(texts.begin(), texts.end(),

@@ -102,5 +102,8 @@ Object HandleOf(qzlhost::Host &host, const qzlhost::Value &instance)
 void ExpectException(const std::function<void()> &member, const std::string &className,
                      const std::string &message);
 
+/// The class of the host exception that `member` ends with; empty where it ends well.
+std::string ExceptionClassOf(const std::function<void()> &member);
+
 /// Whether a text of `texts` holds `part`.
 bool AnyHolds(const std::vector<std::string> &texts, const std::string &part);

@@ -120,10 +120,9 @@ TEST(FourThreads, UseADictionaryEach)
         const std::string keys(1000, 'x');
         for (const char &key : keys)
             CFDictionarySetValue(dictionary.get(), &key, &key);
-        for (const char &key : keys) {
+        for (const char &key : keys)
             if (CFDictionaryGetValue(dictionary.get(), &key) != &key)
                 ++mistakes;
-        }
     });
     EXPECT_EQ(mistakes, 0);
 }

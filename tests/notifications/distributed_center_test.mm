@@ -1,0 +1,103 @@
+// The centre between processes, as far as one process shows it.
+#import <Foundation/Foundation.h>
+
+#include "tests/support/family.h"
+#include "tests/support/plugin_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+using DistributedCenterClass = PluginTest;
+
+constexpr char kClass[] = "NSDistributedNotificationCenterQZL";
+
+} // namespace
+
+TEST_F(DistributedCenterClass, HasItsConstants)
+{
+    Host &host = Start();
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationSuspensionBehaviorDrop"), 1);
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationSuspensionBehaviorCoalesce"), 2);
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationSuspensionBehaviorHold"), 3);
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationSuspensionBehaviorDeliverImmediately"), 4);
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationDeliverImmediately"), 1);
+    EXPECT_EQ(host.Constant(kClass, "NSNotificationPostToAllSessions"), 2);
+}
+
+TEST_F(DistributedCenterClass, LocalTypeIsFoundations)
+{
+    Host &host = Start();
+    EXPECT_EQ(host.CallShared(kClass, "NSLocalNotificationCenterType").AsString(),
+              [NSLocalNotificationCenterType UTF8String]);
+}
+
+TEST_F(DistributedCenterClass, DefaultCenterIsOneInstanceWithARegistry)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    const Value first = host.CallShared(kClass, "defaultCenter");
+    const Value second = host.CallShared(kClass, "defaultCenter");
+    EXPECT_EQ(host.ClassOf(first), kClass);
+    EXPECT_EQ(first.ObjectPointer(), second.ObjectPointer());
+    EXPECT_EQ(HandleOf<id>(host, first), [NSDistributedNotificationCenter defaultCenter]);
+}
+
+TEST_F(DistributedCenterClass, DefaultCenterIsANewInstanceWithoutARegistry)
+{
+    Host &host = Start();
+    const Value first = host.CallShared(kClass, "defaultCenter");
+    const Value second = host.CallShared(kClass, "defaultCenter");
+    EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
+}
+
+TEST_F(DistributedCenterClass, ConstructorMayBeCalledTwiceAndKeepsTheFirstRetain)
+{
+    Host &host = Start();
+    const id cocoa = [NSDistributedNotificationCenter defaultCenter];
+    const NSUInteger retains = [cocoa retainCount];
+    {
+        const Value center = host.New(kClass);
+        host.Call(center, "Constructor");
+        EXPECT_EQ(HandleOf<id>(host, center), cocoa);
+        EXPECT_EQ([cocoa retainCount], retains + 2);
+    }
+    EXPECT_EQ([cocoa retainCount], retains + 1) << "the first retain is never given back";
+}
+
+TEST_F(DistributedCenterClass, SuspendedReadsBackWhatWasSet)
+{
+    Host &host = Start();
+    const Value center = host.New(kClass);
+    for (const bool suspended : {true, false}) {
+        host.Set(center, "suspended", suspended);
+        EXPECT_EQ(host.Get(center, "suspended").AsBoolean(), suspended);
+    }
+}
+
+TEST_F(DistributedCenterClass, DeliversToItsOwnProcess)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    const Value center = host.New(kClass);
+    host.Call(center, "addObserver", {observer, "QZLDistributedTest", Value(), Value(int64_t{4})});
+    const Value info = host.NewDictionary();
+    host.DictionarySet(info, "key", "value");
+    host.Call(center, "postNotificationName", {"QZLDistributedTest", "object", info, true});
+    host.Call(center, "postNotificationName", {"QZLDistributedTest", "object", info, uint32_t{3}});
+    EXPECT_TRUE(host.RunUntil([&] { return program.received.size() == 2; }, 30));
+}
+
+TEST_F(DistributedCenterClass, RefusesToAddNoObserver)
+{
+    Host &host = Start();
+    const Value center = host.New(kClass);
+    ExpectException(
+        [&] {
+            host.Call(center, "addObserver", {Value(), "Name", Value(), Value(int64_t{4})});
+        },
+        "NilObjectException", "Observer is nil.");
+}
