@@ -209,6 +209,20 @@ TEST_F(Wrappers, ChainWalkTakesTheNearestClassThatTheHostHas)
     EXPECT_EQ(host.ClassOf(root), "NSObjectQZL");
 }
 
+TEST_F(Wrappers, ChainWalkOfADistributedCentreFindsItsOwnClassFirst)
+{
+    Host &host = Start();
+    const id center = [NSDistributedNotificationCenter defaultCenter];
+    DefineWrapperClass(host, "NSNotificationCenterQZL");
+    {
+        const Value wrapper = Owned(NewNSObjectQZL(center, [NSNotificationCenter class]));
+        EXPECT_EQ(host.ClassOf(wrapper), "NSNotificationCenterQZL");
+    }
+    DefineWrapperClass(host, "NSDistributedNotificationCenterQZL");
+    const Value wrapper = Owned(NewNSObjectQZL(center, [NSNotificationCenter class]));
+    EXPECT_EQ(host.ClassOf(wrapper), "NSDistributedNotificationCenterQZL");
+}
+
 TEST_F(Wrappers, ChainWalkRegistersNothing)
 {
     Host &host = Start();
