@@ -33,11 +33,11 @@ REALstring ConvertedToUTF8(const HostRef<REALstring> &string)
 /// A new host string tagged with its encoding, or null.
 REALstring BuildTaggedString(const void *bytes, int64_t length, uint32_t encoding)
 {
-    const REALstring string =
-        originalREALBuildString(static_cast<const char *>(bytes), static_cast<int32_t>(length));
-    if (string != nullptr)
-        REALSetStringEncoding(string, encoding);
-    return string;
+    HostRef<REALstring> string(
+        originalREALBuildString(static_cast<const char *>(bytes), static_cast<int32_t>(length)));
+    if (string)
+        REALSetStringEncoding(string.Get(), encoding);
+    return string.Release();
 }
 
 /// Writes UTF-16 for `count` code points in the machine's byte order; `units` has room for two units each.
