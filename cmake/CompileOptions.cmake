@@ -1,4 +1,4 @@
-# Compiler settings that all of the project's own code shares: the targets qzl_options and gnustep.
+# Compiler settings that all of the project's own code shares: the target qzl_options.
 
 add_library(qzl_options INTERFACE)
 target_compile_options(qzl_options INTERFACE
@@ -12,21 +12,3 @@ if(QZL_SANITIZE)
     -fno-sanitize=function)
   target_link_options(qzl_options INTERFACE -fsanitize=${QZL_SANITIZE})
 endif()
-
-# GNUstep Base and GUI with the GCC Objective-C runtime. The compiler is clang throughout:
-# g++ miscompiles @catch in Objective-C++.
-execute_process(COMMAND gcc -print-file-name=include
-  OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-
-add_library(gnustep INTERFACE)
-target_include_directories(gnustep SYSTEM INTERFACE /usr/include/GNUstep)
-target_compile_definitions(gnustep INTERFACE
-  GNUSTEP GNUSTEP_BASE_LIBRARY=1 GNU_GUI_LIBRARY=1 GNU_RUNTIME=1 _NATIVE_OBJC_EXCEPTIONS)
-target_compile_options(gnustep INTERFACE
-  # After the compiler's own headers, which this folder also has.
-  "SHELL:-idirafter ${gcc_include}"
-  $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-runtime=gcc>
-  $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-exceptions>
-  $<$<COMPILE_LANGUAGE:OBJCXX>:-fconstant-string-class=NSConstantString>
-  -fexceptions -fno-strict-aliasing)
-target_link_libraries(gnustep INTERFACE gnustep-gui gnustep-base objc pthread)

@@ -30,17 +30,8 @@ target_compile_options(qzl_objects PRIVATE
   -fvisibility=hidden
   # The records must stand in the data section as they are: the host may read them at any time.
   -Wglobal-constructors)
-target_link_libraries(qzl_objects PUBLIC cocoaport PRIVATE qzl_options)
+target_link_libraries(qzl_objects PUBLIC qzl_platform PRIVATE qzl_options)
 
-add_library(NotificationsQZL MODULE)
+add_library(NotificationsQZL SHARED)
 target_link_libraries(NotificationsQZL PRIVATE qzl_objects qzl_options)
-set_target_properties(NotificationsQZL PROPERTIES
-  BUILD_RPATH "$ORIGIN"
-  INSTALL_RPATH "$ORIGIN"
-  BUILD_WITH_INSTALL_RPATH ON
-  LINK_DEPENDS ${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map)
-target_link_options(NotificationsQZL PRIVATE
-  LINKER:--version-script=${CMAKE_SOURCE_DIR}/platform/gnustep/library_exports.map)
-if(NOT QZL_SANITIZE) # whose own functions are in the program
-  target_link_options(NotificationsQZL PRIVATE LINKER:--no-undefined)
-endif()
+qzl_link_for_platform(NotificationsQZL)

@@ -1,0 +1,14 @@
+/// The instant-messaging service, of which only the notification centre exists.
+#ifndef QZL_IMSERVICE_H
+#define QZL_IMSERVICE_H
+
+#import <Foundation/Foundation.h>
+
+@interface IMService : NSObject
+
+/// The service's own centre, one per process, borrowed. On any thread.
++ (NSNotificationCenter *)notificationCenter;
+
+@end
+
+#endif

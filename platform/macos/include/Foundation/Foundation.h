@@ -1,0 +1,110 @@
+/// The part of Apple's Foundation that the library uses.
+#ifndef QZL_FOUNDATION_H
+#define QZL_FOUNDATION_H
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <objc/objc.h>
+
+typedef long NSInteger;
+typedef unsigned long NSUInteger;
+
+@class NSArray, NSDictionary, NSString;
+
+__attribute__((objc_root_class))
+@interface NSObject {
+    Class isa;
+}
++ (id)alloc;
++ (Class)class;
++ (BOOL)respondsToSelector:(SEL)selector;
+- (id)init;
+- (id)retain;
+- (oneway void)release;
+- (id)autorelease;
+- (Class)class;
+- (BOOL)isKindOfClass:(Class)kind;
+- (BOOL)respondsToSelector:(SEL)selector;
+- (NSString *)description;
+- (void)performSelectorOnMainThread:(SEL)selector withObject:(id)argument waitUntilDone:(BOOL)wait;
+@end
+
+@interface NSString : NSObject
+@end
+
+@interface NSArray : NSObject
+- (NSUInteger)count;
+- (id)objectAtIndex:(NSUInteger)index;
+@end
+
+@interface NSDictionary : NSObject
++ (id)dictionary;
+- (NSArray *)allKeys;
+- (id)objectForKey:(id)key;
+@end
+
+@interface NSMutableDictionary : NSDictionary
++ (id)dictionaryWithCapacity:(NSUInteger)capacity;
+- (void)setObject:(id)object forKey:(id)key;
+@end
+
+@interface NSNull : NSObject
++ (NSNull *)null;
+@end
+
+/// Without the attribute the library would define and export the class's exception type itself.
+__attribute__((objc_exception))
+@interface NSException : NSObject
+- (NSString *)name;
+- (NSString *)reason;
+- (NSDictionary *)userInfo;
+@end
+
+@interface NSNotification : NSObject
++ (id)notificationWithName:(NSString *)name object:(id)object userInfo:(NSDictionary *)userInfo;
+- (NSString *)name;
+- (id)object;
+- (NSDictionary *)userInfo;
+@end
+
+@interface NSNotificationCenter : NSObject
++ (NSNotificationCenter *)defaultCenter;
+- (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object;
+- (void)postNotification:(NSNotification *)notification;
+- (void)postNotificationName:(NSString *)name object:(id)object;
+- (void)postNotificationName:(NSString *)name object:(id)object userInfo:(NSDictionary *)userInfo;
+- (void)removeObserver:(id)observer;
+- (void)removeObserver:(id)observer name:(NSString *)name object:(id)object;
+@end
+
+typedef NSUInteger NSNotificationSuspensionBehavior;
+typedef NSUInteger NSDistributedNotificationOptions;
+
+@interface NSDistributedNotificationCenter : NSNotificationCenter
++ (NSDistributedNotificationCenter *)defaultCenter;
++ (NSDistributedNotificationCenter *)notificationCenterForType:(NSString *)type;
+- (void)addObserver:(id)observer
+              selector:(SEL)selector
+                  name:(NSString *)name
+                object:(NSString *)object
+    suspensionBehavior:(NSNotificationSuspensionBehavior)behavior;
+- (void)postNotificationName:(NSString *)name
+                      object:(NSString *)object
+                    userInfo:(NSDictionary *)userInfo
+                     options:(NSDistributedNotificationOptions)options;
+- (void)postNotificationName:(NSString *)name
+                      object:(NSString *)object
+                    userInfo:(NSDictionary *)userInfo
+          deliverImmediately:(BOOL)deliverImmediately;
+- (BOOL)suspended;
+- (void)setSuspended:(BOOL)suspended;
+@end
+
+CF_EXTERN_C_BEGIN
+
+CF_EXPORT NSString *const NSLocalNotificationCenterType;
+
+CF_EXPORT void NSLog(NSString *format, ...);
+
+CF_EXTERN_C_END
+
+#endif
