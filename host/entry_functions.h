@@ -67,12 +67,12 @@ uint32_t GetStringEncoding(String *string);
 void SetStringEncoding(String *string, uint32_t encoding);
 String *ConvertString(String *string, uint32_t encoding);
 const char *StringGetCString(String *string);
-CFStringRef GetStringCFString(String *string, int64_t unused);
+CFStringRef GetStringCFString(String *string, int64_t unused) __attribute__((cf_returns_retained));
 bool GetStringData(String *string, uint32_t encoding, NotNull<StringData> out);
 void DisposeStringData(NotNull<StringData> data);
 void LockText(Text *text);
 void UnlockText(Text *text);
-CFStringRef CopyTextCFString(Text *text);
+CFStringRef CopyTextCFString(Text *text) __attribute__((cf_returns_retained));
 
 // Arrays
 Instance *CreateArray(int64_t elementType, int64_t upperBound);

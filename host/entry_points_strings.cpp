@@ -11,7 +11,7 @@ namespace qzlhost {
 
 namespace {
 
-CFStringRef NewCFStringOf(const std::optional<std::u16string> &text)
+__attribute__((cf_returns_retained)) CFStringRef NewCFStringOf(const std::optional<std::u16string> &text)
 {
     const CocoaScope cocoa;
     return text ? NewCFString(*text) : nullptr;

@@ -56,7 +56,7 @@ NativeValue Narrowed(NativeType type, NativeValue value)
         value.integer = static_cast<uint8_t>(value.integer) != 0 ? 1 : 0;
         break;
     case NativeType::Int8:
-        value.integer = static_cast<int64_t>(static_cast<int8_t>(value.integer));
+        value.integer = static_cast<int8_t>(value.integer); // NOLINT(bugprone-signed-char-misuse): a number
         break;
     case NativeType::UInt8:
         value.integer = static_cast<uint8_t>(value.integer);
