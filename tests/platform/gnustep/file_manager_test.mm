@@ -278,9 +278,9 @@ TEST_F(FileReferences, RefuseWhatTheyDoNotTell)
 {
     const FSRef reference = *ReferenceOf(folder);
     FSCatalogInfo info = {};
-    FSSpec spec;
+    FSSpec place;
     EXPECT_EQ(FSGetCatalogInfo(&reference, kFSCatInfoCreateDate, &info, nullptr, nullptr, nullptr), paramErr);
-    EXPECT_EQ(FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &spec, nullptr), paramErr);
+    EXPECT_EQ(FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &place, nullptr), paramErr);
     EXPECT_EQ(FSGetCatalogInfo(&reference, kFSCatInfoNodeID, nullptr, nullptr, nullptr, nullptr), noErr);
 }
 
