@@ -102,6 +102,8 @@ TEST_F(Errors, ErrorNumberIsZeroWhateverIsPassed)
     Host &host = Start();
     ExpectRaised(
         host, [] { RaiseException("RuntimeException", "text", 42, 77); }, "RuntimeException", "text");
+    // Set, not only left at what a new exception has.
+    EXPECT_EQ(host.CallsOf("REALSetPropValueInteger"), 1);
 }
 
 TEST_F(Errors, UnknownClassFallsBackToRuntimeException)

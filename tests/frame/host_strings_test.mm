@@ -321,11 +321,12 @@ TEST_P(UTF32ByVersion, ComesOutAsUTF8)
     const Value string = Build(BytesOf(points), kCFStringEncodingUTF32);
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "a\xC3\xA4\xF0\x9F\x98\x80");
-    const bool builtByHost = GetParam() >= 2013.0;
-    EXPECT_EQ(
-        AnyHolds({host.Trace().empty() ? "" : host.Trace()[0].function},
-                 builtByHost || GetParam() >= 2012.0 ? "REALBuildStringWithEncoding" : "REALBuildString"),
-        true);
+    const qzlhost::TraceEntry built = host.Trace().at(0);
+    EXPECT_EQ(built.function, GetParam() >= 2012.0 ? "REALBuildStringWithEncoding" : "REALBuildString");
+    // Twelve bytes of UTF-32 where the host knows it, else four units of UTF-16.
+    EXPECT_EQ(built.arguments, GetParam() >= 2013.0   ? "\"a\", 12, 201326848"
+                               : GetParam() >= 2012.0 ? "\"a\", 8, 256"
+                                                      : "\"a\", 8");
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, UTF32ByVersion,
