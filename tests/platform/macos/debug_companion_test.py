@@ -1,0 +1,42 @@
+"""The debugging information that stands beside the dylib."""
+import os
+import unittest
+from pathlib import Path
+
+import dylib
+import llvm_tools
+
+SOURCES = Path(__file__).resolve().parents[3]
+SOURCE_FOLDERS = ('frame', 'notifications', 'bridge')
+
+
+def source_files():
+    """The library's sources, relative to the repository."""
+    return {str(path.relative_to(SOURCES))
+            for folder in SOURCE_FOLDERS for path in (SOURCES / folder).rglob('*')
+            if path.suffix in ('.cpp', '.mm')}
+
+
+class DebugCompanion(unittest.TestCase):
+    def setUp(self):
+        self.dylib = dylib.under_test()
+        self.companion = self.dylib.debug_companion
+        self.assertTrue(self.companion.is_dir())
+
+    def test_belongs_to_this_very_dylib(self):
+        identity = llvm_tools.uuids(self.dylib.path)
+        self.assertEqual(1, len(identity))
+        self.assertEqual(identity, llvm_tools.uuids(self.companion))
+
+    def test_describes_every_source_file(self):
+        described = {os.path.normpath(unit.name) for unit in llvm_tools.compile_units(self.companion)}
+        self.assertEqual(source_files(), described)
+
+    def test_places_every_source_file_in_the_code(self):
+        for unit in llvm_tools.compile_units(self.companion):
+            with self.subTest(unit.name):
+                self.assertIn('DW_AT_stmt_list', unit.attributes)
+                self.assertTrue({'DW_AT_ranges', 'DW_AT_high_pc'} & unit.attributes.keys())
+
+    def test_is_sound(self):
+        llvm_tools.verify_debug_information(self.companion)
