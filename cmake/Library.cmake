@@ -1,11 +1,13 @@
 # The library itself: one set of sources for every platform.
 
 set(library_sources
+  frame/cocoa_data.mm
   frame/cocoa_exceptions.mm
   frame/cocoa_strings.mm
   frame/errors.cpp
   frame/host_entry_points.cpp
   frame/host_strings.cpp
+  frame/memory_blocks.cpp
   frame/plugin.cpp
   notifications/DRNotificationCenterQZL.mm
   notifications/NSDistributedNotificationCenterQZL.mm
@@ -19,9 +21,14 @@ set(library_sources
   bridge/to_host/instance_registry.cpp
   bridge/to_host/object_to_variant.mm
   bridge/to_host/wrappers.mm
+  bridge/to_cocoa/array_to_cocoa.mm
+  bridge/to_cocoa/date_to_cocoa.mm
   bridge/to_cocoa/dictionary_methods.cpp
   bridge/to_cocoa/dictionary_to_cocoa.mm
-  bridge/to_cocoa/variant_to_object.mm)
+  bridge/to_cocoa/folder_item_to_cocoa.mm
+  bridge/to_cocoa/object_to_cocoa.mm
+  bridge/to_cocoa/variant_to_object.mm
+  bridge/to_cocoa/wrapper_classes.cpp)
 
 # Objects on their own, so that tests reach functions that no member of a class leads to.
 add_library(qzl_objects OBJECT ${library_sources})

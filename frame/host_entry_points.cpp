@@ -7,18 +7,25 @@
 
 namespace {
 
-/// Calls the host function that `slot` keeps, after looking it up by `name` as long as the host has not given
-/// one. Without one it answers 0, null or false. For a procedure it answers whether the host has it. Threads
-/// that race store the same pointer.
+/// The host function that `slot` keeps, after looking it up by `name` as long as the host has not given one;
+/// null without one. Threads that race store the same pointer.
+template <typename Function>
+Function *FindHostFunction(Function *&slot, const char *name)
+{
+    Function *function = __atomic_load_n(&slot, __ATOMIC_RELAXED);
+    if (function == nullptr) {
+        function = reinterpret_cast<Function *>(gResolver(name));
+        __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
+    }
+    return function;
+}
+
+/// Calls a host function. Without it the answer is 0, null or false. For a procedure the answer is whether
+/// the host has it.
 template <typename Result, typename... Parameters, typename... Arguments>
 auto CallHost(Result (*&slot)(Parameters...), const char *name, Arguments... arguments)
 {
-    using Function = Result (*)(Parameters...);
-    Function function = __atomic_load_n(&slot, __ATOMIC_RELAXED);
-    if (function == nullptr) {
-        function = reinterpret_cast<Function>(gResolver(name));
-        __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
-    }
+    const auto function = FindHostFunction(slot, name);
     if constexpr (std::is_void_v<Result>) {
         if (function != nullptr)
             function(arguments...);
@@ -26,6 +33,20 @@ auto CallHost(Result (*&slot)(Parameters...), const char *name, Arguments... arg
     } else {
         return function != nullptr ? function(arguments...) : Result();
     }
+}
+
+/// The value of a variant that the host function gives, or, without that function, the property of the
+/// variant.
+template <typename Result>
+Result CallHostOr(Result (*&slot)(REALobject), const char *name,
+                  bool (*getProperty)(REALobject, const char *, Result *), const char *property,
+                  REALobject variant)
+{
+    if (const auto function = FindHostFunction(slot, name))
+        return function(variant);
+    Result value = Result();
+    getProperty(variant, property, &value);
+    return value;
 }
 
 /// The element that `reader` reads, or 0 or null without a reader.
@@ -209,25 +230,25 @@ REALobject REALNewVariantText(REALtext value)
 REALstring GetVariantString(REALobject variant)
 {
     static REALstring (*pVariantToString)(REALobject);
-    return CallHost(pVariantToString, "VariantToString", variant);
+    return CallHostOr(pVariantToString, "VariantToString", REALGetPropValueString, "StringValue", variant);
 }
 
 int64_t GetVariantInt64(REALobject variant)
 {
     static int64_t (*pVariantToInt64)(REALobject);
-    return CallHost(pVariantToInt64, "VariantToInt64", variant);
+    return CallHostOr(pVariantToInt64, "VariantToInt64", REALGetPropValueInt64, "LongValue", variant);
 }
 
 double GetVariantDouble(REALobject variant)
 {
     static double (*pVariantToDouble)(REALobject);
-    return CallHost(pVariantToDouble, "VariantToDouble", variant);
+    return CallHostOr(pVariantToDouble, "VariantToDouble", REALGetPropValueDouble, "DoubleValue", variant);
 }
 
 float GetVariantSingle(REALobject variant)
 {
     static float (*pVariantToSingle)(REALobject);
-    return CallHost(pVariantToSingle, "VariantToSingle", variant);
+    return CallHostOr(pVariantToSingle, "VariantToSingle", REALGetPropValueSingle, "SingleValue", variant);
 }
 
 // Strings and texts

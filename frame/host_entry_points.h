@@ -59,6 +59,7 @@ REALobject REALNewVariantDouble(double value);
 REALobject REALNewVariantSingle(float value);
 REALobject REALNewVariantBoolean(bool value);
 REALobject REALNewVariantText(REALtext value);
+/// A variant's value; on hosts without the function the variant's property, such as "LongValue".
 REALstring GetVariantString(REALobject variant);
 int64_t GetVariantInt64(REALobject variant);
 double GetVariantDouble(REALobject variant);

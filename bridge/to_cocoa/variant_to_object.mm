@@ -1,8 +1,11 @@
-// Turns a host variant into a Cocoa object: strings so far, everything else gives nil.
+// Turns a host variant into a Cocoa object, by the variant's type code.
 #include "bridge/to_cocoa/variant_to_object.h"
 
 #import <Foundation/Foundation.h>
 
+#include "bridge/to_cocoa/array_to_cocoa.h"
+#include "bridge/to_cocoa/date_to_cocoa.h"
+#include "bridge/to_cocoa/object_to_cocoa.h"
 #include "frame/host_ref.h"
 #include "frame/host_strings.h"
 
@@ -25,21 +28,90 @@ int64_t GetVariantType(REALobject variant)
     return type;
 }
 
-constexpr int64_t kString = 8;
+id ConvertLong(REALobject variant)
+{
+    return [NSNumber numberWithLong:GetVariantInt64(variant)];
+}
 
-/// Never nil: an empty string stands in for what gives none.
-NSString *StringOfVariant(REALobject variant)
+id ConvertLongLong(REALobject variant)
+{
+    return [NSNumber numberWithLongLong:GetVariantInt64(variant)];
+}
+
+id ConvertSingle(REALobject variant)
+{
+    return [NSNumber numberWithFloat:GetVariantSingle(variant)];
+}
+
+id ConvertDouble(REALobject variant)
+{
+    return [NSNumber numberWithDouble:GetVariantDouble(variant)];
+}
+
+/// Only the low byte counts.
+id ConvertBoolean(REALobject variant)
+{
+    return [NSNumber numberWithBool:static_cast<BOOL>(GetVariantInt64(variant))];
+}
+
+id ConvertDate(REALobject variant)
+{
+    REALobject date = nullptr;
+    if (!REALGetPropValueObject(variant, "DateValue", &date))
+        return nil;
+    const HostRef<REALobject> owner(date);
+    return NewNSDate(date);
+}
+
+/// Never nil: the empty string stands in for what gives none.
+id ConvertString(REALobject variant)
 {
     const HostRef<REALstring> string(GetVariantString(variant));
     NSString *const text = NewNSString(string.Get());
     return text != nil ? text : @"";
 }
 
+constexpr struct {
+    int64_t code;
+    id (*convert)(REALobject variant);
+} kConversions[] = {
+    {2, ConvertLong},
+    {3, ConvertLongLong},
+    {4, ConvertSingle},
+    {5, ConvertDouble},
+    {6, ConvertDouble},
+    {7, ConvertDate},
+    {8, ConvertString},
+    {9, GetObjectAsNSObject},
+    {11, ConvertBoolean},
+    {16, ConvertLong},
+    {18, ConvertString},
+    {19, ConvertString},
+    {20, ConvertString},
+    {21, ConvertString},
+    {23, ConvertString},
+    {37, ConvertString},
+    // Arrays: 4096 and the element's code. There is none for 6, although there is a scalar.
+    {4098, ConvertIntegerArray},
+    {4099, ConvertInt64Array},
+    {4100, ConvertSingleArray},
+    {4101, ConvertDoubleArray},
+    {4103, ConvertDateArray},
+    {4104, ConvertStringArray},
+    {4105, ConvertObjectArray},
+    {4107, ConvertBooleanArray},
+    {4133, ConvertTextArray},
+};
+
 } // namespace
 
 id GetVariantAsNSObject(REALobject variant)
 {
-    if (variant == nullptr || GetVariantType(variant) != kString)
+    if (variant == nullptr)
         return nil;
-    return StringOfVariant(variant);
+    const int64_t code = GetVariantType(variant);
+    for (const auto &conversion : kConversions)
+        if (conversion.code == code)
+            return conversion.convert(variant);
+    return nil;
 }

@@ -97,6 +97,46 @@ void CheckWrapper(const std::string &name, Result (*wrapper)(Parameters...))
     CheckWrapperOf<Result>(name, wrapper);
 }
 
+/// The property of a variant, as a host function gives it that reads properties by name.
+template <typename Value>
+struct PropertyFunction {
+    static inline std::string name;
+
+    static bool Call(REALobject, const char *given, Value *value)
+    {
+        name = given;
+        *value = Sample<Value>();
+        return true;
+    }
+};
+
+/// A reader of variants: through its own host function or else through the variant's property.
+template <typename Value>
+void CheckVariantReader(const std::string &name, Value (*wrapper)(REALobject),
+                        const std::string &propertyFunction, const std::string &property)
+{
+    SCOPED_TRACE(name);
+    gResolver = Resolve;
+    gAnswers.clear();
+    gAsks.clear();
+    const auto variant = Sample<REALobject>();
+
+    EXPECT_EQ(wrapper(variant), Value());
+    EXPECT_EQ(gAsks[name], 1);
+
+    gAnswers[propertyFunction] = reinterpret_cast<void *>(&PropertyFunction<Value>::Call);
+    EXPECT_EQ(wrapper(variant), Sample<Value>());
+    EXPECT_EQ(PropertyFunction<Value>::name, property);
+    EXPECT_EQ(gAsks[name], 2) << "asked again as long as it is missing";
+
+    PropertyFunction<Value>::name.clear();
+    gAnswers[name] = reinterpret_cast<void *>(&HostFunction<Value, REALobject>::Call);
+    EXPECT_EQ(wrapper(variant), Sample<Value>());
+    EXPECT_EQ(wrapper(variant), Sample<Value>());
+    EXPECT_EQ(PropertyFunction<Value>::name, "") << "the property counts only without the function";
+    EXPECT_EQ(gAsks[name], 3) << "kept once found";
+}
+
 /// An element reader that keeps its arguments, behind a host function that gives it for an array.
 template <typename Element>
 struct ElementReader {
@@ -170,10 +210,6 @@ TEST(HostEntryPoints, AreFoundByNameAndKept)
     CheckWrapper("SingleToVariant", REALNewVariantSingle);
     CheckWrapper("BooleanToVariant", REALNewVariantBoolean);
     CheckWrapper("PluginNewVariantText", REALNewVariantText);
-    CheckWrapper("VariantToString", GetVariantString);
-    CheckWrapper("VariantToInt64", GetVariantInt64);
-    CheckWrapper("VariantToDouble", GetVariantDouble);
-    CheckWrapper("VariantToSingle", GetVariantSingle);
 
     CheckWrapperOf<void>("REALLockString", REALLockString);
     CheckWrapper("REALUnlockString", REALUnlockString);
@@ -198,6 +234,14 @@ TEST(HostEntryPoints, AreFoundByNameAndKept)
     CheckWrapper("memoryBlockGetSize", REALMemoryBlockGetSize);
     CheckWrapper("REALFSRefFromFolderItem", REALFSRefFromFolderItem);
     CheckWrapper("REALFolderItemFromParentFSRef", REALFolderItemFromParentFSRef);
+}
+
+TEST(HostEntryPoints, ReadVariantsThroughTheirPropertiesWhereTheFunctionIsMissing)
+{
+    CheckVariantReader("VariantToString", GetVariantString, "REALGetPropValueString", "StringValue");
+    CheckVariantReader("VariantToInt64", GetVariantInt64, "REALGetPropValueInt64", "LongValue");
+    CheckVariantReader("VariantToDouble", GetVariantDouble, "REALGetPropValueDouble", "DoubleValue");
+    CheckVariantReader("VariantToSingle", GetVariantSingle, "REALGetPropValueSingle", "SingleValue");
 }
 
 TEST(HostEntryPoints, ReadElementsThroughTheReaderOfTheArray)

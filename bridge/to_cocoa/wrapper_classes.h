@@ -1,0 +1,30 @@
+// The host classes whose instances hold a Cocoa object as their handle, in the order in which they are tried.
+#pragma once
+
+#include <cstddef>
+
+#include "frame/host_types.h"
+
+/// Whether the object is an instance of a class that is looked up on the first call only: a class that was
+/// not loaded then stays unknown for the life of the process.
+bool IsOfRememberedWrapperClass(REALobject object);
+
+/// Whether the object is an instance of the host class of that name, which is looked up on every call.
+bool IsOfHostClass(REALobject object, const char *className);
+
+/// Host classes of wrappers that are tried after the remembered ones.
+inline constexpr const char *kDelegateWrapperClasses[] = {
+    "WebUIDelegateQZL",
+    "WebResourceLoadDelegateQZL",
+    "WebFrameLoadDelegateQZL",
+    "WebDownloadDelegateQZL",
+    "DRBurnQZL",
+    "PDFAnnotationQZL",
+    "PDFActionQZL",
+};
+
+/// Host classes of wrappers that are tried after the value classes; most hold a Core Foundation object.
+inline constexpr const char *kOtherWrapperClasses[] = {
+    "WebPolicyDelegateQZL", "CFObjectQZL", "CGColorQZL",   "CGFontQZL",  "CGImageQZL",
+    "CGColorSpaceQZL",      "CGPathQZL",   "CGContextQZL", "CGLayerQZL",
+};

@@ -1,0 +1,115 @@
+// Makes host memory blocks and finds their bytes.
+#include "frame/memory_blocks.h"
+
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+#include "frame/errors.h"
+#include "frame/host_ref.h"
+
+namespace {
+
+/// The plain way to a block takes 32 bits for its size; from this size on the constructor does it.
+constexpr int64_t kFirstSizeForConstructor = 0x7FFFFFFF;
+
+using PointerFunction = void *(*)(REALmemoryBlock block);
+PointerFunction myMemoryBlockGetPtr;
+
+REALmemoryBlock AsMemoryBlock(REALobject instance)
+{
+    return reinterpret_cast<REALmemoryBlock>(instance);
+}
+
+/// The block's own method, asked of a block made for the purpose, or the host's function; null without
+/// either. Kept once the method is found.
+PointerFunction FindPointerFunction(REALmemoryBlock block)
+{
+    constexpr int32_t kProbeSize = 4;
+    const HostRef<REALobject> probe(AsInstance(REALNewMemoryBlockOriginal(kProbeSize)));
+    const REALobject asked = probe ? probe.Get() : AsInstance(block);
+    myMemoryBlockGetPtr =
+        reinterpret_cast<PointerFunction>(REALLoadObjectMethod(asked, "Operator_Convert() As Ptr"));
+    return myMemoryBlockGetPtr != nullptr ? myMemoryBlockGetPtr : REALMemoryBlockGetPtr;
+}
+
+/// A block of the size with one reference for the caller, or null. What the host raises meanwhile it keeps to
+/// itself.
+REALmemoryBlock NewMemoryBlock(int64_t size)
+{
+    if (size < kFirstSizeForConstructor)
+        return REALNewMemoryBlockOriginal(static_cast<int32_t>(size));
+    MemoryBlockRequest request = {size, nullptr};
+    const HostRef<REALobject> report(REALCallFunctionWithExceptionHandler(REALNewMemoryBlockWork, &request));
+    return request.block;
+}
+
+/// A block with a copy of the bytes, or null.
+REALmemoryBlock CopyToMemoryBlock(const void *bytes, int64_t length)
+{
+    HostRef<REALobject> block(AsInstance(NewMemoryBlock(length)));
+    void *const target = block ? MyREALMemoryBlockGetPtr(AsMemoryBlock(block.Get())) : nullptr;
+    if (target == nullptr)
+        return nullptr;
+    std::memcpy(target, bytes, static_cast<size_t>(length));
+    return AsMemoryBlock(block.Release());
+}
+
+void RaiseOutOfMemory(int64_t length)
+{
+    char message[200];
+    std::snprintf(message, sizeof message, "Failed to allocate a memoryblock with %lld bytes in size.",
+                  static_cast<long long>(length));
+    RaiseException("OutOfMemoryException", message);
+}
+
+} // namespace
+
+void *MyREALMemoryBlockGetPtr(REALmemoryBlock block)
+{
+    if (block == nullptr)
+        return nullptr;
+    const PointerFunction function =
+        myMemoryBlockGetPtr != nullptr ? myMemoryBlockGetPtr : FindPointerFunction(block);
+    return function(block);
+}
+
+int64_t MemoryBlockSize(REALmemoryBlock block)
+{
+    int64_t size = 0;
+    if (REALGetPropValueInteger(AsInstance(block), "Size", &size))
+        return size;
+    return REALMemoryBlockGetSize(block);
+}
+
+void REALNewMemoryBlockWork(void *argument)
+{
+    using Constructor = void (*)(REALobject instance, int64_t size);
+    MemoryBlockRequest *const request = static_cast<MemoryBlockRequest *>(argument);
+    HostRef<REALobject> instance(REALnewInstance("MemoryBlock"));
+    if (!instance)
+        return;
+    // Found or not, it is what it was the first time.
+    static const auto constructor =
+        reinterpret_cast<Constructor>(REALLoadObjectMethod(instance.Get(), "Constructor(bytes as Integer)"));
+    if (constructor == nullptr)
+        return;
+    constructor(instance.Get(), request->size);
+    if (MemoryBlockSize(AsMemoryBlock(instance.Get())) >= request->size)
+        request->block = AsMemoryBlock(instance.Release());
+}
+
+REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
+{
+    if (bytes == nullptr || length <= 0)
+        return nullptr;
+    REALmemoryBlock block = nullptr;
+    try {
+        block = CopyToMemoryBlock(bytes, length);
+    } catch (const std::bad_alloc &) {
+        block = nullptr;
+    }
+    if (block == nullptr)
+        RaiseOutOfMemory(length);
+    return block;
+}

@@ -1,0 +1,38 @@
+// Binary data: host memory blocks of Cocoa data, and the bytes of host memory blocks.
+// Called on the thread that the host called in on.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/host_types.h"
+
+/// What `REALNewMemoryBlockWork` is asked for, and what it gives.
+struct MemoryBlockRequest {
+    /// Bytes.
+    int64_t size;
+    /// A block of at least that size with one reference for the caller, or null.
+    REALmemoryBlock block;
+};
+
+/// The address of a memory block's bytes, borrowed from the block; null for null and where the host cannot
+/// tell.
+void *MyREALMemoryBlockGetPtr(REALmemoryBlock block);
+
+/// The size of a memory block in bytes, as the block or else the host tells; 0 where neither does.
+int64_t MemoryBlockSize(REALmemoryBlock block);
+
+/// Fills a `MemoryBlockRequest` through the host's constructor, which takes sizes beyond 32 bits. It is run
+/// by the host's exception handler: what the constructor raises does not come through here.
+void REALNewMemoryBlockWork(void *request);
+
+/// A new memory block that holds a copy of the bytes, with one reference for the caller. Null without bytes;
+/// null with the host exception raised when no block can be made.
+REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length);
+
+#ifdef __OBJC__
+@class NSData;
+
+/// A new memory block that holds the data's bytes, with one reference for the caller. Null for nil and for
+/// empty data; null with the host exception raised when no block can be made.
+REALmemoryBlock NSDataRB(NSData *data);
+#endif
