@@ -7,6 +7,28 @@
 
 typedef long NSInteger;
 typedef unsigned long NSUInteger;
+typedef double CGFloat;
+
+struct CGPoint {
+    CGFloat x;
+    CGFloat y;
+};
+struct CGSize {
+    CGFloat width;
+    CGFloat height;
+};
+struct CGRect {
+    struct CGPoint origin;
+    struct CGSize size;
+};
+typedef struct CGPoint NSPoint;
+typedef struct CGSize NSSize;
+typedef struct CGRect NSRect;
+
+typedef struct _NSRange {
+    NSUInteger location;
+    NSUInteger length;
+} NSRange;
 
 @class NSArray, NSDictionary, NSString;
 
@@ -31,9 +53,55 @@ __attribute__((objc_root_class))
 @interface NSString : NSObject
 @end
 
+@interface NSURL : NSObject
+@end
+
+@interface NSData : NSObject
++ (id)dataWithBytes:(const void *)bytes length:(NSUInteger)length;
+- (const void *)bytes;
+- (NSUInteger)length;
+@end
+
+@interface NSTimeZone : NSObject
++ (NSTimeZone *)localTimeZone;
+@end
+
+@interface NSDate : NSObject
+@end
+
+@interface NSCalendarDate : NSDate
++ (id)dateWithYear:(NSInteger)year
+             month:(NSUInteger)month
+               day:(NSUInteger)day
+              hour:(NSUInteger)hour
+            minute:(NSUInteger)minute
+            second:(NSUInteger)second
+          timeZone:(NSTimeZone *)timeZone;
+@end
+
+@interface NSValue : NSObject
++ (NSValue *)valueWithPoint:(NSPoint)point;
++ (NSValue *)valueWithSize:(NSSize)size;
++ (NSValue *)valueWithRect:(NSRect)rect;
++ (NSValue *)valueWithRange:(NSRange)range;
+@end
+
+@interface NSNumber : NSValue
++ (NSNumber *)numberWithBool:(BOOL)value;
++ (NSNumber *)numberWithLong:(long)value;
++ (NSNumber *)numberWithLongLong:(long long)value;
++ (NSNumber *)numberWithFloat:(float)value;
++ (NSNumber *)numberWithDouble:(double)value;
+@end
+
 @interface NSArray : NSObject
 - (NSUInteger)count;
 - (id)objectAtIndex:(NSUInteger)index;
+@end
+
+@interface NSMutableArray : NSArray
++ (id)array;
+- (void)addObject:(id)object;
 @end
 
 @interface NSDictionary : NSObject
