@@ -1,0 +1,201 @@
+// The element types of host arrays, and what Cocoa must make of arrays of them.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "tests/support/linked_test.h"
+
+/// One element type of host arrays.
+struct ArrayRow {
+    const char *name;
+    int64_t arrayCode;
+    int64_t elementCode;
+    /// The host function that gives the element reader.
+    const char *reader;
+    qzlhost::Value (*element)(qzlhost::Host &host, int64_t index);
+    id (*expected)(int64_t index);
+    /// What an element becomes that cannot be read; nil where Cocoa refuses it.
+    id (*missing)();
+};
+
+inline void PrintTo(const ArrayRow &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+inline constexpr int64_t kStep = -123456789012;
+
+inline qzlhost::Value IntegerElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value(index * kStep);
+}
+
+inline qzlhost::Value BooleanElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value(index % 3 == 0);
+}
+
+inline qzlhost::Value SingleElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value(static_cast<float>(index) + 0.1f);
+}
+
+inline qzlhost::Value DoubleElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value(static_cast<double>(index) + 0.1);
+}
+
+inline qzlhost::Value DateElement(qzlhost::Host &host, int64_t index)
+{
+    return host.NewDate(2024, 2, 29, 14, 5, index % 60);
+}
+
+inline std::string TextOfIndex(int64_t index)
+{
+    return "\xC3\xA4 \xF0\x9D\x84\x9E " + std::to_string(index);
+}
+
+inline qzlhost::Value StringElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value(TextOfIndex(index));
+}
+
+inline qzlhost::Value TextElement(qzlhost::Host &, int64_t index)
+{
+    return qzlhost::Value::TextOf(TextOfIndex(index));
+}
+
+inline id ExpectedText(int64_t index)
+{
+    return [NSString stringWithUTF8String:TextOfIndex(index).c_str()];
+}
+
+inline id ExpectedDate(int64_t index)
+{
+    return [NSCalendarDate dateWithYear:2024
+                                  month:2
+                                    day:29
+                                   hour:14
+                                 minute:5
+                                 second:static_cast<NSUInteger>(index % 60)
+                               timeZone:[NSTimeZone localTimeZone]];
+}
+
+inline id NoObject()
+{
+    return nil;
+}
+
+inline id EmptyText()
+{
+    return @"";
+}
+
+inline const ArrayRow kIntegers = {
+    "Integers",
+    4098,
+    qzlhost::code::Int32,
+    "PluginIntegerArrayGetProc",
+    IntegerElement,
+    [](int64_t index) -> id { return [NSNumber numberWithLong:index * kStep]; },
+    []() -> id { return [NSNumber numberWithLong:0]; },
+};
+inline const ArrayRow kInt64s = {
+    "Int64s",
+    4099,
+    qzlhost::code::Int64,
+    "PluginInt64ArrayGetProc",
+    IntegerElement,
+    [](int64_t index) -> id { return [NSNumber numberWithLongLong:index * kStep]; },
+    []() -> id { return [NSNumber numberWithLongLong:0]; },
+};
+inline const ArrayRow kSingles = {
+    "Singles",
+    4100,
+    qzlhost::code::Single,
+    "PluginSingleArrayGetProc",
+    SingleElement,
+    [](int64_t index) -> id { return [NSNumber numberWithFloat:static_cast<float>(index) + 0.1f]; },
+    []() -> id { return [NSNumber numberWithFloat:0]; },
+};
+inline const ArrayRow kDoubles = {
+    "Doubles",
+    4101,
+    qzlhost::code::Double,
+    "PluginDoubleArrayGetProc",
+    DoubleElement,
+    [](int64_t index) -> id { return [NSNumber numberWithDouble:static_cast<double>(index) + 0.1]; },
+    []() -> id { return [NSNumber numberWithDouble:0]; },
+};
+inline const ArrayRow kBooleans = {
+    "Booleans",
+    4107,
+    qzlhost::code::Boolean,
+    "PluginBooleanArrayGetProc",
+    BooleanElement,
+    [](int64_t index) -> id { return [NSNumber numberWithBool:index % 3 == 0]; },
+    []() -> id { return [NSNumber numberWithBool:NO]; },
+};
+inline const ArrayRow kStrings = {
+    "Strings",    4104,      qzlhost::code::String, "PluginStringArrayGetProc", StringElement,
+    ExpectedText, EmptyText,
+};
+inline const ArrayRow kTexts = {
+    "Texts", 4133, qzlhost::code::Text, "PluginTextArrayGetProc", TextElement, ExpectedText, EmptyText,
+};
+inline const ArrayRow kDates = {
+    "Dates", 4103, qzlhost::code::Date, "PluginObjectArrayGetProc", DateElement, ExpectedDate, NoObject,
+};
+inline const ArrayRow kObjects = {
+    "Objects", 4105, qzlhost::code::Object, "PluginObjectArrayGetProc", StringElement, ExpectedText, NoObject,
+};
+
+inline const ArrayRow kNumberRows[] = {kIntegers, kInt64s, kSingles, kDoubles, kBooleans};
+inline const ArrayRow kTextRows[] = {kStrings, kTexts};
+inline const ArrayRow kNilRows[] = {kDates, kObjects};
+
+inline std::string NameOfRow(const ::testing::TestParamInfo<ArrayRow> &info)
+{
+    return info.param.name;
+}
+
+inline NSMutableArray *Convert(const qzlhost::Value &array)
+{
+    return GetVariantAsNSObject(ObjectOf(array));
+}
+
+/// The name of the Cocoa exception that converting the array ends with; nil where it ends well.
+inline NSString *ExceptionOf(const qzlhost::Value &array)
+{
+    @try {
+        Convert(array);
+        return nil;
+    } @catch (NSException *exception) {
+        return [exception name];
+    }
+}
+
+/// Equal, and a number of the same type.
+inline void ExpectSame(id actual, id expected)
+{
+    ASSERT_NE(actual, nil);
+    EXPECT_TRUE([actual isEqual:expected])
+        << [[actual description] UTF8String] << " instead of " << [[expected description] UTF8String];
+    if ([expected isKindOfClass:[NSNumber class]]) {
+        ASSERT_TRUE([actual isKindOfClass:[NSNumber class]]);
+        EXPECT_STREQ([actual objCType], [expected objCType]);
+    }
+}
+
+/// A test with arrays of these types.
+class ArrayTest : public LinkedTest {
+protected:
+    qzlhost::Value NewArray(const ArrayRow &row, int64_t count)
+    {
+        std::vector<qzlhost::Value> elements;
+        for (int64_t index = 0; index < count; ++index)
+            elements.push_back(row.element(host(), index));
+        return host().NewArray(row.elementCode, elements);
+    }
+};

@@ -1,0 +1,293 @@
+// How the fields of a host date are read, and what becomes of dates that lack or overstep them.
+#import <Foundation/Foundation.h>
+
+#include <array>
+#include <ctime>
+
+#include "bridge/to_cocoa/date_to_cocoa.h"
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "tests/support/linked_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+/// Year, month, day, hour, minute, second.
+using Fields = std::array<int64_t, 6>;
+
+const std::vector<std::string> kFieldNames = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
+
+/// Stands in for the host's reading of integer properties: knows the first `readable` fields of a date, as
+/// they are.
+struct FieldSource {
+    static inline Fields fields;
+    static inline size_t readable;
+    static inline std::vector<std::string> asked;
+
+    static bool Get(REALobject, const char *name, int64_t *value)
+    {
+        const size_t field = asked.size();
+        asked.push_back(name);
+        if (field >= readable)
+            return false;
+        *value = fields.at(field);
+        return true;
+    }
+};
+
+class DateFields : public LinkedTest {
+protected:
+    static void SetZoneToUTC()
+    {
+        const qzlhost::AutoreleasePool pool;
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+    }
+
+    /// A host that reads these fields, out of range or not, as they are, but only the first ones.
+    Host &StartWithFields(const Fields &fields, size_t readable = 6)
+    {
+        SetZoneToUTC();
+        FieldSource::fields = fields;
+        FieldSource::readable = readable;
+        return Start(2024.01, [](Host &unloaded) {
+            unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&FieldSource::Get));
+        });
+    }
+
+    Value NewDate() { return host().NewDate(2024, 2, 29, 14, 5, 9); }
+};
+
+/// What the C library makes of the fields in UTC, in or out of range.
+std::time_t InstantInUTC(const Fields &fields)
+{
+    std::tm utc{};
+    utc.tm_year = static_cast<int>(fields[0] - 1900);
+    utc.tm_mon = static_cast<int>(fields[1] - 1);
+    utc.tm_mday = static_cast<int>(fields[2]);
+    utc.tm_hour = static_cast<int>(fields[3]);
+    utc.tm_min = static_cast<int>(fields[4]);
+    utc.tm_sec = static_cast<int>(fields[5]);
+    return timegm(&utc);
+}
+
+/// What Cocoa itself gives for the fields in UTC.
+NSCalendarDate *CocoasDate(const Fields &fields)
+{
+    return [NSCalendarDate dateWithYear:fields[0]
+                                  month:static_cast<NSUInteger>(fields[1])
+                                    day:static_cast<NSUInteger>(fields[2])
+                                   hour:static_cast<NSUInteger>(fields[3])
+                                 minute:static_cast<NSUInteger>(fields[4])
+                                 second:static_cast<NSUInteger>(fields[5])
+                               timeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+}
+
+struct OutOfRange {
+    const char *name;
+    Fields fields;
+};
+
+void PrintTo(const OutOfRange &date, std::ostream *stream)
+{
+    *stream << date.name;
+}
+
+template <typename Row>
+std::string RowName(const ::testing::TestParamInfo<Row> &info)
+{
+    return info.param.name;
+}
+
+class DateThatCocoaNormalizes : public DateFields, public ::testing::WithParamInterface<OutOfRange> {};
+class DateThatCocoaReadsInItsWay : public DateFields, public ::testing::WithParamInterface<OutOfRange> {};
+class DateWithoutAField : public DateFields, public ::testing::WithParamInterface<size_t> {};
+
+} // namespace
+
+TEST_P(DateThatCocoaNormalizes, IsTheCLibrarysInstant)
+{
+    StartWithFields(GetParam().fields);
+    const Value date = NewDate();
+
+    NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
+
+    EXPECT_EQ([converted timeIntervalSince1970], static_cast<double>(InstantInUTC(GetParam().fields)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaNormalizes,
+                         ::testing::Values(OutOfRange{"Month13", {2024, 13, 1, 0, 0, 0}},
+                                           OutOfRange{"Day0", {2024, 3, 0, 0, 0, 0}},
+                                           OutOfRange{"Day32", {2024, 1, 32, 0, 0, 0}},
+                                           OutOfRange{"Day400", {2024, 3, 400, 0, 0, 0}},
+                                           OutOfRange{"February29OfACommonYear", {2023, 2, 29, 0, 0, 0}},
+                                           OutOfRange{"February30", {2024, 2, 30, 0, 0, 0}},
+                                           OutOfRange{"Hour24", {2024, 12, 31, 24, 0, 0}},
+                                           OutOfRange{"Hour25", {2024, 2, 28, 25, 0, 0}},
+                                           OutOfRange{"Minute60", {2024, 2, 28, 23, 60, 0}},
+                                           OutOfRange{"Second60", {2024, 2, 28, 23, 59, 60}},
+                                           OutOfRange{"Second100000", {2024, 3, 1, 0, 0, 100000}}),
+                         RowName<OutOfRange>);
+
+/// Cocoa takes all but the year as unsigned. On Linux it knows no month and no year below 1, and loses days
+/// on the way over two years of months.
+TEST_P(DateThatCocoaReadsInItsWay, IsCocoasInstant)
+{
+    StartWithFields(GetParam().fields);
+    const Value date = NewDate();
+
+    NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
+
+    ASSERT_NE(converted, nil);
+    EXPECT_TRUE([converted isEqual:CocoasDate(GetParam().fields)]);
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaReadsInItsWay,
+                         ::testing::Values(OutOfRange{"Month0", {2024, 0, 1, 0, 0, 0}},
+                                           OutOfRange{"Month25", {2024, 25, 1, 0, 0, 0}},
+                                           OutOfRange{"NegativeHour", {2024, 3, 1, -1, 0, 0}},
+                                           OutOfRange{"NegativeMinute", {2024, 3, 1, 0, -1, 0}},
+                                           OutOfRange{"NegativeSecond", {2024, 3, 1, 0, 0, -1}},
+                                           OutOfRange{"Year0", {0, 1, 1, 0, 0, 0}},
+                                           OutOfRange{"NegativeYear", {-5, 1, 1, 0, 0, 0}}),
+                         RowName<OutOfRange>);
+
+TEST_F(DateFields, AreReadOnceEachInTheirOrder)
+{
+    StartWithFields({2024, 2, 29, 14, 5, 9});
+    const Value date = NewDate();
+
+    NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
+
+    EXPECT_NE(converted, nil);
+    EXPECT_EQ(FieldSource::asked, kFieldNames);
+}
+
+TEST_F(DateFields, AreAllThatIsAskedOfTheHost)
+{
+    Host &host = Start();
+    const Value date = NewDate();
+    host.ClearTrace();
+
+    EXPECT_NE(NewNSDate(ObjectOf(date)), nil);
+
+    EXPECT_EQ(host.Trace().size(), 12u);
+    EXPECT_EQ(host.CallsOf("Date field"), 6) << "what the reads lead to";
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 6);
+}
+
+TEST_P(DateWithoutAField, IsNilAfterTheFieldsBeforeIt)
+{
+    const size_t readable = GetParam();
+    Host &host = StartWithFields({2024, 2, 29, 14, 5, 9}, readable);
+    const Value date = NewDate();
+
+    EXPECT_EQ(NewNSDate(ObjectOf(date)), nil);
+
+    const std::vector<std::string> expected(kFieldNames.begin(),
+                                            kFieldNames.begin() + static_cast<std::ptrdiff_t>(readable) + 1);
+    EXPECT_EQ(FieldSource::asked, expected);
+    EXPECT_EQ(host.References(date), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, DateWithoutAField, ::testing::Range(size_t{0}, size_t{6}),
+                         [](const auto &info) { return kFieldNames.at(info.param); });
+
+TEST_F(DateFields, OfWhatIsNoDateGiveNil)
+{
+    Host &host = Start();
+    const Value dictionary = host.NewDictionary();
+
+    EXPECT_EQ(NewNSDate(ObjectOf(dictionary)), nil);
+
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
+}
+
+TEST_F(DateFields, OfANullDateAreNotRead)
+{
+    Host &host = Start();
+    EXPECT_EQ(NewNSDate(nullptr), nil);
+    EXPECT_TRUE(host.Trace().empty());
+    EXPECT_EQ(host.AsksFor("REALGetPropValueInteger"), 0);
+}
+
+TEST_F(DateFields, OnAHostThatCannotReadThemGiveNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
+    const Value date = NewDate();
+    EXPECT_EQ(NewNSDate(ObjectOf(date)), nil);
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(host.References(date), 1);
+}
+
+TEST_F(DateFields, AreReadAsSoonAsTheHostCanReadThem)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.AnswerFrom("REALGetPropValueInteger", 3); });
+    const Value date = NewDate();
+    EXPECT_EQ(NewNSDate(ObjectOf(date)), nil);
+    EXPECT_EQ(NewNSDate(ObjectOf(date)), nil);
+    EXPECT_NE(NewNSDate(ObjectOf(date)), nil);
+    EXPECT_NE(NewNSDate(ObjectOf(date)), nil);
+    EXPECT_EQ(host.AsksFor("REALGetPropValueInteger"), 3);
+}
+
+TEST_F(DateFields, OfADateVariantGiveTheDate)
+{
+    Host &host = Start();
+    SetZoneToUTC();
+    const Value date = NewDate();
+    ASSERT_EQ(date.Code(), qzlhost::code::Date);
+
+    const id converted = GetVariantAsNSObject(ObjectOf(date));
+
+    ASSERT_TRUE([converted isKindOfClass:[NSCalendarDate class]]);
+    EXPECT_EQ([converted timeIntervalSince1970], static_cast<double>(InstantInUTC({2024, 2, 29, 14, 5, 9})));
+    EXPECT_EQ(host.CallsOf("REALGetPropValueObject"), 1);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
+    EXPECT_EQ(host.References(date), 1);
+}
+
+TEST_F(DateFields, OfADateVariantWhoseSecondIsMissingGiveNilAndReleaseTheDate)
+{
+    Host &host = StartWithFields({2024, 2, 29, 14, 5, 9}, 5);
+    const Value date = NewDate();
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(FieldSource::asked.size(), 6u);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
+    EXPECT_EQ(host.References(date), 1);
+}
+
+TEST_F(DateFields, OfADateVariantAreNotReadWithoutItsDate)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueObject"); });
+    const Value date = NewDate();
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
+}
+
+TEST_F(DateFields, OfADateVariantAreNotReadWhenItsDateIsNull)
+{
+    using GetObject = bool (*)(REALobject, const char *, REALobject *);
+    static constexpr GetObject kGetNull = [](REALobject, const char *name, REALobject *value) {
+        EXPECT_STREQ(name, "DateValue");
+        *value = nullptr;
+        return true;
+    };
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("REALGetPropValueObject", reinterpret_cast<void *>(kGetNull));
+    });
+    const Value date = NewDate();
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
+}
+
+TEST_F(DateFields, OfADateVariantAreNotReadWhenTheHostFails)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail("REALGetPropValueObject"); });
+    const Value date = NewDate();
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
+}

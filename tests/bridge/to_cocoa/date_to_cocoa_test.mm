@@ -1,0 +1,351 @@
+// Host dates become Cocoa dates: the instants are the C library's.
+#include "bridge/to_cocoa/date_to_cocoa.h"
+
+#import <Foundation/Foundation.h>
+
+#include <array>
+#include <cctype>
+#include <cstdlib>
+#include <ctime>
+
+#include "tests/support/linked_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+/// Year, month, day, hour, minute, second.
+using Fields = std::array<int64_t, 6>;
+
+std::string TextOf(const Fields &fields)
+{
+    char text[200];
+    std::snprintf(text, sizeof text, "%04ld-%02ld-%02ld %02ld:%02ld:%02ld", fields[0], fields[1], fields[2],
+                  fields[3], fields[4], fields[5]);
+    return text;
+}
+
+/// What the C library's local clock shows at an instant.
+Fields LocalFields(std::time_t instant)
+{
+    std::tm local{};
+    localtime_r(&instant, &local);
+    return {local.tm_year + int64_t{1900},
+            local.tm_mon + int64_t{1},
+            local.tm_mday,
+            local.tm_hour,
+            local.tm_min,
+            local.tm_sec};
+}
+
+/// What the C library makes of the fields, in or out of range.
+std::time_t Instant(const Fields &fields)
+{
+    std::tm local{};
+    local.tm_year = static_cast<int>(fields[0] - 1900);
+    local.tm_mon = static_cast<int>(fields[1] - 1);
+    local.tm_mday = static_cast<int>(fields[2]);
+    local.tm_hour = static_cast<int>(fields[3]);
+    local.tm_min = static_cast<int>(fields[4]);
+    local.tm_sec = static_cast<int>(fields[5]);
+    local.tm_isdst = -1;
+    return std::mktime(&local);
+}
+
+constexpr std::time_t kHour = 3600;
+constexpr std::time_t kDay = 24 * kHour;
+/// From 1971 to 2037.
+constexpr std::time_t kFirst = 31536000;
+constexpr std::time_t kLast = 2145916800;
+
+/// Every instant at which the C library's local clock shows the fields.
+std::vector<std::time_t> InstantsOf(const Fields &fields)
+{
+    constexpr std::time_t kStep = 900; // clocks change by no less
+    std::vector<std::time_t> instants;
+    const std::time_t near = Instant(fields);
+    for (std::time_t instant = near - kDay; instant <= near + kDay; instant += kStep)
+        if (LocalFields(instant) == fields)
+            instants.push_back(instant);
+    return instants;
+}
+
+/// The instants at which the local clock's distance from UTC changes.
+std::vector<std::time_t> ClockChanges()
+{
+    const auto offset = [](std::time_t instant) {
+        std::tm local{};
+        localtime_r(&instant, &local);
+        return local.tm_gmtoff;
+    };
+    std::vector<std::time_t> changes;
+    for (std::time_t after = kFirst; after < kLast; after += kHour) {
+        if (offset(after) == offset(after - kHour))
+            continue;
+        std::time_t low = after - kHour;
+        std::time_t high = after;
+        while (high - low > 1) {
+            const std::time_t middle = low + (high - low) / 2;
+            (offset(middle) == offset(low) ? low : high) = middle;
+        }
+        changes.push_back(high);
+    }
+    return changes;
+}
+
+class DateToCocoa : public LinkedTest {
+protected:
+    /// The local time zone of the C library and of Cocoa.
+    static void SetZone(const char *name)
+    {
+        setenv("TZ", name, 1);
+        tzset();
+        const qzlhost::AutoreleasePool pool;
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneWithName:@(name)]];
+    }
+
+    Value NewDate(const Fields &fields)
+    {
+        const auto [year, month, day, hour, minute, second] = fields;
+        return host().NewDate(year, month, day, hour, minute, second);
+    }
+
+    NSCalendarDate *Convert(const Fields &fields)
+    {
+        const Value date = NewDate(fields);
+        NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
+        EXPECT_EQ(host().References(date), 1);
+        return converted;
+    }
+};
+
+std::time_t InstantOf(NSDate *date)
+{
+    return static_cast<std::time_t>([date timeIntervalSince1970]);
+}
+
+Fields FieldsOf(NSCalendarDate *date)
+{
+    return {[date yearOfCommonEra], [date monthOfYear],  [date dayOfMonth],
+            [date hourOfDay],       [date minuteOfHour], [date secondOfMinute]};
+}
+
+/// What Cocoa itself gives for the fields in the zone.
+NSCalendarDate *CocoasDate(const Fields &fields, const char *zone)
+{
+    return [NSCalendarDate dateWithYear:fields[0]
+                                  month:static_cast<NSUInteger>(fields[1])
+                                    day:static_cast<NSUInteger>(fields[2])
+                                   hour:static_cast<NSUInteger>(fields[3])
+                                 minute:static_cast<NSUInteger>(fields[4])
+                                 second:static_cast<NSUInteger>(fields[5])
+                               timeZone:[NSTimeZone timeZoneWithName:@(zone)]];
+}
+
+class DateInZone : public DateToCocoa, public ::testing::WithParamInterface<const char *> {
+protected:
+    /// Checks the date that the local clock shows at an instant, unless it shows it twice.
+    void ExpectInstant(std::time_t instant)
+    {
+        const Fields fields = LocalFields(instant);
+        if (InstantsOf(fields).size() != 1)
+            return;
+        const qzlhost::AutoreleasePool pool;
+        NSCalendarDate *const date = Convert(fields);
+        EXPECT_EQ(InstantOf(date), instant) << TextOf(fields);
+        EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
+    }
+};
+
+/// Of the zones here, since 1971.
+bool ChangesNever(std::string_view zone)
+{
+    return zone == "UTC" || zone == "Asia/Kolkata";
+}
+
+std::string ZoneName(const ::testing::TestParamInfo<const char *> &info)
+{
+    std::string name;
+    for (const char *next = info.param; *next != '\0'; ++next)
+        if (std::isalnum(static_cast<unsigned char>(*next)))
+            name += *next;
+    return name;
+}
+
+constexpr const char *kZones[] = {
+    "UTC",
+    "Europe/Berlin",
+    "Europe/Dublin", // its winter time is the one that counts as changed
+    "America/New_York",
+    "America/St_Johns",    // half an hour off
+    "America/Sao_Paulo",   // changed at midnight
+    "Australia/Lord_Howe", // changes by half an hour
+    "Asia/Kolkata",        // never changes
+    "Asia/Kathmandu",      // a quarter of an hour off
+    "Pacific/Apia",        // left out a day
+    "Pacific/Kiritimati",  // furthest ahead
+};
+
+struct ClockTime {
+    const char *zone;
+    Fields fields;
+};
+
+void PrintTo(const ClockTime &time, std::ostream *stream)
+{
+    *stream << time.zone << " " << TextOf(time.fields);
+}
+
+class MissingHour : public DateToCocoa, public ::testing::WithParamInterface<ClockTime> {};
+class HourThatComesTwice : public DateToCocoa, public ::testing::WithParamInterface<ClockTime> {};
+
+} // namespace
+
+TEST_P(DateInZone, IsTheCLibrarysInstantOnBothSidesOfEachClockChange)
+{
+    SetZone(GetParam());
+    Start();
+    const std::vector<std::time_t> changes = ClockChanges();
+    EXPECT_EQ(changes.empty(), ChangesNever(GetParam()));
+    for (const std::time_t change : changes)
+        for (const std::time_t distance : {-90000, -7200, -3601, -1801, -1, 0, 1, 1800, 3600, 7200, 90000})
+            ExpectInstant(change + distance);
+}
+
+TEST_P(DateInZone, IsTheCLibrarysInstantAllTheYearRound)
+{
+    SetZone(GetParam());
+    Start();
+    for (std::time_t instant = kFirst; instant < kLast; instant += 31 * kDay + 5 * kHour + 61)
+        ExpectInstant(instant);
+}
+
+TEST_P(DateInZone, OfLeapDaysAndYearEndsIsTheCLibrarysInstant)
+{
+    SetZone(GetParam());
+    Start();
+    for (const Fields &fields :
+         {Fields{2024, 2, 29, 14, 5, 9}, Fields{2024, 2, 28, 23, 59, 59}, Fields{2024, 3, 1, 0, 0, 0},
+          Fields{2023, 2, 28, 23, 59, 59}, Fields{2023, 3, 1, 0, 0, 0}, Fields{2000, 2, 29, 12, 0, 0},
+          Fields{1999, 12, 31, 23, 59, 59}, Fields{2000, 1, 1, 0, 0, 0}, Fields{1970, 1, 2, 0, 0, 0},
+          Fields{2037, 12, 31, 23, 59, 59}}) {
+        const qzlhost::AutoreleasePool pool;
+        NSCalendarDate *const date = Convert(fields);
+        EXPECT_EQ(InstantOf(date), Instant(fields)) << TextOf(fields);
+        EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
+    }
+}
+
+/// Before 1902 and after 2037 Foundation on Linux knows one offset a zone, and not always the C library's:
+/// the clock reads the same, but the instant is Cocoa's own.
+TEST_P(DateInZone, FarFromTodayReadsAsTheHostsDate)
+{
+    SetZone(GetParam());
+    Start();
+    for (const Fields &fields :
+         {Fields{1, 1, 1, 0, 0, 0}, Fields{4, 2, 29, 1, 2, 3}, Fields{1582, 10, 10, 12, 0, 0},
+          Fields{1900, 2, 28, 23, 59, 59}, Fields{2038, 7, 1, 12, 0, 0}, Fields{2100, 2, 28, 23, 59, 59},
+          Fields{9999, 12, 31, 23, 59, 59}}) {
+        const qzlhost::AutoreleasePool pool;
+        NSCalendarDate *const date = Convert(fields);
+        EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
+        EXPECT_TRUE([date isEqual:CocoasDate(fields, GetParam())]) << TextOf(fields);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Zones, DateInZone, ::testing::ValuesIn(kZones), ZoneName);
+
+TEST_F(DateToCocoa, FarFromTodayIsTheCLibrarysInstantInUTC)
+{
+    SetZone("UTC");
+    Start();
+    for (const Fields &fields :
+         {Fields{1, 1, 1, 0, 0, 0}, Fields{4, 2, 29, 1, 2, 3}, Fields{1582, 10, 4, 0, 0, 0},
+          Fields{1582, 10, 10, 0, 0, 0}, Fields{1582, 10, 15, 0, 0, 0}, Fields{1900, 2, 28, 23, 59, 59},
+          Fields{1900, 3, 1, 0, 0, 0}, Fields{2100, 2, 28, 0, 0, 0}, Fields{2100, 3, 1, 0, 0, 0},
+          Fields{9999, 12, 31, 23, 59, 59}}) {
+        NSCalendarDate *const date = Convert(fields);
+        EXPECT_EQ(InstantOf(date), Instant(fields)) << TextOf(fields);
+        EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
+    }
+}
+
+/// Which instant stands for an hour that the clock leaves out is Cocoa's to say.
+TEST_P(MissingHour, GivesWhatCocoaMakesOfIt)
+{
+    const auto &[zone, fields] = GetParam();
+    SetZone(zone);
+    Start();
+    ASSERT_EQ(InstantsOf(fields).size(), 0u) << "the clock shows it";
+
+    NSCalendarDate *const date = Convert(fields);
+
+    ASSERT_NE(date, nil);
+    EXPECT_TRUE([date isEqual:CocoasDate(fields, zone)]);
+}
+
+INSTANTIATE_TEST_SUITE_P(Zones, MissingHour,
+                         ::testing::Values(ClockTime{"Europe/Berlin", {2024, 3, 31, 2, 0, 0}},
+                                           ClockTime{"Europe/Berlin", {2024, 3, 31, 2, 30, 0}},
+                                           ClockTime{"Europe/Berlin", {2024, 3, 31, 2, 59, 59}},
+                                           ClockTime{"America/New_York", {2024, 3, 10, 2, 30, 0}},
+                                           ClockTime{"America/St_Johns", {2024, 3, 10, 2, 30, 0}},
+                                           ClockTime{"America/Sao_Paulo", {2018, 11, 4, 0, 30, 0}},
+                                           ClockTime{"Australia/Lord_Howe", {2024, 10, 6, 2, 15, 0}},
+                                           ClockTime{"Pacific/Apia", {2011, 12, 30, 12, 0, 0}}));
+
+/// Which of the two is Cocoa's to say: on Linux it is now the first, now the second.
+TEST_P(HourThatComesTwice, GivesTheOneOfBothThatCocoaChooses)
+{
+    const auto &[zone, fields] = GetParam();
+    SetZone(zone);
+    Start();
+    const std::vector<std::time_t> instants = InstantsOf(fields);
+    ASSERT_EQ(instants.size(), 2u);
+
+    NSCalendarDate *const date = Convert(fields);
+
+    EXPECT_TRUE(InstantOf(date) == instants[0] || InstantOf(date) == instants[1]) << InstantOf(date);
+    EXPECT_TRUE([date isEqual:CocoasDate(fields, zone)]);
+    EXPECT_EQ(FieldsOf(date), fields);
+}
+
+INSTANTIATE_TEST_SUITE_P(Zones, HourThatComesTwice,
+                         ::testing::Values(ClockTime{"Europe/Berlin", {2024, 10, 27, 2, 0, 0}},
+                                           ClockTime{"Europe/Berlin", {2024, 10, 27, 2, 59, 59}},
+                                           ClockTime{"America/New_York", {2024, 11, 3, 1, 30, 0}},
+                                           ClockTime{"America/St_Johns", {2024, 11, 3, 1, 30, 0}},
+                                           ClockTime{"America/Sao_Paulo", {2018, 2, 17, 23, 30, 0}},
+                                           ClockTime{"Australia/Lord_Howe", {2024, 4, 7, 1, 30, 0}},
+                                           ClockTime{"Australia/Lord_Howe", {2024, 4, 7, 1, 59, 59}},
+                                           ClockTime{"Pacific/Apia", {2021, 4, 4, 3, 30, 0}}));
+
+TEST_F(DateToCocoa, FollowsTheLocalTimeZoneOfTheMoment)
+{
+    const Fields fields = {2024, 7, 1, 12, 0, 0};
+    SetZone("Asia/Kolkata");
+    Start();
+    const Value date = NewDate(fields);
+
+    NSCalendarDate *const inKolkata = NewNSDate(ObjectOf(date));
+    SetZone("America/New_York");
+    NSCalendarDate *const inNewYork = NewNSDate(ObjectOf(date));
+
+    EXPECT_EQ([inNewYork timeIntervalSinceDate:inKolkata], 9.5 * 3600);
+    EXPECT_EQ(InstantOf(inNewYork), Instant(fields));
+}
+
+TEST_F(DateToCocoa, IsTheCallersOnlyUntilThePoolEnds)
+{
+    SetZone("UTC");
+    Start();
+    NSCalendarDate *date = nil;
+    {
+        const qzlhost::AutoreleasePool pool;
+        date = [Convert({2024, 2, 29, 14, 5, 9}) retain];
+        EXPECT_TRUE([date isKindOfClass:[NSCalendarDate class]]);
+    }
+    EXPECT_EQ([date retainCount], 1u);
+    [date release];
+}

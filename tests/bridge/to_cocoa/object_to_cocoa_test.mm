@@ -1,0 +1,341 @@
+// Host objects that are no wrappers become Cocoa objects, by the first test that they pass.
+#include "bridge/to_cocoa/object_to_cocoa.h"
+
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <array>
+
+#include "bridge/to_cocoa/dictionary_methods.h"
+#include "tests/support/linked_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+constexpr char kConvertToPointer[] = "Operator_Convert() As Ptr";
+constexpr char kTrueItem[] = "TrueItem(Index as integer) as Folderitem";
+
+/// Instance data of one kind of numbers.
+template <typename Number, size_t Count>
+using Numbers = std::array<Number, Count>;
+
+id Convert(const Value &object)
+{
+    return GetObjectAsNSObject(ObjectOf(object));
+}
+
+qzlhost::Method FolderItemMethod()
+{
+    return {kTrueItem, [](const Value &, const std::vector<Value> &) { return Value(); }};
+}
+
+void DefineClass(Host &host, const std::string &name, const std::string &super, uint64_t dataSize = 0,
+                 std::vector<qzlhost::Method> methods = {})
+{
+    qzlhost::ClassDefinition definition;
+    definition.name = name;
+    definition.super = super;
+    definition.dataSize = dataSize;
+    definition.methods = std::move(methods);
+    host.DefineClass(std::move(definition));
+}
+
+/// A host object of a new class with these instance data.
+template <typename Data>
+Value NewWithData(Host &host, const char *className, const Data &data)
+{
+    DefineClass(host, className, "", sizeof data);
+    const Value object = host.New(className);
+    *static_cast<Data *>(host.InstanceData(object)) = data;
+    return object;
+}
+
+void *NoPointer(REALobject)
+{
+    return nullptr;
+}
+
+char gBytes[] = "borrowed";
+int64_t gReferencesMeanwhile;
+
+void *NoteReferences(REALobject block)
+{
+    const Value shared = Value::Share(reinterpret_cast<qzlhost::Instance *>(block));
+    gReferencesMeanwhile = Host::Current().References(shared) - 1;
+    return gBytes;
+}
+
+bool NegativeSize(REALobject, const char *, int64_t *size)
+{
+    *size = -3;
+    return true;
+}
+
+/// What the family's class methods were last given.
+REALobject gGiven;
+
+id WrapObject(id, SEL, REALobject object)
+{
+    gGiven = object;
+    return @"wrapped";
+}
+
+id ValueOfTime(id, SEL selector, REALobject object)
+{
+    gGiven = object;
+    return [NSString stringWithUTF8String:sel_getName(selector)];
+}
+
+void OfferObjectWrapper()
+{
+    const Class wrapper = objc_allocateClassPair([NSObject class], "QZLREALobjectWrapper", 0);
+    objc_registerClassPair(wrapper);
+    class_addMethod(object_getClass((id)wrapper), sel_registerName("wrap:"),
+                    reinterpret_cast<IMP>(WrapObject), "@24@0:8^v16");
+}
+
+using ObjectToCocoa = LinkedTest;
+
+} // namespace
+
+TEST_F(ObjectToCocoa, MemoryBlockIsACopyThatOutlivesIt)
+{
+    Host &host = Start();
+    NSData *converted = nil;
+    {
+        const Value block = host.NewMemoryBlock(std::string_view("a\0b", 3));
+        converted = Convert(block);
+        EXPECT_EQ(host.References(block), 1);
+    }
+    ASSERT_TRUE([converted isKindOfClass:[NSData class]]);
+    EXPECT_TRUE([converted isEqualToData:[NSData dataWithBytes:"a\0b" length:3]]);
+}
+
+TEST_F(ObjectToCocoa, EmptyMemoryBlockIsNilWhateverComesLater)
+{
+    OfferObjectWrapper();
+    Host &host = Start();
+    EXPECT_EQ(Convert(host.NewMemoryBlock("")), nil);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockIsLockedMeanwhile)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NoteReferences));
+    });
+    const Value block = host.NewMemoryBlock("abc");
+    ASSERT_TRUE([Convert(block) isEqualToData:[NSData dataWithBytes:"bor" length:3]]);
+    EXPECT_EQ(gReferencesMeanwhile, 2);
+    EXPECT_EQ(host.References(block), 1);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockIsNotUnlockedWhereTheHostCannotLock)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALLockObject"); });
+    const Value block = host.NewMemoryBlock("abc");
+    EXPECT_EQ([Convert(block) length], 3u);
+    EXPECT_EQ(host.References(block), 1);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockHasItsSizeFromTheProperty)
+{
+    Host &host = Start();
+    EXPECT_EQ([Convert(host.NewMemoryBlock("abc")) length], 3u);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
+    EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 0);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockHasItsSizeFromTheHostFunctionWithoutTheProperty)
+{
+    Host &host = Start();
+    host.Fail("REALGetPropValueInteger");
+    EXPECT_EQ([Convert(host.NewMemoryBlock("abc")) length], 3u);
+    EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockHasItsSizeFromTheHostFunctionOnHostsWithoutProperties)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
+    EXPECT_EQ([Convert(host.NewMemoryBlock("abc")) length], 3u);
+    EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockWithoutAnySizeIsNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("REALGetPropValueInteger");
+        unloaded.Lack("memoryBlockGetSize");
+    });
+    EXPECT_EQ(Convert(host.NewMemoryBlock("abc")), nil);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockOfNegativeSizeIsNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&NegativeSize));
+    });
+    EXPECT_EQ(Convert(host.NewMemoryBlock("abc")), nil);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockWithoutAPointerIsNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NoPointer));
+    });
+    EXPECT_EQ(Convert(host.NewMemoryBlock("abc")), nil);
+}
+
+TEST_F(ObjectToCocoa, DictionaryIsADictionary)
+{
+    Host &host = Start();
+    const Value dictionary = host.NewDictionary();
+    host.DictionarySet(dictionary, "a", 1);
+    NSDictionary *const converted = Convert(dictionary);
+    ASSERT_TRUE([converted isKindOfClass:[NSDictionary class]]);
+    EXPECT_EQ([converted count], 1u);
+    EXPECT_TRUE([[converted objectForKey:@"a"] isEqual:@1]);
+    EXPECT_EQ(LastDictionary, nullptr);
+}
+
+TEST_F(ObjectToCocoa, GeometryComesFromTheInstanceData)
+{
+    Host &host = Start();
+    // Values are equal only where their types are, too.
+    const id size = Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{1.5, -2}));
+    EXPECT_TRUE([size isEqual:[NSValue valueWithSize:NSMakeSize(1.5, -2)]]);
+    const id rect = Convert(NewWithData(host, "NSRectQZL", Numbers<double, 4>{1, 2, 3, 4}));
+    EXPECT_TRUE([rect isEqual:[NSValue valueWithRect:NSMakeRect(1, 2, 3, 4)]]);
+    const id range = Convert(NewWithData(host, "NSRangeQZL", Numbers<uint64_t, 2>{NSNotFound, 7}));
+    EXPECT_TRUE([range isEqual:[NSValue valueWithRange:NSMakeRange(NSNotFound, 7)]]);
+    const id point = Convert(NewWithData(host, "NSPointQZL", Numbers<double, 2>{-0.25, 1e300}));
+    EXPECT_TRUE([point isEqual:[NSValue valueWithPoint:NSMakePoint(-0.25, 1e300)]]);
+}
+
+TEST_F(ObjectToCocoa, TimesAreWhatTheFamilyMakesOfTheHostObject)
+{
+    Host &host = Start();
+    const struct {
+        const char *className;
+        const char *selector;
+    } rows[] = {
+        {"QTKitTimeQZL", "valueWithQTTimeQZL:"},
+        {"QTKitTimeRangeQZL", "valueWithQTTimeRangeQZL:"},
+        {"CMTimeMappingQZL", "valueWithCMTimeMappingQZL:"},
+        {"CMTimeRangeQZL", "valueWithCMTimeRangeQZL:"},
+        {"CMTimeQZL", "valueWithCMTimeQZL:"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.className);
+        DefineClass(host, row.className, "");
+        class_addMethod(object_getClass([NSValue class]), sel_registerName(row.selector),
+                        reinterpret_cast<IMP>(ValueOfTime), "@24@0:8^v16");
+        const Value time = host.New(row.className);
+        EXPECT_STREQ([Convert(time) UTF8String], row.selector);
+        EXPECT_EQ(gGiven, ObjectOf(time));
+        EXPECT_EQ(host.References(time), 1);
+    }
+}
+
+TEST_F(ObjectToCocoa, ValueClassThatComesLaterIsFound)
+{
+    Host &host = Start();
+    DefineClass(host, "Unrelated", "");
+    ASSERT_EQ(Convert(host.New("Unrelated")), nil);
+    NSValue *const size = Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{3, 4}));
+    EXPECT_TRUE(NSEqualSizes([size sizeValue], NSMakeSize(3, 4)));
+}
+
+TEST_F(ObjectToCocoa, AnyOtherObjectIsNilUntilTheFamilyWrapsIt)
+{
+    Host &host = Start();
+    DefineClass(host, "Unrelated", "");
+    const Value object = host.New("Unrelated");
+    EXPECT_EQ(Convert(object), nil);
+
+    OfferObjectWrapper();
+
+    EXPECT_TRUE([Convert(object) isEqual:@"wrapped"]);
+    EXPECT_EQ(gGiven, ObjectOf(object));
+    EXPECT_EQ(host.References(object), 1);
+}
+
+TEST_F(ObjectToCocoa, NoObjectSkipsTheFirstAndThirdTest)
+{
+    Host &host = Start();
+    EXPECT_EQ(GetObjectAsNSObject(nullptr), nil);
+    for (const qzlhost::TraceEntry &entry : host.Trace()) {
+        EXPECT_EQ(entry.arguments.find("MemoryBlock"), std::string::npos);
+        EXPECT_EQ(entry.arguments.find("Dictionary"), std::string::npos);
+    }
+}
+
+TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses)
+{
+    OfferObjectWrapper();
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
+    EXPECT_TRUE([Convert(host.NewMemoryBlock("abc")) isEqual:@"wrapped"]);
+    EXPECT_TRUE([Convert(host.NewDictionary()) isEqual:@"wrapped"]);
+    EXPECT_TRUE([Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{})) isEqual:@"wrapped"]);
+    EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
+}
+
+TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoInstances)
+{
+    OfferObjectWrapper();
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
+    EXPECT_TRUE([Convert(host.NewMemoryBlock("abc")) isEqual:@"wrapped"]);
+    EXPECT_TRUE([Convert(host.NewDictionary()) isEqual:@"wrapped"]);
+    EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
+}
+
+TEST_F(ObjectToCocoa, MemoryBlockComesBeforeFolderItem)
+{
+    Host &host = Start();
+    DefineClass(host, "Odd", "MemoryBlock", 0, {FolderItemMethod()});
+    const Value block = host.New("Odd", {3});
+    EXPECT_TRUE([Convert(block) isEqual:[NSMutableData dataWithLength:3]]);
+}
+
+TEST_F(ObjectToCocoa, DictionaryComesBeforeWrappers)
+{
+    Host &host = Start();
+    DefineClass(host, "NSTimerQZL", "Dictionary", sizeof(id));
+    EXPECT_TRUE([Convert(host.New("NSTimerQZL")) isEqual:[NSDictionary dictionary]]);
+}
+
+TEST_F(ObjectToCocoa, WrappersComeBeforeValues)
+{
+    Host &host = Start();
+    NSObject *const handle = [[[NSObject alloc] init] autorelease];
+    DefineClass(host, "NSTimerQZL", "", sizeof(Numbers<double, 2>));
+    DefineClass(host, "NSSizeQZL", "NSTimerQZL");
+    DefineClass(host, "WebUIDelegateQZL", "", sizeof(Numbers<double, 2>));
+    DefineClass(host, "NSPointQZL", "WebUIDelegateQZL");
+    for (const char *className : {"NSSizeQZL", "NSPointQZL"}) {
+        const Value object = host.New(className);
+        *static_cast<id *>(host.InstanceData(object)) = handle;
+        EXPECT_EQ(Convert(object), handle) << className;
+    }
+}
+
+TEST_F(ObjectToCocoa, ValuesComeBeforeCoreFoundationWrappers)
+{
+    Host &host = Start();
+    DefineClass(host, "CFObjectQZL", "", sizeof(Numbers<double, 2>));
+    DefineClass(host, "NSSizeQZL", "CFObjectQZL");
+    const Value object = host.New("NSSizeQZL");
+    *static_cast<Numbers<double, 2> *>(host.InstanceData(object)) = {3, 4};
+    EXPECT_TRUE(NSEqualSizes([(NSValue *)Convert(object) sizeValue], NSMakeSize(3, 4)));
+}
+
+TEST_F(ObjectToCocoa, EarlierValueClassDecides)
+{
+    Host &host = Start();
+    DefineClass(host, "NSSizeQZL", "", sizeof(Numbers<double, 2>));
+    DefineClass(host, "NSPointQZL", "NSSizeQZL");
+    const Value object = host.New("NSPointQZL");
+    *static_cast<Numbers<double, 2> *>(host.InstanceData(object)) = {3, 4};
+    EXPECT_TRUE([Convert(object) isEqual:[NSValue valueWithSize:NSMakeSize(3, 4)]]);
+}
