@@ -103,13 +103,12 @@ REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
 {
     if (bytes == nullptr || length <= 0)
         return nullptr;
-    REALmemoryBlock block = nullptr;
     try {
-        block = CopyToMemoryBlock(bytes, length);
-    } catch (const std::bad_alloc &) {
-        block = nullptr;
-    }
-    if (block == nullptr)
+        if (const REALmemoryBlock block = CopyToMemoryBlock(bytes, length))
+            return block;
         RaiseOutOfMemory(length);
-    return block;
+    } catch (const std::bad_alloc &) {
+        RaiseOutOfMemory(length);
+    }
+    return nullptr;
 }

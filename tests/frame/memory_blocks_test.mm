@@ -8,6 +8,8 @@
 #include <new>
 
 #include "frame/host_entry_points.h"
+#include <utility>
+
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
@@ -101,6 +103,17 @@ REALobject OutOfMemoryForACall(void (*)(void *), void *)
     throw std::bad_alloc();
 }
 
+/// The host's own way to instances, and one that has no memory the first time.
+REALobject (*gRealNewInstance)(const char *);
+
+REALobject OutOfMemoryForTheFirstInstance(const char *className)
+{
+    static bool failed = false;
+    if (!std::exchange(failed, true))
+        throw std::bad_alloc();
+    return gRealNewInstance(className);
+}
+
 /// What the exception handler answers, with a reference of its own.
 REALobject gReport;
 
@@ -163,6 +176,14 @@ NSData *ThreeBytes()
 REALmemoryBlock BlockHandle(const Value &block)
 {
     return reinterpret_cast<REALmemoryBlock>(ObjectOf(block));
+}
+
+/// What lies at the block's pointer, as long as the block.
+std::string TextAtPointer(const Value &block)
+{
+    const void *const bytes = MyREALMemoryBlockGetPtr(BlockHandle(block));
+    const size_t size = Host::Current().MemoryBlockBytes(block).size();
+    return bytes == nullptr ? "no pointer" : std::string(static_cast<const char *>(bytes), size);
 }
 
 } // namespace
@@ -312,6 +333,17 @@ TEST_F(MemoryBlocks, StandardExceptionWhileABlockIsMadeIsOutOfMemory)
     ExpectOutOfMemory(ThreeBytes());
 }
 
+TEST_F(MemoryBlocks, StandardExceptionWhileTheFailureIsRaisedIsOutOfMemory)
+{
+    Start(2024.01, [](Host &unloaded) {
+        gRealNewInstance =
+            reinterpret_cast<decltype(gRealNewInstance)>(unloaded.Resolver()("PluginNewInstance"));
+        unloaded.Replace("PluginNewInstance", reinterpret_cast<void *>(&OutOfMemoryForTheFirstInstance));
+        unloaded.Fail("newMemoryBlock");
+    });
+    ExpectOutOfMemory(ThreeBytes());
+}
+
 TEST_F(MemoryBlocks, StandardExceptionWhileTheConstructorRunsIsOutOfMemory)
 {
     StartReplacing("PluginCallFunctionWithExceptionHandler", reinterpret_cast<void *>(&OutOfMemoryForACall));
@@ -406,8 +438,8 @@ TEST_F(MemoryBlocks, PointerMethodIsFoundOnceThroughATemporaryBlock)
     Host &host = Start();
     const Value first = host.NewMemoryBlock("first");
     const Value second = host.NewMemoryBlock("second");
-    EXPECT_STREQ(static_cast<const char *>(MyREALMemoryBlockGetPtr(BlockHandle(first))), "first");
-    EXPECT_STREQ(static_cast<const char *>(MyREALMemoryBlockGetPtr(BlockHandle(second))), "second");
+    EXPECT_EQ(TextAtPointer(first), "first");
+    EXPECT_EQ(TextAtPointer(second), "second");
     EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
     ASSERT_EQ(host.CallsOf("newMemoryBlock"), 1);
     EXPECT_EQ(host.Trace().at(0).arguments, "4");
@@ -432,7 +464,7 @@ TEST_F(MemoryBlocks, PointerMethodIsAskedOfTheBlockItselfWithoutATemporaryOne)
 {
     Host &host = StartLacking("newMemoryBlock");
     const Value block = host.NewMemoryBlock("bytes");
-    EXPECT_STREQ(static_cast<const char *>(MyREALMemoryBlockGetPtr(BlockHandle(block))), "bytes");
+    EXPECT_EQ(TextAtPointer(block), "bytes");
     EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
     EXPECT_EQ(host.References(block), 1);
 }
@@ -442,7 +474,7 @@ TEST_F(MemoryBlocks, PointerComesFromTheHostFunctionWithoutTheMethodWhichIsLooke
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConvertToPointer); });
     const Value block = host.NewMemoryBlock("bytes");
     for (int round = 0; round < 3; ++round)
-        EXPECT_STREQ(static_cast<const char *>(MyREALMemoryBlockGetPtr(BlockHandle(block))), "bytes");
+        EXPECT_EQ(TextAtPointer(block), "bytes");
     EXPECT_EQ(AsksForMethod(kConvertToPointer), 3);
     EXPECT_EQ(host.CallsOf("newMemoryBlock"), 3);
     EXPECT_EQ(host.CallsOf("memoryBlockGetPtr"), 3);
