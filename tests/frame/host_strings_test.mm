@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "tests/support/linked_test.h"
+#include "tests/support/texts.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -13,13 +14,6 @@ using qzlhost::Value;
 namespace {
 
 using HostStrings = LinkedTest;
-
-/// A string of UTF-16 units, as Cocoa holds it.
-NSString *Units(const std::u16string &units)
-{
-    return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(units.data())
-                                   length:units.size()];
-}
 
 Value Convert(NSString *string)
 {
@@ -29,19 +23,6 @@ Value Convert(NSString *string)
 Value Build(std::string_view bytes, uint32_t encoding)
 {
     return Owned(REALBuildUnicodeString(bytes.data(), static_cast<int64_t>(bytes.size()), encoding));
-}
-
-template <typename Unit>
-std::string_view BytesOf(const std::basic_string<Unit> &text)
-{
-    return {reinterpret_cast<const char *>(text.data()), text.size() * sizeof(Unit)};
-}
-
-std::u16string UnitsOf(NSString *string)
-{
-    std::u16string units([string length], u'\0');
-    [string getCharacters:reinterpret_cast<unichar *>(units.data()) range:NSMakeRange(0, units.size())];
-    return units;
 }
 
 struct Sample {
@@ -109,7 +90,7 @@ TEST_P(NewNSStringByRoute, ReadsUTF16)
             unloaded.Lack("REALGetStringCFString");
     });
     const std::u16string units = u"\u00E4\u4E2D\U0001F600";
-    const Value string = Value::StringOfBytes(BytesOf(units), qzlhost::encoding::UTF16);
+    const Value string = Value::StringOfBytes(BytesOfUnits(units), qzlhost::encoding::UTF16);
     EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), units);
 }
 
@@ -230,7 +211,7 @@ TEST_F(HostStrings, EmptyCocoaStringIsTheNullString)
 TEST_F(HostStrings, CocoaStringComesOutAsUTF8)
 {
     Start();
-    const Value string = Convert(Units(u"gr\u00FC\u00DF \u4E2D \U0001F600"));
+    const Value string = Convert(CocoaString(u"gr\u00FC\u00DF \u4E2D \U0001F600"));
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "gr\xC3\xBC\xC3\x9F \xE4\xB8\xAD \xF0\x9F\x98\x80");
 }
@@ -238,26 +219,26 @@ TEST_F(HostStrings, CocoaStringComesOutAsUTF8)
 TEST_F(HostStrings, CocoaStringEndsAtItsFirstNUL)
 {
     Start();
-    EXPECT_EQ(Convert(Units(std::u16string(u"before\0after", 12))).StringBytes(), "before");
-    EXPECT_EQ(CFString2RBString((CFStringRef)Units(std::u16string(u"\0after", 6))), nullptr);
+    EXPECT_EQ(Convert(CocoaString(std::u16string(u"before\0after", 12))).StringBytes(), "before");
+    EXPECT_EQ(CFString2RBString((CFStringRef)CocoaString(std::u16string(u"\0after", 6))), nullptr);
 }
 
 TEST_F(HostStrings, LoneSurrogateGivesTheNullString)
 {
     Start();
-    EXPECT_EQ(CFString2RBString((CFStringRef)Units(u"a\xD800z")), nullptr);
-    EXPECT_EQ(CFString2RBString((CFStringRef)Units(std::u16string(150, u'a') + u"\xDC00")), nullptr);
+    EXPECT_EQ(CFString2RBString((CFStringRef)CocoaString(u"a\xD800z")), nullptr);
+    EXPECT_EQ(CFString2RBString((CFStringRef)CocoaString(std::u16string(150, u'a') + u"\xDC00")), nullptr);
 }
 
 TEST_P(LengthAroundTheBuffer, KeepsTheWholeText)
 {
     Start();
     const size_t length = GetParam();
-    EXPECT_EQ(Convert(Units(std::u16string(length, u'a'))).StringBytes(), std::string(length, 'a'));
+    EXPECT_EQ(Convert(CocoaString(std::u16string(length, u'a'))).StringBytes(), std::string(length, 'a'));
     std::string wide;
     for (size_t unit = 0; unit < length; ++unit)
         wide += "\xE4\xB8\xAD"; // the longest that one unit becomes
-    EXPECT_EQ(Convert(Units(std::u16string(length, u'\u4E2D'))).StringBytes(), wide);
+    EXPECT_EQ(Convert(CocoaString(std::u16string(length, u'\u4E2D'))).StringBytes(), wide);
 }
 
 INSTANTIATE_TEST_SUITE_P(Lengths, LengthAroundTheBuffer,
@@ -304,7 +285,7 @@ TEST_P(UTF16ByVersion, ComesOutAsUTF8)
 {
     Host &host = Start(GetParam());
     const std::u16string units = u"\u00E4\U0001F600";
-    const Value string = Build(BytesOf(units), kCFStringEncodingUTF16);
+    const Value string = Build(BytesOfUnits(units), kCFStringEncodingUTF16);
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "\xC3\xA4\xF0\x9F\x98\x80");
     const bool encodingAware = GetParam() >= 2012.0;
@@ -318,7 +299,7 @@ TEST_P(UTF32ByVersion, ComesOutAsUTF8)
 {
     Host &host = Start(GetParam());
     const std::u32string points = U"a\u00E4\U0001F600";
-    const Value string = Build(BytesOf(points), kCFStringEncodingUTF32);
+    const Value string = Build(BytesOfUnits(points), kCFStringEncodingUTF32);
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "a\xC3\xA4\xF0\x9F\x98\x80");
     const qzlhost::TraceEntry built = host.Trace().at(0);
@@ -352,7 +333,7 @@ TEST_F(HostStrings, OldHostGetsUTF16WithSurrogatePairsForUTF32)
         return nullptr;
     };
     host.Replace("REALConvertString", reinterpret_cast<void *>(kSee));
-    EXPECT_TRUE(Build(BytesOf(points), kCFStringEncodingUTF32).AsString().empty());
+    EXPECT_TRUE(Build(BytesOfUnits(points), kCFStringEncodingUTF32).AsString().empty());
     EXPECT_EQ(built, (std::u16string{0xD83D, 0xDE00, 0xFFFD, 0xFFFF, 0xDBFF, 0xDFFF}));
 }
 
@@ -363,8 +344,9 @@ TEST_F(HostStrings, UTF32OfManyPairsFitsItsBuffers)
         std::string expected;
         for (size_t index = 0; index < points; ++index)
             expected += "\xF0\x9F\x98\x80";
-        EXPECT_EQ(Build(BytesOf(std::u32string(points, U'\U0001F600')), kCFStringEncodingUTF32).StringBytes(),
-                  expected)
+        EXPECT_EQ(
+            Build(BytesOfUnits(std::u32string(points, U'\U0001F600')), kCFStringEncodingUTF32).StringBytes(),
+            expected)
             << points;
     }
 }
@@ -373,6 +355,6 @@ TEST_F(HostStrings, IncompleteLastUTF32CharacterIsLeftOut)
 {
     Start(2011.0);
     const std::u32string points = U"ab";
-    EXPECT_EQ(Build(BytesOf(points).substr(0, 7), kCFStringEncodingUTF32).StringBytes(), "a");
-    EXPECT_TRUE(Build(BytesOf(points).substr(0, 3), kCFStringEncodingUTF32).AsString().empty());
+    EXPECT_EQ(Build(BytesOfUnits(points).substr(0, 7), kCFStringEncodingUTF32).StringBytes(), "a");
+    EXPECT_TRUE(Build(BytesOfUnits(points).substr(0, 3), kCFStringEncodingUTF32).AsString().empty());
 }
