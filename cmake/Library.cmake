@@ -16,10 +16,16 @@ set(library_sources
   notifications/NSNotificationObserverQZL.mm
   notifications/NSNotificationQZL.mm
   notifications/members.mm
+  bridge/to_host/array_to_host.mm
+  bridge/to_host/class_rows.mm
   bridge/to_host/core_foundation_wrappers.cpp
+  bridge/to_host/date_to_host.mm
   bridge/to_host/dictionary_to_host.mm
+  bridge/to_host/file_url_to_host.mm
   bridge/to_host/instance_registry.cpp
+  bridge/to_host/number_to_host.mm
   bridge/to_host/object_to_variant.mm
+  bridge/to_host/value_to_host.mm
   bridge/to_host/wrappers.mm
   bridge/to_cocoa/array_to_cocoa.mm
   bridge/to_cocoa/date_to_cocoa.mm

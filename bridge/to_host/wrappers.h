@@ -13,6 +13,19 @@ struct WrapperData {
 };
 static_assert(sizeof(WrapperData) == 8);
 
+/// The name of the host class for objects of a Cocoa class.
+class HostClassName {
+public:
+    explicit HostClassName(Class cocoaClass);
+
+    /// Null for a class without a name or with one that is too long.
+    const char *Get() const { return text_[0] == '\0' ? nullptr : text_; }
+
+private:
+    static constexpr size_t kLongestClassName = 199;
+    char text_[kLongestClassName + sizeof "QZL"] = {};
+};
+
 /// The handle of a wrapper, borrowed; nil for a null instance.
 inline id WrapperHandle(REALobject instance)
 {
@@ -31,6 +44,9 @@ REALobject NewRegisteredWrapper(id object, const char *hostClassName);
 /// with one reference for the caller. Not registered. Null where no class of the chain has a host class, or
 /// when the object is not of `requiredClass`.
 REALobject NewNSObjectQZL(id object, Class requiredClass);
+
+/// The same for an object of any class.
+REALobject NewWrapperOfAnyClass(id object);
 
 /// Constructor hook of the classes whose instances wrap a Cocoa object.
 void WrapperConstructorHook(REALobject instance);

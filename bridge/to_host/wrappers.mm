@@ -12,30 +12,34 @@
 
 namespace {
 
-constexpr char kSuffix[] = "QZL";
-constexpr size_t kLongestClassName = 199;
-
-/// A Cocoa class's host class name.
-class HostClassName {
-public:
-    explicit HostClassName(Class cocoaClass)
-    {
-        const char *const name = object_getClassName(reinterpret_cast<id>(cocoaClass));
-        const size_t length = name == nullptr ? 0 : std::strlen(name);
-        if (length == 0 || length > kLongestClassName)
-            return;
-        std::memcpy(text_, name, length);
-        std::memcpy(text_ + length, kSuffix, sizeof kSuffix);
+/// A new instance of the first class of the object's chain that the host has a class for, if `accepts`
+/// agrees; with the object, retained, as its handle. Null where there is none.
+template <typename Accepts>
+REALobject NewWrapperAlongClassChain(id object, Accepts accepts)
+{
+    for (Class reached = [object class]; reached != Nil; reached = class_getSuperclass(reached)) {
+        const HostClassName hostClass(reached);
+        const REALobject instance = hostClass.Get() == nullptr ? nullptr : REALnewInstance(hostClass.Get());
+        if (instance == nullptr || !accepts())
+            continue;
+        InstanceData<WrapperData>(instance)->handle = [object retain];
+        return instance;
     }
-
-    /// Null for a class without a name or with one that is too long.
-    const char *Get() const { return text_[0] == '\0' ? nullptr : text_; }
-
-private:
-    char text_[kLongestClassName + sizeof kSuffix] = {};
-};
+    return nullptr;
+}
 
 } // namespace
+
+HostClassName::HostClassName(Class cocoaClass)
+{
+    constexpr char kSuffix[] = "QZL";
+    const char *const name = object_getClassName(reinterpret_cast<id>(cocoaClass));
+    const size_t length = name == nullptr ? 0 : std::strlen(name);
+    if (length == 0 || length > kLongestClassName)
+        return;
+    std::memcpy(text_, name, length);
+    std::memcpy(text_ + length, kSuffix, sizeof kSuffix);
+}
 
 void AdoptHandle(REALobject instance, id __attribute__((ns_consumed)) retained)
 {
@@ -62,18 +66,13 @@ REALobject NewNSObjectQZL(id object, Class requiredClass)
 {
     if (object == nil || requiredClass == Nil)
         return nullptr;
-    for (Class reached = [object class]; reached != Nil; reached = class_getSuperclass(reached)) {
-        const HostClassName hostClass(reached);
-        const REALobject instance = hostClass.Get() == nullptr ? nullptr : REALnewInstance(hostClass.Get());
-        if (instance == nullptr)
-            continue;
-        // Asked once an instance exists; where the answer is no, that instance is left to the host.
-        if ([object isKindOfClass:requiredClass]) {
-            InstanceData<WrapperData>(instance)->handle = [object retain];
-            return instance;
-        }
-    }
-    return nullptr;
+    // Asked once an instance exists; where the answer is no, that instance is left to the host.
+    return NewWrapperAlongClassChain(object, [&] { return [object isKindOfClass:requiredClass]; });
+}
+
+REALobject NewWrapperOfAnyClass(id object)
+{
+    return NewWrapperAlongClassChain(object, [] { return true; });
 }
 
 void WrapperConstructorHook(REALobject)

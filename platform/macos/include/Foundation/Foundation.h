@@ -54,6 +54,7 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSURL : NSObject
+- (NSString *)absoluteString;
 @end
 
 @interface NSData : NSObject
@@ -67,6 +68,8 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSDate : NSObject
+- (double)timeIntervalSinceReferenceDate;
+- (id)initWithTimeIntervalSinceReferenceDate:(double)seconds;
 @end
 
 @interface NSCalendarDate : NSDate
@@ -77,6 +80,12 @@ __attribute__((objc_root_class))
             minute:(NSUInteger)minute
             second:(NSUInteger)second
           timeZone:(NSTimeZone *)timeZone;
+- (NSInteger)yearOfCommonEra;
+- (NSInteger)monthOfYear;
+- (NSInteger)dayOfMonth;
+- (NSInteger)hourOfDay;
+- (NSInteger)minuteOfHour;
+- (NSInteger)secondOfMinute;
 @end
 
 @interface NSValue : NSObject
@@ -84,6 +93,11 @@ __attribute__((objc_root_class))
 + (NSValue *)valueWithSize:(NSSize)size;
 + (NSValue *)valueWithRect:(NSRect)rect;
 + (NSValue *)valueWithRange:(NSRange)range;
+- (const char *)objCType;
+- (NSPoint)pointValue;
+- (NSSize)sizeValue;
+- (NSRect)rectValue;
+- (NSRange)rangeValue;
 @end
 
 @interface NSNumber : NSValue
@@ -92,11 +106,30 @@ __attribute__((objc_root_class))
 + (NSNumber *)numberWithLongLong:(long long)value;
 + (NSNumber *)numberWithFloat:(float)value;
 + (NSNumber *)numberWithDouble:(double)value;
+- (BOOL)boolValue;
+- (unsigned char)unsignedCharValue;
+- (short)shortValue;
+- (unsigned short)unsignedShortValue;
+- (int)intValue;
+- (unsigned int)unsignedIntValue;
+- (long)longValue;
+- (unsigned long)unsignedLongValue;
+- (float)floatValue;
+- (double)doubleValue;
+@end
+
+@interface NSEnumerator : NSObject
+- (id)nextObject;
 @end
 
 @interface NSArray : NSObject
 - (NSUInteger)count;
 - (id)objectAtIndex:(NSUInteger)index;
+- (NSEnumerator *)objectEnumerator;
+@end
+
+@interface NSSet : NSObject
+- (NSArray *)allObjects;
 @end
 
 @interface NSMutableArray : NSArray

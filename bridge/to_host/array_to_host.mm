@@ -1,0 +1,25 @@
+// Fills a host array with the elements of a Cocoa array.
+#include "bridge/to_host/array_to_host.h"
+
+#import <Foundation/Foundation.h>
+
+#include "bridge/to_host/object_to_variant.h"
+#include "frame/host_ref.h"
+
+REALobject NewHostArray(NSArray *array)
+{
+    constexpr int64_t kObjectElements = 4;
+    constexpr int64_t kEmpty = -1;
+    HostRef<REALobject> result(AsInstance(REALCreateArray(kObjectElements, kEmpty)));
+    if (!result)
+        return nullptr;
+    const auto hostArray = reinterpret_cast<REALarray>(result.Get());
+    NSEnumerator *const elements = [array objectEnumerator];
+    int64_t index = 0;
+    while (const id element = [elements nextObject]) {
+        const HostRef<REALobject> variant(NewVariantFromNSObject(element));
+        if (!REALInsertArrayValueObject(hostArray, index++, variant.Get()))
+            return nullptr;
+    }
+    return result.Release();
+}

@@ -1,0 +1,41 @@
+// Turns a Cocoa date into a host Date.
+#include "bridge/to_host/date_to_host.h"
+
+#import <Foundation/Foundation.h>
+
+#include "frame/host_entry_points.h"
+
+REALobject NewHostDate(NSDate *date)
+{
+    NSCalendarDate *const calendarDate = [[[NSCalendarDate alloc]
+        initWithTimeIntervalSinceReferenceDate:[date timeIntervalSinceReferenceDate]] autorelease];
+    if (calendarDate == nil)
+        return nullptr;
+    const int64_t year = [calendarDate yearOfCommonEra];
+    const int64_t month = [calendarDate monthOfYear];
+    const int64_t day = [calendarDate dayOfMonth];
+    const int64_t second = [calendarDate secondOfMinute];
+    const int64_t minute = [calendarDate minuteOfHour];
+    const int64_t hour = [calendarDate hourOfDay];
+
+    const REALobject result = REALnewInstance("Date");
+    if (result == nullptr)
+        return nullptr;
+    using Constructor = void (*)(REALobject self, int64_t year, int64_t month, int64_t day, int64_t hour,
+                                 int64_t minute, int64_t second);
+    const auto constructor = reinterpret_cast<Constructor>(REALLoadObjectMethod(
+        result,
+        "Year as Integer, Month as Integer = 1, Day as Integer = 1, hour as Integer = 0, minute as Integer = "
+        "0, second as Integer = 0"));
+    if (constructor != nullptr) {
+        constructor(result, year, month, day, hour, minute, second);
+        return result;
+    }
+    REALSetPropValueInteger(result, "Year", year);
+    REALSetPropValueInteger(result, "Month", month);
+    REALSetPropValueInteger(result, "Day", day);
+    REALSetPropValueInteger(result, "Hour", hour);
+    REALSetPropValueInteger(result, "Minute", minute);
+    REALSetPropValueInteger(result, "Second", second);
+    return result;
+}
