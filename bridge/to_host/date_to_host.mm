@@ -7,8 +7,10 @@
 
 REALobject NewHostDate(NSDate *date)
 {
-    NSCalendarDate *const calendarDate = [[[NSCalendarDate alloc]
-        initWithTimeIntervalSinceReferenceDate:[date timeIntervalSinceReferenceDate]] autorelease];
+    // Asked before anything is allocated: it may raise.
+    const double seconds = [date timeIntervalSinceReferenceDate];
+    NSCalendarDate *const calendarDate =
+        [[[NSCalendarDate alloc] initWithTimeIntervalSinceReferenceDate:seconds] autorelease];
     if (calendarDate == nil)
         return nullptr;
     const int64_t year = [calendarDate yearOfCommonEra];

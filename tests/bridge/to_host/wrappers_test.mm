@@ -5,9 +5,7 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include "bridge/to_host/core_foundation_wrappers.h"
-#include "bridge/to_host/instance_registry.h"
-#include "tests/support/linked_test.h"
+#include "tests/bridge/to_host/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -15,59 +13,6 @@ using qzlhost::Value;
 namespace {
 
 using Wrappers = LinkedTest;
-
-/// A host class that holds a Cocoa object, as the family's wrapper classes do.
-void DefineWrapperClass(Host &host, const std::string &name)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = 16;
-    definition.destructor = [](qzlhost::Instance *instance) {
-        WrapperDestructorHook(reinterpret_cast<REALobject>(instance));
-    };
-    host.DefineClass(std::move(definition));
-}
-
-/// A host class that holds a Core Foundation object. Its constructor sets the signature or not.
-void DefineCFWrapperClass(Host &host, const std::string &name, int64_t signature = kCFWrapperSignature)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = sizeof(CFWrapperData);
-    definition.constructor = [signature](qzlhost::Instance *instance) {
-        auto *const data = InstanceData<CFWrapperData>(reinterpret_cast<REALobject>(instance));
-        data->signature = signature;
-        data->unused = data;
-    };
-    definition.destructor = [](qzlhost::Instance *instance) {
-        auto *const data = InstanceData<CFWrapperData>(reinterpret_cast<REALobject>(instance));
-        if (data->handle != nullptr)
-            CFRelease(data->handle);
-    };
-    host.DefineClass(std::move(definition));
-}
-
-/// A class made at run time.
-Class MakeClass(const std::string &name, Class super)
-{
-    const Class made = objc_allocateClassPair(super, name.c_str(), 0);
-    objc_registerClassPair(made);
-    return made;
-}
-
-id MakeObject(Class cocoaClass)
-{
-    return [NSAllocateObject(cocoaClass, 0, nullptr) autorelease];
-}
-
-struct Registry {
-    Registry() { instances = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr); }
-    ~Registry()
-    {
-        CFRelease(instances);
-        instances = nullptr;
-    }
-};
 
 CFTypeID gTypeID;
 

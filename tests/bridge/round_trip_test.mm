@@ -1,0 +1,170 @@
+// Host values go to Cocoa and come back: as themselves, or changed as the rules say.
+#import <Foundation/Foundation.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <set>
+
+#include "bridge/to_cocoa/variant_to_object.h"
+#include "bridge/to_host/wrappers.h"
+#include "tests/bridge/random_values.h"
+#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/bridge/value_model.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+namespace code = qzlhost::code;
+
+namespace {
+
+Value Trip(const Value &value)
+{
+    const Value boxed = value.Boxed();
+    const qzlhost::AutoreleasePool pool;
+    return Owned(NewVariantFromNSObject(GetVariantAsNSObject(ObjectOf(boxed))));
+}
+
+/// Adds the codes of the value and of everything in it.
+void NoteCodes(const Model &model, std::set<int64_t> &codes)
+{
+    codes.insert(model.code);
+    for (const Model &element : model.elements)
+        NoteCodes(element, codes);
+    for (const auto &[key, value] : model.entries) {
+        NoteCodes(key, codes);
+        NoteCodes(value, codes);
+    }
+}
+
+class RoundTrip : public LinkedTest {
+protected:
+    /// With the clock of Greenwich, where every wall-clock time exists once.
+    Host &StartInUniversalTime()
+    {
+        Host &host = Start();
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+        host.DefineClass({"ProgramObject", ""});
+        return host;
+    }
+};
+
+} // namespace
+
+TEST_F(RoundTrip, RandomTreesComeBackAsTheRulesSay)
+{
+    constexpr uint64_t kTrees = 2000;
+    Host &host = StartInUniversalTime();
+    std::set<int64_t> codes;
+    for (uint64_t seed = 1; seed <= kTrees; ++seed) {
+        const Value before = RandomValue(host, seed, 5);
+        const Model model = ModelOf(host, before);
+        const Value after = Trip(before);
+        ASSERT_EQ(ModelOf(host, after), AfterTrip(model)) << "seed " << seed;
+        NoteCodes(model, codes);
+        host.ClearTrace();
+    }
+    for (const CodeRule &rule : kCodeRules)
+        EXPECT_EQ(codes.count(rule.before), 1u) << "no tree had " << rule.before << ": " << rule.reason;
+}
+
+TEST_F(RoundTrip, SecondTripChangesNothingMore)
+{
+    constexpr uint64_t kTrees = 200;
+    Host &host = StartInUniversalTime();
+    for (uint64_t seed = 1001; seed <= 1000 + kTrees; ++seed) {
+        const Value once = Trip(RandomValue(host, seed, 4));
+        const Model model = ModelOf(host, once);
+        // Elements that came back as Nil would end the second trip with an exception.
+        const Value twice = Trip(once);
+        ASSERT_EQ(ModelOf(host, twice), AfterTrip(model)) << "seed " << seed;
+        host.ClearTrace();
+    }
+}
+
+TEST_F(RoundTrip, DatesKeepTheirFieldsInAZoneWithSummerTime)
+{
+    Host &host = StartInUniversalTime();
+    [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneWithName:@"Europe/Berlin"]];
+    std::mt19937_64 random(7);
+    const auto below = [&](int64_t end) {
+        return static_cast<int64_t>(random() % static_cast<uint64_t>(end));
+    };
+    for (int count = 0; count < 500; ++count) {
+        // Not in the hours that the clock skips, on Sundays at 2.
+        const Value date =
+            host.NewDate(1950 + below(80), 1 + below(12), 1 + below(28), 4 + below(20), below(60), below(60));
+        ASSERT_EQ(Trip(date).AsString(), date.AsString());
+    }
+}
+
+TEST_F(RoundTrip, ArrayOfObjectsWithNilRaisesCocoasException)
+{
+    Host &host = StartInUniversalTime();
+    const Value array = host.NewArray(code::Object, {Value(1), Value()});
+    bool raised = false;
+    @try {
+        // Not in a pool of its own, which would end before the exception is looked at.
+        GetVariantAsNSObject(ObjectOf(array));
+    } @catch (NSException *exception) {
+        raised = [[exception name] isEqual:NSInvalidArgumentException];
+    }
+    EXPECT_TRUE(raised);
+}
+
+TEST_F(RoundTrip, TrueAndOneAreOneKeyInCocoaAndTheLaterValueStays)
+{
+    Host &host = StartInUniversalTime();
+    const Value dictionary = host.NewDictionary();
+    host.DictionarySet(dictionary, 1, "number");
+    host.DictionarySet(dictionary, true, "boolean");
+    const Value after = Trip(dictionary);
+    ASSERT_EQ(host.DictionaryCount(after), 1);
+    EXPECT_EQ(host.DictionaryGet(after, host.DictionaryKey(after, 0)).AsString(), "boolean");
+}
+
+TEST_F(RoundTrip, EmptyStringsComeBackAsVariantsOfTheNullString)
+{
+    StartInUniversalTime();
+    for (const Value &empty : {Value::EmptyString(), Value::StringOfBytes("", qzlhost::encoding::UTF8),
+                               Value::StringOfBytes("", qzlhost::encoding::UTF16)}) {
+        const Value after = Trip(empty);
+        EXPECT_EQ(after.Code(), code::String);
+        EXPECT_EQ(after.StringPointer(), nullptr);
+    }
+}
+
+TEST_F(RoundTrip, StructuresKeepTheirNumbers)
+{
+    Host &host = StartInUniversalTime();
+    for (const char *className : {"NSRectQZL", "NSSizeQZL", "NSPointQZL", "NSRangeQZL"}) {
+        qzlhost::ClassDefinition definition;
+        definition.name = className;
+        definition.dataSize = 4 * sizeof(double);
+        host.DefineClass(std::move(definition));
+        const Value before = host.New(className);
+        const size_t size = className == std::string("NSRectQZL") ? 4 : 2;
+        std::fill_n(static_cast<double *>(host.InstanceData(before)), size, -1.25);
+
+        const Value after = Trip(before);
+
+        ASSERT_EQ(host.ClassOf(after), className);
+        EXPECT_NE(after.ObjectPointer(), before.ObjectPointer());
+        EXPECT_EQ(std::memcmp(host.InstanceData(after), host.InstanceData(before), 4 * sizeof(double)), 0);
+    }
+}
+
+TEST_F(RoundTrip, WrapperInTheRegistryComesBackItself)
+{
+    Host &host = StartInUniversalTime();
+    Registry registry;
+    DefineWrapperClass(host, "NSTimerQZL");
+    NSObject *const object = [[[NSObject alloc] init] autorelease];
+    const Value wrapper = host.New("NSTimerQZL");
+    AdoptHandle(ObjectOf(wrapper), [object retain]);
+
+    const Value after = Trip(wrapper);
+
+    EXPECT_EQ(after.ObjectPointer(), wrapper.ObjectPointer());
+    EXPECT_EQ(host.References(wrapper), 2) << "the test's two";
+}

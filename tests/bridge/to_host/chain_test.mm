@@ -1,0 +1,381 @@
+// The chain of tests that turns a Cocoa object into a host value: which step takes an object that two could.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include "tests/bridge/to_host/conversion_doubles.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace code = qzlhost::code;
+
+namespace {
+
+using ConversionChain = LinkedTest;
+
+Class gClaimedClass;
+
+/// An isKindOfClass: that also says yes to the claimed class.
+BOOL IsAlsoOfClaimedClass(id self, SEL, Class asked)
+{
+    if (asked == gClaimedClass)
+        return YES;
+    for (Class reached = object_getClass(self); reached != Nil; reached = class_getSuperclass(reached))
+        if (reached == asked)
+            return YES;
+    return NO;
+}
+
+/// Lets an object say that it is of this class, too. One object per process.
+id ClaimingToBe(const char *className, id object, std::vector<RuntimeMethod> methods = {})
+{
+    gClaimedClass = objc_getClass(className);
+    methods.push_back({"isKindOfClass:", reinterpret_cast<IMP>(IsAlsoOfClaimedClass), "C24@0:8#16"});
+    AddMethods(object, "QZLTestClaimant", methods);
+    return object;
+}
+
+/// A kind of object that some step would take.
+struct Kind {
+    const char *name;
+    id (*make)();
+};
+
+std::ostream &operator<<(std::ostream &stream, const Kind &kind)
+{
+    return stream << kind.name;
+}
+
+id MakeNumber()
+{
+    return [NSNumber numberWithInt:123456];
+}
+
+const Kind kKinds[] = {
+    {"URL", [] { return id([NSURL URLWithString:@"http://www.example.com/"]); }},
+    {"FileURL", [] { return id([NSURL fileURLWithPath:@"/tmp"]); }},
+    {"String", [] { return id(@"text"); }},
+    {"EmptyString", [] { return id(@""); }},
+    {"Data", [] { return id([NSData dataWithBytes:"abc" length:3]); }},
+    {"Array", [] { return id([NSArray arrayWithObject:@"element"]); }},
+    {"Set", [] { return id([NSSet setWithObject:@"element"]); }},
+    {"False", [] { return id(kCFBooleanFalse); }},
+    {"True", [] { return id(kCFBooleanTrue); }},
+    {"Number", MakeNumber},
+    {"Date", [] { return id([NSDate dateWithTimeIntervalSinceReferenceDate:0]); }},
+    {"Dictionary", [] { return id([NSDictionary dictionaryWithObject:@"value" forKey:@"key"]); }},
+    {"RowOfFixedName", [] { return id([NSPipe pipe]); }},
+    {"RowOfClassChain", [] { return id([NSIndexSet indexSet]); }},
+    {"Value", [] { return id([NSValue valueWithSize:NSMakeSize(1, 2)]); }},
+    {"ValueOfUnknownStructure", [] { return id([NSValue valueWithPointer:nullptr]); }},
+    {"PlainObject", [] { return MakeObject([NSObject class]); }},
+    {"ClassObject", [] { return id([NSObject class]); }},
+};
+
+class RegisteredObject : public ConversionChain, public testing::WithParamInterface<Kind> {};
+
+} // namespace
+
+// Nothing, and what is known
+
+TEST_F(ConversionChain, NullObjectIsNullEvenWhenRegistered)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSNullQZL");
+    Registry registry;
+    const Value entered = host.New("NSNullQZL");
+    registry.Enter([NSNull null], entered);
+    EXPECT_EQ(NewVariantFromNSObject([NSNull null]), nullptr);
+    EXPECT_EQ(NewVariantFromNSObject(nil), nullptr);
+    EXPECT_EQ(host.References(entered), 1);
+}
+
+TEST_P(RegisteredObject, IsItsInstanceWithOneMoreReference)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "EnteredQZL");
+    Registry registry;
+    const Value entered = host.New("EnteredQZL");
+    const id object = GetParam().make();
+    registry.Enter(object, entered);
+    const NSUInteger retains = [object retainCount];
+    {
+        const Value variant = Convert(object);
+        EXPECT_EQ(variant.ObjectPointer(), entered.ObjectPointer());
+        EXPECT_EQ(host.References(entered), 2);
+        EXPECT_EQ([object retainCount], retains);
+    }
+    EXPECT_EQ(host.References(entered), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cocoa, RegisteredObject, testing::ValuesIn(kKinds),
+                         [](const testing::TestParamInfo<Kind> &info) {
+                             return std::string(info.param.name);
+                         });
+
+TEST_F(ConversionChain, EqualObjectOfARegisteredOneIsConverted)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "EnteredQZL");
+    Registry registry;
+    const Value entered = host.New("EnteredQZL");
+    registry.Enter([NSMutableString stringWithString:@"text"], entered);
+    EXPECT_EQ(Convert([NSMutableString stringWithString:@"text"]).AsString(), "text");
+}
+
+TEST_F(ConversionChain, RegisteredElementOfAnArrayIsItsInstance)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "EnteredQZL");
+    Registry registry;
+    const Value entered = host.New("EnteredQZL");
+    NSString *const element = [NSMutableString stringWithString:@"text"];
+    registry.Enter(element, entered);
+    const Value array = Convert([NSArray arrayWithObjects:element, [NSNull null], nil]);
+    EXPECT_EQ(host.ArrayElement(array, 0).ObjectPointer(), entered.ObjectPointer());
+    EXPECT_TRUE(host.ArrayElement(array, 1).IsNil());
+}
+
+// An object that two steps would take goes to the earlier
+
+TEST_F(ConversionChain, URLComesBeforeString)
+{
+    Start();
+    const id url = ClaimingToBe("NSString", [NSURL URLWithString:@"http://www.example.com/"]);
+    EXPECT_EQ(Convert(url).AsString(), "http://www.example.com/");
+}
+
+TEST_F(ConversionChain, StringComesBeforeData)
+{
+    Start();
+    const id string = ClaimingToBe("NSData", [NSMutableString stringWithString:@"text"]);
+    EXPECT_EQ(Convert(string).AsString(), "text");
+}
+
+TEST_F(ConversionChain, DataComesBeforeArray)
+{
+    Host &host = Start();
+    const id data = ClaimingToBe("NSArray", [NSMutableData dataWithBytes:"abc" length:3]);
+    EXPECT_EQ(host.MemoryBlockBytes(Convert(data)), "abc");
+}
+
+TEST_F(ConversionChain, ArrayComesBeforeSet)
+{
+    Host &host = Start();
+    const id array = ClaimingToBe("NSSet", [NSMutableArray arrayWithObjects:@"one", @"two", nil]);
+    const Value converted = Convert(array);
+    ASSERT_EQ(host.ArrayCount(converted), 2);
+    EXPECT_EQ(host.ArrayElement(converted, 0).AsString(), "one");
+    EXPECT_EQ(host.ArrayElement(converted, 1).AsString(), "two");
+}
+
+TEST_F(ConversionChain, SetComesBeforeNumber)
+{
+    Host &host = Start();
+    const id set = ClaimingToBe("NSNumber", [NSMutableSet setWithObject:@"element"]);
+    const Value converted = Convert(set);
+    ASSERT_EQ(host.ArrayCount(converted), 1);
+    EXPECT_EQ(host.ArrayElement(converted, 0).AsString(), "element");
+}
+
+TEST_F(ConversionChain, SetComesBeforeTheBooleans)
+{
+    Host &host = Start();
+    const auto allObjects = +[](id, SEL) { return [NSArray array]; };
+    const id boolean = ClaimingToBe("NSSet", id(kCFBooleanTrue),
+                                    {{"allObjects", reinterpret_cast<IMP>(allObjects), "@16@0:8"}});
+    EXPECT_EQ(host.ArrayCount(Convert(boolean)), 0);
+}
+
+TEST_F(ConversionChain, BooleansComeBeforeNumber)
+{
+    Host &host = Start();
+    for (const bool expected : {false, true}) {
+        const id boolean = id(expected ? kCFBooleanTrue : kCFBooleanFalse);
+        ASSERT_TRUE([boolean isKindOfClass:[NSNumber class]]);
+        const Value variant = Convert(boolean);
+        EXPECT_EQ(variant.Code(), code::Boolean);
+        EXPECT_EQ(variant.AsBoolean(), expected);
+    }
+    EXPECT_EQ(host.CallsOf("BooleanToVariant"), 2);
+}
+
+TEST_F(ConversionChain, BooleansAreKnownByIdentityWhateverTheyAnswer)
+{
+    Start();
+    const auto inverted = +[](id, SEL) -> BOOL { return NO; };
+    AddMethods(id(kCFBooleanTrue), "QZLTestBoolean",
+               {{"boolValue", reinterpret_cast<IMP>(inverted), "C16@0:8"}});
+    ASSERT_FALSE([id(kCFBooleanTrue) boolValue]);
+    const Value variant = Convert(id(kCFBooleanTrue));
+    EXPECT_EQ(variant.Code(), code::Boolean);
+    EXPECT_TRUE(variant.AsBoolean());
+}
+
+TEST_F(ConversionChain, NumberComesBeforeDate)
+{
+    Start();
+    const Value variant = Convert(ClaimingToBe("NSDate", MakeNumber()));
+    EXPECT_EQ(variant.Code(), code::Int64);
+    EXPECT_EQ(variant.AsInteger(), 123456);
+}
+
+TEST_F(ConversionChain, DateComesBeforeDictionary)
+{
+    Host &host = Start();
+    const id date = ClaimingToBe("NSDictionary",
+                                 [[[NSDate alloc] initWithTimeIntervalSinceReferenceDate:1e9] autorelease]);
+    EXPECT_EQ(host.ClassOf(Convert(date)), "Date");
+}
+
+TEST_F(ConversionChain, DictionaryComesBeforeTheClassRows)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSPipeQZL");
+    const id dictionary = ClaimingToBe("NSPipe", [NSMutableDictionary dictionaryWithObject:@"value"
+                                                                                    forKey:@"key"]);
+    const Value converted = Convert(dictionary);
+    EXPECT_EQ(host.ClassOf(converted), "Dictionary");
+    EXPECT_EQ(host.DictionaryCount(converted), 1);
+}
+
+TEST_F(ConversionChain, ClassRowsComeBeforeValue)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSPipeQZL");
+    DefineWrapperClass(host, "NSSizeQZL");
+    const id value = ClaimingToBe("NSPipe", [NSValue valueWithSize:NSMakeSize(1, 2)]);
+    EXPECT_EQ(host.ClassOf(Convert(value)), "NSPipeQZL");
+}
+
+// A step that gives null is the last
+
+TEST_F(ConversionChain, StepThatGivesNullEndsTheChain)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("StringToVariant");
+        unloaded.Lack("RuntimeArrayCreateSingleDimBoundedArray");
+        unloaded.Lack("IntegerToVariant");
+    });
+    DefineWrapperClass(host, "NSObjectQZL");
+    DefineCFWrapperClass(host, "CFObjectQZL");
+    const id objects[] = {[NSData data],
+                          @"text",
+                          [NSArray array],
+                          [NSSet set],
+                          MakeNumber(),
+                          [NSValue valueWithPointer:nullptr],
+                          [NSValue valueWithSize:NSMakeSize(1, 2)]};
+    for (const id object : objects)
+        EXPECT_EQ(NewVariantFromNSObject(object), nullptr) << [[object description] UTF8String];
+}
+
+// Host objects in the family's wrapper
+
+namespace {
+
+REALobject gUnwrapped;
+int gUnwraps;
+
+REALobject AnswerUnwrapped(id, SEL)
+{
+    ++gUnwraps;
+    return gUnwrapped;
+}
+
+const RuntimeMethod kUnwrap = {"unwrap", reinterpret_cast<IMP>(AnswerUnwrapped), "^v16@0:8"};
+
+/// Makes the family's class for host objects.
+Class MakeObjectWrapperClass()
+{
+    return MakeClass("QZLREALobjectWrapper", [NSObject class], { kUnwrap });
+}
+
+} // namespace
+
+TEST_F(ConversionChain, WrappedHostObjectIsUnwrappedWithNoReferenceAdded)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const Value inner = host.New("NSObjectQZL");
+    gUnwrapped = ObjectOf(inner);
+    const Registry registry;
+    const id wrapper = MakeObject(MakeObjectWrapperClass());
+    const NSUInteger retains = [wrapper retainCount];
+
+    const REALobject result = NewVariantFromNSObject(wrapper);
+
+    EXPECT_EQ(result, ObjectOf(inner));
+    EXPECT_EQ(gUnwraps, 1);
+    EXPECT_EQ(host.References(inner), 1);
+    EXPECT_EQ([wrapper retainCount], retains);
+    EXPECT_EQ(registry.At(wrapper), nullptr);
+}
+
+TEST_F(ConversionChain, WrappedHostObjectOfASubclassIsUnwrapped)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const Value inner = host.New("NSObjectQZL");
+    gUnwrapped = ObjectOf(inner);
+    const id wrapper = MakeObject(MakeClass("QZLTestSubclass", MakeObjectWrapperClass()));
+    EXPECT_EQ(NewVariantFromNSObject(wrapper), ObjectOf(inner));
+}
+
+TEST_F(ConversionChain, WrappedHostObjectThatUnwrapsToNullIsNull)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    gUnwrapped = nullptr;
+    EXPECT_EQ(NewVariantFromNSObject(MakeObject(MakeObjectWrapperClass())), nullptr);
+    EXPECT_EQ(gUnwraps, 1);
+}
+
+TEST_F(ConversionChain, FamilysWrapperClassIsLookedUpEachTime)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const Value inner = host.New("NSObjectQZL");
+    gUnwrapped = ObjectOf(inner);
+    EXPECT_EQ(host.ClassOf(Convert(MakeObject([NSObject class]))), "NSObjectQZL");
+
+    const id wrapper = MakeObject(MakeObjectWrapperClass());
+
+    EXPECT_EQ(NewVariantFromNSObject(wrapper), ObjectOf(inner));
+    EXPECT_EQ(host.ClassOf(Convert(MakeObject([NSObject class]))), "NSObjectQZL");
+    EXPECT_EQ(gUnwraps, 1);
+}
+
+TEST_F(ConversionChain, ClassRowsComeBeforeWrappedHostObjects)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSPipeQZL");
+    const id wrapper = ClaimingToBe("NSPipe", MakeObject(MakeObjectWrapperClass()));
+    EXPECT_EQ(host.ClassOf(Convert(wrapper)), "NSPipeQZL");
+    EXPECT_EQ(gUnwraps, 0);
+}
+
+TEST_F(ConversionChain, WrappedHostObjectsComeBeforeValue)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    DefineWrapperClass(host, "NSSizeQZL");
+    const Value inner = host.New("NSObjectQZL");
+    gUnwrapped = ObjectOf(inner);
+    MakeObjectWrapperClass();
+    const id value =
+        ClaimingToBe("QZLREALobjectWrapper", [NSValue valueWithSize : NSMakeSize(1, 2)], { kUnwrap });
+    EXPECT_EQ(NewVariantFromNSObject(value), ObjectOf(inner));
+}
+
+TEST_F(ConversionChain, ObjectThatOnlyAnswersUnwrapIsWrappedItself)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    MakeObjectWrapperClass();
+    const id object = MakeObject(MakeClass("QZLTestUnwraps", [NSObject class], { kUnwrap }));
+    EXPECT_EQ(host.ClassOf(Convert(object)), "NSObjectQZL");
+    EXPECT_EQ(gUnwraps, 0);
+}

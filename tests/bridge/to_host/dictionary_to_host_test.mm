@@ -1,0 +1,304 @@
+// Cocoa dictionaries become host Dictionaries.
+#include "tests/bridge/to_host/to_host_test.h"
+
+#include <algorithm>
+
+#include "bridge/to_cocoa/dictionary_methods.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+namespace code = qzlhost::code;
+
+/// A dictionary that keeps its entries in order. It raises when asked for the value of the key "broken".
+@interface QZLOrderedDictionary : NSDictionary {
+@public
+    NSArray *keys;
+    NSArray *values;
+}
+@end
+
+@implementation QZLOrderedDictionary
+- (NSUInteger)count
+{
+    return [keys count];
+}
+- (NSArray *)allKeys
+{
+    return keys;
+}
+- (NSEnumerator *)keyEnumerator
+{
+    return [keys objectEnumerator];
+}
+- (id)objectForKey:(id)key
+{
+    if ([key isEqual:@"broken"])
+        [NSException raise:@"Broken" format:@"no value"];
+    const NSUInteger index = [keys indexOfObject:key];
+    return index == NSNotFound ? nil : [values objectAtIndex:index];
+}
+- (void)dealloc
+{
+    [keys release];
+    [values release];
+    [super dealloc];
+}
+@end
+
+namespace {
+
+constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
+constexpr char kGetter[] = "Value(key As Variant) As Variant";
+constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
+
+class DictionaryToHost : public LinkedTest {
+protected:
+    void TearDown() override
+    {
+        EXPECT_EQ(LastDictionary, nullptr) << "the methods' Dictionary was not forgotten";
+        LinkedTest::TearDown();
+    }
+};
+
+/// With the default time zone at Greenwich, so that dates have known fields.
+class DictionaryKeyToHost : public DictionaryToHost {
+protected:
+    Host &StartInUniversalTime()
+    {
+        Host &host = Start();
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+        return host;
+    }
+};
+
+NSDictionary *Ordered(NSArray *keys, NSArray *values)
+{
+    QZLOrderedDictionary *const made = [[[QZLOrderedDictionary alloc] init] autorelease];
+    made->keys = [keys retain];
+    made->values = [values retain];
+    return made;
+}
+
+/// How often a method was loaded.
+int64_t LoadsOf(const Host &host, const std::string &declaration)
+{
+    const std::vector<std::string> loads = ArgumentsOf(host, "REALLoadObjectMethod");
+    return std::count_if(loads.begin(), loads.end(), [&](const std::string &arguments) {
+        return arguments.find('"' + declaration + '"') != std::string::npos;
+    });
+}
+
+} // namespace
+
+TEST_F(DictionaryToHost, EmptyDictionaryIsEmptyAndLoadsNoMethods)
+{
+    Host &host = Start();
+    const Value dictionary = Convert([NSDictionary dictionary]);
+    EXPECT_EQ(host.ClassOf(dictionary), "Dictionary");
+    EXPECT_EQ(host.DictionaryCount(dictionary), 0);
+    EXPECT_EQ(host.References(dictionary), 1);
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0);
+}
+
+TEST_F(DictionaryToHost, StringKeyLeadsToItsNumber)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(@{@"a" : @1});
+    ASSERT_EQ(host.DictionaryCount(dictionary), 1);
+    EXPECT_EQ(host.DictionaryKey(dictionary, 0).Code(), code::String);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "a").Code(), code::Int64);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "a").AsInteger(), 1);
+}
+
+TEST_F(DictionaryKeyToHost, KeysOfEveryKindKeepTheirKind)
+{
+    Host &host = StartInUniversalTime();
+    NSArray *const keys = @[
+        @"text", @7, @2.5, [NSNumber numberWithFloat:0.5F], [NSNumber numberWithBool:YES],
+        [NSDate dateWithTimeIntervalSince1970:0], [NSData dataWithBytes:"abc" length:3], @[ @"array" ],
+        @{@"a" : @"dictionary"}, @"\u00e9\U0001F600"
+    ];
+    constexpr int64_t kCodes[] = {code::String,  code::Int64, code::Double, code::Single,
+                                  code::Boolean, code::Date,  code::Object, code::Array + code::Object,
+                                  code::Object,  code::String};
+    const Value dictionary = Convert(Ordered(keys, keys));
+    ASSERT_EQ(host.DictionaryCount(dictionary), static_cast<int64_t>(std::size(kCodes)));
+    for (size_t index = 0; index < std::size(kCodes); ++index) {
+        const Value key = host.DictionaryKey(dictionary, static_cast<int64_t>(index));
+        EXPECT_EQ(key.Code(), kCodes[index]) << index;
+        EXPECT_EQ(host.DictionaryGet(dictionary, key).Code(), kCodes[index]) << index;
+    }
+    EXPECT_EQ(host.DictionaryGet(dictionary, 7).AsInteger(), 7);
+    EXPECT_EQ(host.DictionaryGet(dictionary, host.NewDate(1970, 1, 1, 0, 0, 0)).AsString(),
+              "1970-01-01 00:00:00");
+    EXPECT_EQ(host.DictionaryKey(dictionary, 9).AsString(), "\u00e9\U0001F600");
+}
+
+TEST_F(DictionaryToHost, NullAsAKeyIsNil)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(@{[NSNull null] : @"value"});
+    ASSERT_EQ(host.DictionaryCount(dictionary), 1);
+    EXPECT_TRUE(host.DictionaryKey(dictionary, 0).IsNil());
+    EXPECT_EQ(host.DictionaryGet(dictionary, Value()).AsString(), "value");
+}
+
+TEST_F(DictionaryToHost, LastOfSeveralKeysThatBecomeNilWins)
+{
+    Host &host = Start();
+    const Value dictionary =
+        Convert(Ordered(@[ [NSNull null], @"other", [NSData data] ], @[ @"first", @"kept", @"last" ]));
+    EXPECT_EQ(host.DictionaryCount(dictionary), 2);
+    EXPECT_EQ(host.DictionaryGet(dictionary, Value()).AsString(), "last");
+    EXPECT_EQ(host.DictionaryGet(dictionary, "other").AsString(), "kept");
+}
+
+TEST_F(DictionaryToHost, NullAsAValueIsAnEntryOfNil)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(@{@"nothing" : [NSNull null]});
+    EXPECT_EQ(host.DictionaryCount(dictionary), 1);
+    EXPECT_TRUE(host.DictionaryGet(dictionary, "nothing").IsNil());
+}
+
+TEST_F(DictionaryToHost, KeysAndValuesBelongToTheDictionaryAlone)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(@{@"key" : @[ @1 ]});
+    EXPECT_EQ(host.References(host.DictionaryKey(dictionary, 0)), 2) << "the Dictionary's and the test's";
+    EXPECT_EQ(host.References(host.DictionaryGet(dictionary, "key")), 2) << "the Dictionary's and the test's";
+}
+
+TEST_F(DictionaryToHost, SameContainerTwiceBecomesTwoValues)
+{
+    Host &host = Start();
+    NSArray *const array = @[ @"shared" ];
+    NSDictionary *const inner = @{@"in" : @"shared"};
+    const Value dictionary = Convert(Ordered(@[ @"a", @"b", @"c", @"d" ], @[ array, array, inner, inner ]));
+    const Value first = host.DictionaryGet(dictionary, "c");
+    const Value second = host.DictionaryGet(dictionary, "d");
+    EXPECT_NE(host.DictionaryGet(dictionary, "a").ObjectPointer(),
+              host.DictionaryGet(dictionary, "b").ObjectPointer());
+    EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
+    EXPECT_EQ(host.DictionaryGet(first, "in").AsString(), "shared");
+    EXPECT_EQ(host.DictionaryGet(second, "in").AsString(), "shared");
+}
+
+TEST_F(DictionaryToHost, MethodsAreLoadedOnceForAFlatDictionary)
+{
+    Host &host = Start();
+    Convert(@{@"a" : @1, @"b" : @2, @"c" : @3});
+    for (const char *declaration : {kSetter, kGetter, kKeyGetter})
+        EXPECT_EQ(LoadsOf(host, declaration), 1) << declaration;
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 3);
+}
+
+TEST_F(DictionaryToHost, OuterEntriesAfterANestedDictionaryAreStoredWithMethodsLoadedAgain)
+{
+    Host &host = Start();
+    NSDictionary *const inner = Ordered(@[ @"x", @"y" ], @[ @1, @2 ]);
+    const Value dictionary = Convert(Ordered(@[ @"before", @"nested", @"after", @"empty", @"last" ],
+                                             @[ @1, inner, @2, [NSDictionary dictionary], @3 ]));
+
+    ASSERT_EQ(host.DictionaryCount(dictionary), 5);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "before").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "last").AsInteger(), 3);
+    const Value nested = host.DictionaryGet(dictionary, "nested");
+    EXPECT_EQ(host.DictionaryGet(nested, "x").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(nested, "y").AsInteger(), 2);
+    EXPECT_EQ(host.DictionaryCount(host.DictionaryGet(dictionary, "empty")), 0);
+    // For the outer one before and after the nested one and after the empty one; for the nested one once.
+    for (const char *declaration : {kSetter, kGetter, kKeyGetter})
+        EXPECT_EQ(LoadsOf(host, declaration), 4) << declaration;
+}
+
+TEST_F(DictionaryToHost, DictionaryAsAKeyTakesTheMethodsOverToo)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(Ordered(@[ @"before", @{@"a" : @"key"}, @"after" ], @[ @1, @2, @3 ]));
+    ASSERT_EQ(host.DictionaryCount(dictionary), 3);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 3);
+    EXPECT_EQ(LoadsOf(host, kSetter), 3);
+}
+
+TEST_F(DictionaryToHost, DictionaryInsideAnArrayTakesTheMethodsOverToo)
+{
+    Host &host = Start();
+    const Value dictionary = Convert(Ordered(@[ @"list", @"after" ], @[ @[ @{@"in" : @1} ], @2 ]));
+    const Value list = host.DictionaryGet(dictionary, "list");
+    EXPECT_EQ(host.DictionaryGet(host.ArrayElement(list, 0), "in").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
+    EXPECT_EQ(LoadsOf(host, kSetter), 2);
+}
+
+TEST_F(DictionaryToHost, AHundredThousandEntriesArrive)
+{
+    constexpr int kCount = 100'000;
+    Host &host = Start();
+    NSMutableDictionary *const source = [NSMutableDictionary dictionary];
+    for (int number = 0; number < kCount; ++number)
+        [source setObject:[NSNumber numberWithInt:number]
+                   forKey:[NSString stringWithFormat:@"key %d", number]];
+    const Value dictionary = Convert(source);
+    ASSERT_EQ(host.DictionaryCount(dictionary), kCount);
+    for (int number = 0; number < kCount; ++number)
+        ASSERT_EQ(host.DictionaryGet(dictionary, "key " + std::to_string(number)).AsInteger(), number);
+}
+
+TEST_F(DictionaryToHost, AThousandDictionariesInEachOtherKeepTheirDepth)
+{
+    constexpr int kDepth = 1000;
+    Host &host = Start();
+    NSDictionary *source = [NSDictionary dictionary];
+    for (int level = 1; level < kDepth; ++level)
+        source = @{@"deeper" : source};
+    Value dictionary = Convert(source);
+    int depth = 1;
+    for (; host.DictionaryCount(dictionary) == 1; ++depth)
+        dictionary = host.DictionaryGet(dictionary, "deeper");
+    EXPECT_EQ(depth, kDepth);
+}
+
+TEST_F(DictionaryToHost, HostWithoutTheSetterGivesEmptyDictionaries)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kSetter); });
+    const Value dictionary = Convert(@{@"key" : @{@"in" : @1}});
+    EXPECT_EQ(host.ClassOf(dictionary), "Dictionary");
+    EXPECT_EQ(host.DictionaryCount(dictionary), 0);
+}
+
+TEST_F(DictionaryToHost, HostThatLoadsNoMethodsGivesEmptyDictionaries)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALLoadObjectMethod"); });
+    EXPECT_EQ(host.DictionaryCount(Convert(@{@"key" : @"value"})), 0);
+}
+
+TEST_F(DictionaryToHost, HostWithoutTheOtherMethodsStoresEverything)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.LackMethod(kGetter);
+        unloaded.LackMethod(kKeyGetter);
+    });
+    EXPECT_EQ(host.DictionaryCount(Convert(@{@"a" : @1, @"b" : @2})), 2);
+}
+
+TEST_F(DictionaryToHost, HostWithoutDictionariesGivesNull)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail("PluginNewInstance"); });
+    EXPECT_EQ(NewVariantFromNSObject(@{@"key" : @"value"}), nullptr);
+    host.Fail("PluginNewInstance", false);
+}
+
+TEST_F(DictionaryToHost, CocoaExceptionAtAnEntryLeavesNothingBehind)
+{
+    Start();
+    NSDictionary *const broken = Ordered(@[ @"whole", @"broken" ], @[ @{@"in" : @1}, @2 ]);
+    bool raised = false;
+    @try {
+        NewVariantFromNSObject(broken);
+    } @catch (NSException *exception) {
+        raised = [[exception name] isEqual:@"Broken"];
+    }
+    EXPECT_TRUE(raised);
+}

@@ -1,0 +1,118 @@
+// Cocoa exceptions while an object becomes a host value: who gets them, and that nothing is left over.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include "tests/bridge/to_host/conversion_doubles.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+using ConversionException = LinkedTest;
+
+NSString *const kRaisedName = @"QZLTestException";
+
+/// Raises in the place of any method.
+id Raise(id, SEL selector)
+{
+    [NSException raise:kRaisedName format:@"from %s", sel_getName(selector)];
+    return nil;
+}
+
+RuntimeMethod Raising(const char *selector, const char *types = "@16@0:8")
+{
+    return {selector, reinterpret_cast<IMP>(Raise), types};
+}
+
+/// The object, with a method that raises.
+id ThatRaises(id object, const RuntimeMethod &method)
+{
+    AddMethods(object, "QZLTestRaising", {method});
+    return object;
+}
+
+id ObjectThatRaises()
+{
+    return ThatRaises(MakeObject([NSObject class]), Raising("isKindOfClass:", "C24@0:8#16"));
+}
+
+/// A conversion that a step cannot end, since the object raises there.
+struct RaisingStep {
+    const char *name;
+    id (*make)();
+};
+
+std::ostream &operator<<(std::ostream &stream, const RaisingStep &step)
+{
+    return stream << step.name;
+}
+
+const RaisingStep kRaisingSteps[] = {
+    {"AnyKind", ObjectThatRaises},
+    {"URL",
+     [] { return ThatRaises([NSURL URLWithString:@"http://www.example.com/"], Raising("absoluteString")); }},
+    {"Array", [] { return ThatRaises([NSMutableArray array], Raising("objectEnumerator")); }},
+    {"ElementOfAnArray",
+     [] { return id([NSArray arrayWithObjects:@"before", ObjectThatRaises(), @"after", nil]); }},
+    {"ElementOfAnArrayInAnArray",
+     [] {
+         return id([NSArray arrayWithObjects:@"before", [NSArray arrayWithObject:ObjectThatRaises()], nil]);
+     }},
+    {"Set", [] { return ThatRaises([NSMutableSet set], Raising("allObjects")); }},
+    {"ElementOfASet", [] { return id([NSSet setWithObject:ObjectThatRaises()]); }},
+    {"Number", [] { return ThatRaises([NSNumber numberWithInt:123456], Raising("objCType")); }},
+    {"Date",
+     [] {
+         return ThatRaises([[[NSDate alloc] initWithTimeIntervalSinceReferenceDate:1e9] autorelease],
+                           Raising("timeIntervalSinceReferenceDate", "d16@0:8"));
+     }},
+    {"ValueOfADictionary",
+     [] {
+         return id(
+             [NSDictionary dictionaryWithObjectsAndKeys:ObjectThatRaises(), @"one", @"text", @"two", nil]);
+     }},
+    {"Unwrapping",
+     [] { return MakeObject(MakeClass("QZLREALobjectWrapper", [NSObject class], { Raising("unwrap") })); }},
+    {"Value", [] { return ThatRaises([NSValue valueWithPointer:nullptr], Raising("objCType")); }},
+    {"ClassOfTheFallback",
+     [] { return ThatRaises(MakeObject([NSObject class]), Raising("class", "#16@0:8")); }},
+};
+
+class RaisingObject : public ConversionException, public testing::WithParamInterface<RaisingStep> {};
+
+} // namespace
+
+TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const Registry registry;
+    const id object = GetParam().make();
+    const NSUInteger retains = [object retainCount];
+
+    {
+        const qzlhost::AutoreleasePool pool;
+        NSString *const raised = ExceptionRaisedBy([&] { NewVariantFromNSObject(object); });
+        EXPECT_TRUE([raised isEqualToString:kRaisedName]);
+    }
+    EXPECT_TRUE(host.TakeException().IsNil()) << "a Cocoa exception, not yet a host exception";
+    EXPECT_EQ([object retainCount], retains);
+    EXPECT_EQ(registry.At(object), nullptr);
+    // The accounts at the end show a host array or dictionary that was begun.
+}
+
+INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingObject, testing::ValuesIn(kRaisingSteps),
+                         [](const testing::TestParamInfo<RaisingStep> &info) {
+                             return std::string(info.param.name);
+                         });
+
+TEST_F(ConversionException, NextConversionWorksAsBefore)
+{
+    Host &host = Start();
+    const id object = [NSArray arrayWithObjects:@"before", ObjectThatRaises(), nil];
+    EXPECT_NE(ExceptionRaisedBy([&] { NewVariantFromNSObject(object); }), nil);
+    const Value array = Convert([NSArray arrayWithObject:@"text"]);
+    ASSERT_EQ(host.ArrayCount(array), 1);
+    EXPECT_EQ(host.ArrayElement(array, 0).AsString(), "text");
+}

@@ -1,0 +1,356 @@
+// Objects that no other step takes become wrappers along their class chain; proxies are what they answer.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <ApplicationServices/ApplicationServices.h>
+
+#include "tests/bridge/to_host/conversion_doubles.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace code = qzlhost::code;
+
+namespace {
+
+using Fallback = LinkedTest;
+using Proxies = LinkedTest;
+
+} // namespace
+
+/// Is of no class at all, not even of its own.
+@interface QZLTestOfNoKind : NSObject
+@end
+
+@implementation QZLTestOfNoKind
+- (BOOL)isKindOfClass:(Class)asked
+{
+    (void)asked;
+    return NO;
+}
+@end
+
+namespace {
+Class gAnsweredClass;
+}
+
+/// Says that its class is another one.
+@interface QZLTestOtherClass : NSObject
+@end
+
+@implementation QZLTestOtherClass
+- (Class)class
+{
+    return gAnsweredClass;
+}
+@end
+
+/// Stands for an object of a class: answers as that object would, without being one.
+@interface QZLTestProxy : NSProxy {
+    Class _class;
+    CFTypeID _typeID;
+    NSUInteger _retains;
+}
+- (instancetype)initWithClass:(Class)cocoaClass typeID:(CFTypeID)typeID;
+@end
+
+@implementation QZLTestProxy
+- (instancetype)initWithClass:(Class)cocoaClass typeID:(CFTypeID)typeID
+{
+    _class = cocoaClass;
+    _typeID = typeID;
+    _retains = 1;
+    return self;
+}
+- (Class)class
+{
+    return _class;
+}
+- (BOOL)isKindOfClass:(Class)asked
+{
+    for (Class reached = _class; reached != Nil; reached = class_getSuperclass(reached))
+        if (reached == asked)
+            return YES;
+    return NO;
+}
+- (BOOL)respondsToSelector:(SEL)selector
+{
+    return _typeID != 0 && sel_isEqual(selector, sel_registerName("_cfTypeID"));
+}
+- (CFTypeID)_cfTypeID
+{
+    return _typeID;
+}
+- (instancetype)retain
+{
+    ++_retains;
+    return self;
+}
+- (oneway void)release
+{
+    if (--_retains == 0)
+        [self dealloc];
+}
+- (NSUInteger)retainCount
+{
+    return _retains;
+}
+@end
+
+/// Passes on every message to the object that it stands for.
+@interface QZLTestForwarder : NSProxy {
+    id _target;
+}
+- (instancetype)initWithTarget:(id)target;
+@end
+
+@implementation QZLTestForwarder
+- (instancetype)initWithTarget:(id)target
+{
+    _target = [target retain];
+    return self;
+}
+- (void)dealloc
+{
+    [_target release];
+    [super dealloc];
+}
+- (Class)class
+{
+    return [_target class];
+}
+- (BOOL)isKindOfClass:(Class)asked
+{
+    return [_target isKindOfClass:asked];
+}
+- (BOOL)respondsToSelector:(SEL)selector
+{
+    return [_target respondsToSelector:selector];
+}
+- (NSMethodSignature *)methodSignatureForSelector:(SEL)selector
+{
+    return [_target methodSignatureForSelector:selector];
+}
+- (void)forwardInvocation:(NSInvocation *)invocation
+{
+    [invocation invokeWithTarget:_target];
+}
+@end
+
+namespace {
+
+/// A proxy for an object of this class.
+id MakeProxy(const char *className, CFTypeID typeID = 0)
+{
+    QZLTestProxy *const proxy = [QZLTestProxy alloc];
+    return [[proxy initWithClass:objc_getClass(className) typeID:typeID] autorelease];
+}
+
+id MakeForwarder(id target)
+{
+    return [[[QZLTestForwarder alloc] initWithTarget:target] autorelease];
+}
+
+struct ProxiedClass {
+    const char *className;
+    const char *hostClass;
+    bool registered;
+};
+
+const ProxiedClass kProxiedClasses[] = {
+    {"NSPipe", "NSPipeQZL", true},
+    {"NSSearchField", "NSTextFieldQZL", true},
+    {"NSToolbarItem", "NSToolbarItemQZL", true},
+    {"NSMutableCharacterSet", "NSCharacterSetQZL", true},
+    {"NSMutableURLRequest", "NSURLRequestQZL", true},
+    {"NSBitmapImageRep", "NSImageRepQZL", false},
+    {"NSMutableIndexSet", "NSIndexSetQZL", false},
+    {"NSButton", "NSViewQZL", false},
+    {"NSPanel", "NSWindowQZL", false},
+    {"NSNotification", "NSNotificationQZL", true},
+    {"NSDistributedNotificationCenter", "NSNotificationCenterQZL", false},
+    {"NSOperationQueue", "NSObjectQZL", false},
+};
+
+class ProxiedRow : public Proxies, public testing::WithParamInterface<ProxiedClass> {};
+
+} // namespace
+
+TEST_F(Fallback, TakesTheNearestClassThatTheHostHas)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    DefineWrapperClass(host, "QZLTestMiddleQZL");
+    const Registry registry;
+    const id object = MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class])));
+    const NSUInteger retains = [object retainCount];
+    {
+        const Value first = Convert(object);
+        const Value second = Convert(object);
+        EXPECT_EQ(host.ClassOf(first), "QZLTestMiddleQZL");
+        EXPECT_EQ(HandleOf<id>(host, first), object);
+        EXPECT_EQ(host.References(first), 1);
+        EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
+        EXPECT_EQ([object retainCount], retains + 2);
+        EXPECT_EQ(registry.At(object), nullptr);
+    }
+    EXPECT_EQ([object retainCount], retains);
+}
+
+TEST_F(Fallback, ReachesTheRootClass)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const id object = MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class])));
+    EXPECT_EQ(host.ClassOf(Convert(object)), "NSObjectQZL");
+}
+
+TEST_F(Fallback, SkipsClassNamesOf200Characters)
+{
+    Host &host = Start();
+    const std::string name199(199, 'A');
+    const std::string name200(200, 'B');
+    DefineWrapperClass(host, name199 + "QZL");
+    DefineWrapperClass(host, name200 + "QZL");
+    DefineWrapperClass(host, std::string(199, 'B') + "QZL");
+    const Class base = MakeClass(name199, [NSObject class]);
+    const Class leaf = MakeClass(name200, base);
+    EXPECT_EQ(host.ClassOf(Convert(MakeObject(base))), name199 + "QZL");
+    EXPECT_EQ(host.ClassOf(Convert(MakeObject(leaf))), name199 + "QZL");
+}
+
+TEST_F(Fallback, WithoutAHostClassIsNull)
+{
+    Host &host = Start();
+    const id object = MakeObject([NSObject class]);
+    const NSUInteger retains = [object retainCount];
+    EXPECT_EQ(NewVariantFromNSObject(object), nullptr);
+    EXPECT_EQ([object retainCount], retains);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 1);
+}
+
+TEST_F(Fallback, WithoutPluginNewInstanceIsNull)
+{
+    Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginNewInstance"); });
+    EXPECT_EQ(NewVariantFromNSObject(MakeObject([NSObject class])), nullptr);
+}
+
+TEST_F(Fallback, AsksNoKind)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "QZLTestOfNoKindQZL");
+    const id object = MakeObject([QZLTestOfNoKind class]);
+    const Value variant = Convert(object);
+    EXPECT_EQ(host.ClassOf(variant), "QZLTestOfNoKindQZL");
+    EXPECT_EQ(HandleOf<id>(host, variant), object);
+}
+
+TEST_F(Fallback, BelievesTheObjectAboutItsClass)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "QZLTestOtherClassQZL");
+    DefineWrapperClass(host, "QZLTestOfNoKindQZL");
+    gAnsweredClass = [QZLTestOfNoKind class];
+    EXPECT_EQ(host.ClassOf(Convert(MakeObject([QZLTestOtherClass class]))), "QZLTestOfNoKindQZL");
+}
+
+TEST_F(Fallback, ObjectWithoutAClassIsNull)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    gAnsweredClass = Nil;
+    EXPECT_EQ(NewVariantFromNSObject(MakeObject([QZLTestOtherClass class])), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
+}
+
+TEST_F(Fallback, WrapsAClassObject)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const Value variant = Convert([NSObject class]);
+    EXPECT_EQ(host.ClassOf(variant), "NSObjectQZL");
+    EXPECT_EQ(HandleOf<id>(host, variant), [NSObject class]);
+}
+
+TEST_P(ProxiedRow, IsWhatTheProxyAnswers)
+{
+    Host &host = Start();
+    for (const ProxiedClass &row : kProxiedClasses)
+        if (!host.HasClass(row.hostClass))
+            DefineWrapperClass(host, row.hostClass);
+    DefineWrapperClass(host, "QZLTestProxyQZL");
+    DefineWrapperClass(host, "NSProxyQZL");
+    const Registry registry;
+    const id proxy = MakeProxy(GetParam().className);
+    {
+        const Value variant = Convert(proxy);
+        EXPECT_EQ(host.ClassOf(variant), GetParam().hostClass);
+        EXPECT_EQ(HandleOf<id>(host, variant), proxy);
+        EXPECT_EQ([proxy retainCount], 2u);
+        EXPECT_EQ(registry.At(proxy), GetParam().registered ? ObjectOf(variant) : nullptr);
+    }
+    EXPECT_EQ([proxy retainCount], 1u);
+    EXPECT_EQ(registry.At(proxy), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cocoa, ProxiedRow, testing::ValuesIn(kProxiedClasses),
+                         [](const testing::TestParamInfo<ProxiedClass> &info) {
+                             return std::string(info.param.className);
+                         });
+
+TEST_F(Proxies, CoreFoundationProxyIsWrappedAsItsType)
+{
+    Host &host = Start();
+    DefineCFWrapperClass(host, "CTLineQZL");
+    const id proxy = MakeProxy("NSObject", CTLineGetTypeID());
+    {
+        const Value variant = Convert(proxy);
+        EXPECT_EQ(host.ClassOf(variant), "CTLineQZL");
+        EXPECT_EQ([proxy retainCount], 2u);
+    }
+    EXPECT_EQ([proxy retainCount], 1u);
+}
+
+TEST_F(Proxies, ForwarderOfAStringIsAString)
+{
+    Start();
+    const Value variant = Convert(MakeForwarder([NSMutableString stringWithString:@"text"]));
+    EXPECT_EQ(variant.Code(), code::String);
+    EXPECT_EQ(variant.AsString(), "text");
+}
+
+TEST_F(Proxies, ForwarderOfAnArrayIsAnArray)
+{
+    Host &host = Start();
+    const Value array = Convert(MakeForwarder([NSArray arrayWithObjects:@"one", @"two", nil]));
+    ASSERT_EQ(host.ArrayCount(array), 2);
+    EXPECT_EQ(host.ArrayElement(array, 1).AsString(), "two");
+}
+
+TEST_F(Proxies, ForwarderOfANumberIsANumber)
+{
+    Start();
+    const Value variant = Convert(MakeForwarder([NSNumber numberWithInt:123456]));
+    EXPECT_EQ(variant.Code(), code::Int64);
+    EXPECT_EQ(variant.AsInteger(), 123456);
+}
+
+TEST_F(Proxies, ForwarderOfABooleanIsNoBooleanByIdentity)
+{
+    Host &host = Start();
+    Convert(MakeForwarder([NSNumber numberWithBool:YES]));
+    // Read as the number that it is: by its type, "c" or "C".
+    const bool isChar = std::string([[NSNumber numberWithBool:YES] objCType]) == "c";
+    EXPECT_EQ(host.CallsOf("IntegerToVariant"), isChar ? 0 : 1);
+    EXPECT_EQ(host.CallsOf("BooleanToVariant"), isChar ? 1 : 0);
+}
+
+TEST_F(Proxies, ForwarderOfARowsObjectIsThatRows)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSPipeQZL");
+    const id proxy = MakeForwarder([NSPipe pipe]);
+    const Value variant = Convert(proxy);
+    EXPECT_EQ(host.ClassOf(variant), "NSPipeQZL");
+    EXPECT_EQ(HandleOf<id>(host, variant), proxy) << "the proxy itself, not what it stands for";
+}
