@@ -100,7 +100,7 @@ constexpr ZoneRow kZones[] = {
     {"Apia", "Pacific/Apia", true},
 };
 
-class DateInZone : public LinkedTest, public ::testing::WithParamInterface<ZoneRow> {};
+class HostDateInZone : public LinkedTest, public ::testing::WithParamInterface<ZoneRow> {};
 
 class DateToHost : public LinkedTest {
 protected:
@@ -117,7 +117,7 @@ constexpr double kLeapDay = 1709215509;
 
 } // namespace
 
-TEST_P(DateInZone, HasTheWallClockOnBothSidesOfEachChange)
+TEST_P(HostDateInZone, HasTheWallClockOnBothSidesOfEachChange)
 {
     Start();
     SetTimeZone(GetParam().zone);
@@ -131,7 +131,7 @@ TEST_P(DateInZone, HasTheWallClockOnBothSidesOfEachChange)
         }
 }
 
-TEST_P(DateInZone, HasTheWallClockOfEveryMonth)
+TEST_P(HostDateInZone, HasTheWallClockOfEveryMonth)
 {
     Start();
     SetTimeZone(GetParam().zone);
@@ -140,7 +140,7 @@ TEST_P(DateInZone, HasTheWallClockOfEveryMonth)
         ASSERT_EQ(Convert(DateSince1970(moment)).AsString(), LocalTime(moment)) << moment;
 }
 
-TEST_P(DateInZone, DropsFractions)
+TEST_P(HostDateInZone, DropsFractions)
 {
     Start();
     SetTimeZone(GetParam().zone);
@@ -150,7 +150,7 @@ TEST_P(DateInZone, DropsFractions)
         EXPECT_EQ(Convert(DateSince1970(moment)).AsString(), LocalTime(moment)) << moment;
 }
 
-INSTANTIATE_TEST_SUITE_P(Zones, DateInZone, ::testing::ValuesIn(kZones),
+INSTANTIATE_TEST_SUITE_P(Zones, HostDateInZone, ::testing::ValuesIn(kZones),
                          [](const ::testing::TestParamInfo<ZoneRow> &row) { return row.param.testName; });
 
 TEST_F(DateToHost, FirstAndLastYearsHaveTheirFields)
