@@ -3,10 +3,7 @@
 
 #include "frame/host_entry_points.h"
 
-REALobject LastDictionary;
-void (*LastDictionarySetter)(REALobject dictionary, REALobject key, REALobject value);
-REALobject (*LastDictionaryGetter)(REALobject dictionary, REALobject key);
-REALobject (*LastDictionaryKeyGetter)(REALobject dictionary, int64_t index);
+DictionaryMethodCache gDictionaryMethods;
 
 namespace {
 
@@ -18,7 +15,7 @@ void LoadMethod(Method &method, REALobject dictionary, const char *declaration)
 
 } // namespace
 
-void UseDictionaryMethods(REALobject dictionary)
+void DictionaryMethodCache::Use(REALobject dictionary)
 {
     if (LastDictionary == dictionary)
         return;

@@ -34,12 +34,12 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary)
     const DictionaryMethodsEnd end;
     for (int64_t index = 0; index < count; ++index) {
         // Before each use: converting a nested Dictionary takes the methods over.
-        UseDictionaryMethods(source);
-        const HostRef<REALobject> key(
-            LastDictionaryKeyGetter == nullptr ? nullptr : LastDictionaryKeyGetter(source, index));
-        UseDictionaryMethods(source);
-        const HostRef<REALobject> value(
-            LastDictionaryGetter == nullptr ? nullptr : LastDictionaryGetter(source, key.Get()));
+        gDictionaryMethods.Use(source);
+        const auto keyOf = gDictionaryMethods.LastDictionaryKeyGetter;
+        const HostRef<REALobject> key(keyOf == nullptr ? nullptr : keyOf(source, index));
+        gDictionaryMethods.Use(source);
+        const auto valueOf = gDictionaryMethods.LastDictionaryGetter;
+        const HostRef<REALobject> value(valueOf == nullptr ? nullptr : valueOf(source, key.Get()));
         if (!key)
             continue;
         const id cocoaKey = ObjectOrNull(key.Get());

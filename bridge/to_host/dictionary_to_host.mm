@@ -24,9 +24,9 @@ REALdictionary NSDictionaryRB(NSDictionary *dictionary)
         const HostRef<REALobject> keyVariant(NewVariantFromNSObject(key));
         const HostRef<REALobject> valueVariant(NewVariantFromNSObject(value));
         // Only now: a value that is a dictionary has taken the methods over.
-        UseDictionaryMethods(result.Get());
-        if (LastDictionarySetter != nullptr)
-            LastDictionarySetter(result.Get(), keyVariant.Get(), valueVariant.Get());
+        gDictionaryMethods.Use(result.Get());
+        if (gDictionaryMethods.LastDictionarySetter != nullptr)
+            gDictionaryMethods.LastDictionarySetter(result.Get(), keyVariant.Get(), valueVariant.Get());
     }
     return reinterpret_cast<REALdictionary>(result.Release());
 }

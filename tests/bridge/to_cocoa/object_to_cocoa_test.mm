@@ -196,7 +196,7 @@ TEST_F(ObjectToCocoa, DictionaryIsADictionary)
     ASSERT_TRUE([converted isKindOfClass:[NSDictionary class]]);
     EXPECT_EQ([converted count], 1u);
     EXPECT_TRUE([[converted objectForKey:@"a"] isEqual:@1]);
-    EXPECT_EQ(LastDictionary, nullptr);
+    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(ObjectToCocoa, GeometryComesFromTheInstanceData)

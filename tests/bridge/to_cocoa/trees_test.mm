@@ -235,7 +235,7 @@ TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
             comparison.Compare(grown.tree, Convert(grown.value), "");
             EXPECT_THAT(comparison.differences, ::testing::IsEmpty());
         }
-        EXPECT_EQ(LastDictionary, nullptr);
+        EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
         EXPECT_EQ(ReferencesOf(host, grower.Values()), references);
         EXPECT_EQ(RetainCountsOf(wrapped_), retains);
         host.ClearTrace();
@@ -265,7 +265,7 @@ TEST_F(Trees, EntriesAfterANestedDictionaryAreAllThere)
           @"fourth" : @{},
           @"fifth" : @5};
     EXPECT_TRUE([converted isEqual:expected]) << Described(converted);
-    EXPECT_EQ(LastDictionary, nullptr);
+    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(Trees, NestedDictionaryTakesTheMethodsOver)
@@ -364,7 +364,7 @@ TEST_F(Trees, CocoaExceptionInTheMiddleLeavesNothingBehind)
 
     EXPECT_TRUE([ExceptionOf(outer) isEqual:NSInvalidArgumentException]);
 
-    EXPECT_EQ(LastDictionary, nullptr);
+    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
     EXPECT_EQ(ReferencesOf(host, values), references);
     host.ArraySet(refused, 1, "now convertible");
     EXPECT_EQ([Convert(outer) count], 3u);

@@ -71,7 +71,7 @@ TEST_F(VariantToObject, DictionaryHasEveryEntry)
     EXPECT_TRUE([[converted objectForKey:@"one"] isEqual:@"1"]);
     EXPECT_TRUE([[converted objectForKey:@"two"] isEqual:@"2"]);
     EXPECT_EQ([converted objectForKey:@"nothing"], [NSNull null]);
-    EXPECT_EQ(LastDictionary, nullptr);
+    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(VariantToObject, EmptyDictionaryIsImmutable)

@@ -55,7 +55,7 @@ class DictionaryToHost : public LinkedTest {
 protected:
     void TearDown() override
     {
-        EXPECT_EQ(LastDictionary, nullptr) << "the methods' Dictionary was not forgotten";
+        EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr) << "the methods' Dictionary was not forgotten";
         LinkedTest::TearDown();
     }
 };

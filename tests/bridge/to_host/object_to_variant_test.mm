@@ -56,7 +56,7 @@ TEST_F(ObjectToVariant, DictionaryHasEveryEntry)
     EXPECT_EQ(host.DictionaryGet(dictionary, "one").AsString(), "1");
     EXPECT_EQ(host.DictionaryGet(dictionary, "two").AsString(), "2");
     EXPECT_EQ(host.DictionaryGet(dictionary, "three").AsString(), "3");
-    EXPECT_EQ(LastDictionary, nullptr);
+    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(ObjectToVariant, EmptyDictionaryIsEmpty)
