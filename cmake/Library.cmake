@@ -5,6 +5,7 @@ set(library_sources
   frame/cocoa_exceptions.mm
   frame/cocoa_strings.mm
   frame/errors.cpp
+  frame/file_names.cpp
   frame/host_entry_points.cpp
   frame/host_strings.cpp
   frame/memory_blocks.cpp

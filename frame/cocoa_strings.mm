@@ -3,6 +3,7 @@
 
 #include "frame/host_ref.h"
 #include "frame/host_strings.h"
+#include "frame/kept_function.h"
 #include "frame/plugin.h"
 
 namespace {
@@ -14,13 +15,7 @@ constexpr double kFirstVersionWithCFStrings = 2012.0;
 int64_t (*LoadLenB())(REALstring)
 {
     static int64_t (*lenB)(REALstring);
-    auto found = __atomic_load_n(&lenB, __ATOMIC_RELAXED);
-    if (found == nullptr) {
-        found = reinterpret_cast<int64_t (*)(REALstring)>(
-            REALLoadFrameworkMethod(nullptr, "LenB( s as string ) as integer"));
-        __atomic_store_n(&lenB, found, __ATOMIC_RELAXED);
-    }
-    return found;
+    return KeepFound(lenB, [] { return REALLoadFrameworkMethod(nullptr, "LenB( s as string ) as integer"); });
 }
 
 /// A string of the host string's bytes, with one retain for the caller; null without bytes or length.

@@ -3,21 +3,17 @@
 
 #include <type_traits>
 
+#include "frame/kept_function.h"
 #include "frame/plugin.h"
 
 namespace {
 
-/// The host function that `slot` keeps, after looking it up by `name` as long as the host has not given one;
-/// null without one. Threads that race store the same pointer.
+/// The host function that `slot` keeps, looked up by `name` as long as the host has not given one; null
+/// without one.
 template <typename Function>
 Function *FindHostFunction(Function *&slot, const char *name)
 {
-    Function *function = __atomic_load_n(&slot, __ATOMIC_RELAXED);
-    if (function == nullptr) {
-        function = reinterpret_cast<Function *>(gResolver(name));
-        __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
-    }
-    return function;
+    return KeepFound(slot, [name] { return gResolver(name); });
 }
 
 /// Calls a host function. Without it the answer is 0, null or false. For a procedure the answer is whether

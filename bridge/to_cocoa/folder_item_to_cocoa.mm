@@ -4,6 +4,7 @@
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
+#include "frame/file_names.h"
 #include "frame/host_ref.h"
 
 namespace {
@@ -11,15 +12,9 @@ namespace {
 /// A leaf name in decomposed form, with one retain for the caller; null where it cannot be made.
 __attribute__((cf_returns_retained)) CFStringRef CreateLeafName(const HFSUniStr255 &name)
 {
-    const CFStringRef leaf = CFStringCreateWithCharacters(kCFAllocatorDefault, name.unicode, name.length);
-    if (leaf == nullptr)
-        return nullptr;
-    const CFMutableStringRef decomposed = CFStringCreateMutableCopy(kCFAllocatorDefault, 0, leaf);
-    if (decomposed == nullptr)
-        return leaf;
-    CFRelease(leaf);
-    CFStringNormalize(decomposed, kCFStringNormalizationFormD);
-    return decomposed;
+    const CFRef<CFStringRef> leaf(
+        CFStringCreateWithCharacters(kCFAllocatorDefault, name.unicode, name.length));
+    return leaf ? CreateDecomposedName(leaf.Get()) : nullptr;
 }
 
 /// The URL of an item that exists, with one retain for the caller; null of any other.

@@ -8,6 +8,7 @@
 #include "bridge/to_cocoa/object_to_cocoa.h"
 #include "frame/host_ref.h"
 #include "frame/host_strings.h"
+#include "frame/kept_function.h"
 
 namespace {
 
@@ -15,12 +16,8 @@ namespace {
 int64_t GetVariantType(REALobject variant)
 {
     static int64_t (*varType)(REALobject);
-    auto found = __atomic_load_n(&varType, __ATOMIC_RELAXED);
-    if (found == nullptr) {
-        found = reinterpret_cast<int64_t (*)(REALobject)>(
-            REALLoadFrameworkMethod(nullptr, "VarType(value As Variant) As Integer"));
-        __atomic_store_n(&varType, found, __ATOMIC_RELAXED);
-    }
+    const auto found = KeepFound(
+        varType, [] { return REALLoadFrameworkMethod(nullptr, "VarType(value As Variant) As Integer"); });
     if (found != nullptr)
         return found(variant);
     int64_t type = 0;

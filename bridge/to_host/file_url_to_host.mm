@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "frame/file_names.h"
 #include "frame/host_ref.h"
 #include "frame/host_strings.h"
 
@@ -67,16 +68,11 @@ REALobject NewFolderItemOfExistingItem(const FSRef &item)
 /// The name as the file system keeps it: decomposed, cut to what a name holds.
 void FillName(CFStringRef component, HFSUniStr255 &name)
 {
-    const CFRef<CFMutableStringRef> decomposed(CFStringCreateMutableCopy(kCFAllocatorDefault, 0, component));
-    CFStringRef text = component;
-    if (decomposed) {
-        CFStringNormalize(decomposed.Get(), kCFStringNormalizationFormD);
-        text = decomposed.Get();
-    }
     constexpr CFIndex kLongestName = 255;
-    const CFIndex length = std::min(CFStringGetLength(text), kLongestName);
+    const CFRef<CFStringRef> decomposed(CreateDecomposedName(component));
+    const CFIndex length = std::min(CFStringGetLength(decomposed.Get()), kLongestName);
     name.length = static_cast<UInt16>(length);
-    CFStringGetCharacters(text, CFRangeMake(0, length), name.unicode);
+    CFStringGetCharacters(decomposed.Get(), CFRangeMake(0, length), name.unicode);
 }
 
 REALobject NewFolderItemOfMissingItem(CFURLRef url)
