@@ -8,6 +8,8 @@
 #include <ostream>
 #include <thread>
 
+#include "examples/value_json.h"
+
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
 using qzlhost::Value;
@@ -33,23 +35,6 @@ private:
     std::thread::id mainThread_;
     std::mutex mutex_;
 };
-
-std::string Quoted(const Value &value)
-{
-    return value.IsNil() ? "Nil" : '"' + value.AsString() + '"';
-}
-
-std::string QuotedDictionary(Host &host, const Value &dictionary)
-{
-    if (dictionary.IsNil())
-        return "Nil";
-    std::string text;
-    for (int64_t index = 0; index < host.DictionaryCount(dictionary); ++index) {
-        const Value key = host.DictionaryKey(dictionary, index);
-        text += (text.empty() ? "" : ", ") + Quoted(key) + ": " + Quoted(host.DictionaryGet(dictionary, key));
-    }
-    return "{" + text + "}";
-}
 
 /// The program's state: what it posted, and what came of it.
 struct Program {
@@ -103,11 +88,12 @@ void DefineObserver(Program &program)
                                    ++program.received;
                                    if (!program.transcript.OnMainThread())
                                        ++program.receivedElsewhere;
-                                   program.transcript.Line(
-                                       "  GotNotification: Name " + Quoted(host.Get(notification, "Name")) +
-                                       ", objectVariant " + Quoted(host.Get(notification, "objectVariant")) +
-                                       ", userInfo " +
-                                       QuotedDictionary(host, host.Get(notification, "userInfo")));
+                                   std::string line = "  GotNotification:";
+                                   for (const char *property : {"Name", "objectVariant", "userInfo"})
+                                       line +=
+                                           std::string(" ") + property + " " +
+                                           LineOfJson(ValueAsJson(host, host.Get(notification, property)));
+                                   program.transcript.Line(line);
                                    return Value();
                                }});
     program.host.DefineClass(std::move(observer));

@@ -43,6 +43,9 @@ void PopPool(void *pool);
 /// Runs the run loop of the calling thread until something happened, or for at most so many seconds.
 void RunRunLoop(double seconds);
 
+/// The workspace's notification centre, with one retain.
+void *NewWorkspaceCenter();
+
 /// With one retain.
 CFStringRef NewCFString(std::u16string_view text) __attribute__((cf_returns_retained));
 

@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 
 namespace qzlhost {
@@ -42,6 +43,11 @@ void RunRunLoop(double seconds)
     NSDate *const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
     if (![[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:end])
         [NSThread sleepUntilDate:end];
+}
+
+void *NewWorkspaceCenter()
+{
+    return [[[NSWorkspace sharedWorkspace] notificationCenter] retain];
 }
 
 CFStringRef NewCFString(std::u16string_view text)

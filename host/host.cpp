@@ -135,6 +135,11 @@ Value Host::New(std::string_view className, const std::vector<Value> &arguments)
     return instance;
 }
 
+Value Host::NewWithoutConstructor(std::string_view className)
+{
+    return Value::Adopt(NewInstance(KnownClass(implementation_->classes, className)));
+}
+
 Value Host::Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments)
 {
     Instance &self = InstanceOf(instance);
@@ -192,6 +197,11 @@ int64_t Host::Constant(std::string_view className, std::string_view name) const
 void *Host::InstanceData(const Value &instance) const
 {
     return DataOf(&InstanceOf(instance));
+}
+
+int64_t Host::WorkspaceCenterHandle()
+{
+    return reinterpret_cast<int64_t>(NewWorkspaceCenter());
 }
 
 bool Host::RunUntil(const std::function<bool()> &done, double seconds)

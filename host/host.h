@@ -134,6 +134,8 @@ public:
     /// Members throw ProgramException where the library raised one, UsageError where nothing fits. Any
     /// thread.
     Value New(std::string_view className, const std::vector<Value> &arguments = {});
+    /// A new instance on which no Constructor has run, as a library of the family makes its wrappers.
+    Value NewWithoutConstructor(std::string_view className);
     Value Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments = {});
     /// As Call, but looked up from this class of the instance on: how a class calls its superclass's method.
     Value CallAs(std::string_view className, const Value &instance, std::string_view method,
@@ -165,6 +167,11 @@ public:
     Value ArrayElement(const Value &array, int64_t index) const;
     void ArraySet(const Value &array, int64_t index, const Value &element);
     void ArrayResize(const Value &array, int64_t count);
+
+    // Cocoa objects that another library of the family would hand to a program
+
+    /// The handle of the workspace's notification centre, with a retain for the wrapper that it is put into.
+    static int64_t WorkspaceCenterHandle();
 
     // Accounts
 
