@@ -18,6 +18,15 @@ namespace {
 
 std::atomic<bool> ExceptionsInitialized{false};
 
+/// An exception that raises another while it is described must not let that one out.
+void LogException(NSException *exception)
+{
+    @try {
+        NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]);
+    } @catch (NSException *) {
+    }
+}
+
 /// Null where there is no wrapper, also when the family does not answer: its exception must not get out
 /// either.
 REALobject NewHostException(NSException *exception)
@@ -33,7 +42,7 @@ REALobject NewHostException(NSException *exception)
 
 void RaiseNSExceptionQZL(NSException *exception)
 {
-    NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]);
+    LogException(exception);
     const HostRef<REALobject> wrapper(NewHostException(exception));
     if (wrapper)
         REALRaiseException(wrapper.Get());

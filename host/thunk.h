@@ -11,7 +11,7 @@ namespace qzlhost {
 
 /// What the wrapper of one function knows about it.
 struct NativeFunction {
-    const char *name = nullptr;
+    std::atomic<const char *> name{nullptr};
     std::atomic<bool> fails{false};
 };
 

@@ -8,7 +8,7 @@ DictionaryMethodCache gDictionaryMethods;
 namespace {
 
 template <typename Method>
-void LoadMethod(Method &method, REALobject dictionary, const char *declaration)
+void LoadMethod(std::atomic<Method> &method, REALobject dictionary, const char *declaration)
 {
     method = reinterpret_cast<Method>(REALLoadObjectMethod(dictionary, declaration));
 }
@@ -19,8 +19,9 @@ void DictionaryMethodCache::Use(REALobject dictionary)
 {
     if (LastDictionary == dictionary)
         return;
-    LastDictionary = dictionary;
     LoadMethod(LastDictionarySetter, dictionary, "Value(key As Variant, Assigns _value As Variant)");
     LoadMethod(LastDictionaryGetter, dictionary, "Value(key As Variant) As Variant");
     LoadMethod(LastDictionaryKeyGetter, dictionary, "Key(index As Integer) As Variant");
+    // Only now: a thread that converts the same Dictionary takes the methods as they are.
+    LastDictionary = dictionary;
 }

@@ -35,10 +35,10 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary)
     for (int64_t index = 0; index < count; ++index) {
         // Before each use: converting a nested Dictionary takes the methods over.
         gDictionaryMethods.Use(source);
-        const auto keyOf = gDictionaryMethods.LastDictionaryKeyGetter;
+        const auto keyOf = gDictionaryMethods.LastDictionaryKeyGetter.load();
         const HostRef<REALobject> key(keyOf == nullptr ? nullptr : keyOf(source, index));
         gDictionaryMethods.Use(source);
-        const auto valueOf = gDictionaryMethods.LastDictionaryGetter;
+        const auto valueOf = gDictionaryMethods.LastDictionaryGetter.load();
         const HostRef<REALobject> value(valueOf == nullptr ? nullptr : valueOf(source, key.Get()));
         if (!key)
             continue;

@@ -25,8 +25,8 @@ REALdictionary NSDictionaryRB(NSDictionary *dictionary)
         const HostRef<REALobject> valueVariant(NewVariantFromNSObject(value));
         // Only now: a value that is a dictionary has taken the methods over.
         gDictionaryMethods.Use(result.Get());
-        if (gDictionaryMethods.LastDictionarySetter != nullptr)
-            gDictionaryMethods.LastDictionarySetter(result.Get(), keyVariant.Get(), valueVariant.Get());
+        if (const auto setValue = gDictionaryMethods.LastDictionarySetter.load())
+            setValue(result.Get(), keyVariant.Get(), valueVariant.Get());
     }
     return reinterpret_cast<REALdictionary>(result.Release());
 }
