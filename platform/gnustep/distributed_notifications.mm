@@ -1,5 +1,10 @@
-// Posting to a distributed notification centre with options.
+// The distributed notification centre: posting with options, and delivery as macOS has it.
 #import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <algorithm>
+#include <deque>
+#include <mutex>
 
 @implementation NSDistributedNotificationCenter (CocoaportOptions)
 
@@ -10,6 +15,109 @@
 {
     const BOOL atOnce = (options & NSDistributedNotificationDeliverImmediately) != 0;
     [self postNotificationName:name object:object userInfo:userInfo deliverImmediately:atOnce];
+}
+
+@end
+
+namespace {
+
+using RemoveMethod = void (*)(id center, SEL selector, id observer, NSString *name, NSString *object);
+
+RemoveMethod gRemove;
+
+/// A notification that has come from the daemon.
+struct Arrival {
+    id center;
+    id observer; // not retained: the centre's observers are not
+    SEL selector;
+    NSNotification *notification; // retained
+};
+
+std::mutex gMutex;
+std::deque<Arrival> gArrivals;
+
+bool TakeArrival(Arrival &arrival)
+{
+    const std::lock_guard lock(gMutex);
+    if (gArrivals.empty())
+        return false;
+    arrival = gArrivals.front();
+    gArrivals.pop_front();
+    return true;
+}
+
+bool Matches(NSString *wanted, NSString *text)
+{
+    return wanted == nil || [wanted isEqual:text];
+}
+
+/// GNUstep's own removal, after which nothing that came before it reaches the observer either.
+void Remove(id center, SEL selector, id observer, NSString *name, NSString *object)
+{
+    gRemove(center, selector, observer, name, object);
+    const std::lock_guard lock(gMutex);
+    const auto removed =
+        std::stable_partition(gArrivals.begin(), gArrivals.end(), [&](const Arrival &arrival) {
+            return arrival.center != center || arrival.observer != observer ||
+                   !Matches(name, [arrival.notification name]) ||
+                   !Matches(object, [arrival.notification object]);
+        });
+    std::for_each(removed, gArrivals.end(), [](const Arrival &arrival) { [arrival.notification release]; });
+    gArrivals.erase(removed, gArrivals.end());
+}
+
+} // namespace
+
+/// Delivers on the main thread, from its run loop. GNUstep would do it on any thread, in the middle of
+/// whatever asks the daemon something: an observer would hear of notifications while it is being removed.
+@interface CocoaportDelivery : NSObject
+@end
+
+@implementation CocoaportDelivery
+
++ (void)load
+{
+    const Method method = class_getInstanceMethod([NSDistributedNotificationCenter class],
+                                                  @selector(removeObserver:name:object:));
+    gRemove = reinterpret_cast<RemoveMethod>(method_setImplementation(method, reinterpret_cast<IMP>(Remove)));
+}
+
++ (void)deliver
+{
+    for (Arrival arrival; TakeArrival(arrival);) {
+        [arrival.notification autorelease];
+        [arrival.observer performSelector:arrival.selector withObject:arrival.notification];
+    }
+}
+
+@end
+
+@implementation NSDistributedNotificationCenter (CocoaportDelivery)
+
+/// What the daemon sends; in place of GNUstep's own.
+- (void)postNotificationName:(NSString *)name
+                      object:(NSString *)object
+                    userInfo:(NSData *)info
+                    selector:(NSString *)selector
+                          to:(uint64_t)observer
+{
+    NSNotification *const notification =
+        [NSNotification notificationWithName:name
+                                      object:object
+                                    userInfo:[NSUnarchiver unarchiveObjectWithData:info]];
+    {
+        const std::lock_guard lock(gMutex);
+        gArrivals.push_back(
+            {self, reinterpret_cast<id>(observer), NSSelectorFromString(selector), [notification retain]});
+    }
+    NSString *const mode = [[NSRunLoop currentRunLoop] currentMode];
+    if ([NSThread isMainThread] && ![mode isEqualToString:NSConnectionReplyMode])
+        [CocoaportDelivery deliver];
+    else
+        [CocoaportDelivery performSelectorOnMainThread:@selector(deliver)
+                                            withObject:nil
+                                         waitUntilDone:NO
+                                                 modes:[NSArray arrayWithObject:NSDefaultRunLoopMode]];
 }
 
 @end
