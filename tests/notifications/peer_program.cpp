@@ -1,0 +1,262 @@
+// A host program that a test drives: observes and posts between processes as it is told, line by line.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+
+#include "host/exception_class.h"
+#include "host/host.h"
+#include "tests/notifications/peer_lines.h"
+#include "tests/notifications/typed_json.h"
+
+using qzlhost::AutoreleasePool;
+using qzlhost::Host;
+using qzlhost::ProgramException;
+using qzlhost::Value;
+
+namespace {
+
+constexpr char kCenterClass[] = "NSDistributedNotificationCenterQZL";
+constexpr double kNoLimit = 1e9;
+
+/// Does what a test's commands say. Each has a verb, "do", and where it says so:
+///   observe     "observer", a name of the test's own for it, made when it is first used; "name", "object",
+///               "behavior": what is absent is not passed, a null name is the null string
+///   remove      "observer", "name", "object"
+///   free        "observer", which this program then holds no more
+///   post        "name", "object", "info", "options", "deliverImmediately": they choose the overload; "built"
+///               to post a notification that was built; "times" to post so often, with a "sequence" from 0
+///               in the user info
+///   suspend     "value"
+///   suspended   answers the property
+///   settle      see Settle
+///   quit        ends the program; answers what its host has to say: "leaks" and "mistakes"
+/// "center" names the way to the centre that is used: New, defaultCenter or notificationCenterForType.
+class Program {
+public:
+    Program(Host &host, Report &report) : host_(host), report_(report)
+    {
+        qzlhost::ClassDefinition observer;
+        observer.name = "PeerObserver";
+        observer.super = "NSNotificationObserverQZL";
+        observer.events.push_back({"GotNotification(notification as NSNotificationQZL)",
+                                   [this](const Value &self, const std::vector<Value> &arguments) {
+                                       Receive(self, arguments.at(0));
+                                       return Value();
+                                   }});
+        host_.DefineClass(std::move(observer));
+    }
+
+    /// Does a command; answers what it gives.
+    Json Do(const Json &command)
+    {
+        const std::string verb = command.at("do");
+        if (verb == "settle") {
+            Settle();
+            return nullptr;
+        }
+        verb_ = verb;
+        const auto clear = [](std::string *text) { text->clear(); };
+        const std::unique_ptr<std::string, decltype(clear)> end(&verb_, clear);
+        return DoAtOnce(verb, command);
+    }
+
+private:
+    /// Does what does not run the run loop.
+    Json DoAtOnce(const std::string &verb, const Json &command)
+    {
+        if (verb == "observe")
+            Observe(command);
+        else if (verb == "remove")
+            Remove(command);
+        else if (verb == "free")
+            observers_.extract(command.at("observer"));
+        else if (verb == "post")
+            Post(command);
+        else if (verb == "suspend")
+            host_.Set(Center(command), "suspended", command.at("value").get<bool>());
+        else if (verb == "suspended")
+            return host_.Get(Center(command), "suspended").AsBoolean();
+        else
+            throw std::runtime_error("unknown command " + verb);
+        return nullptr;
+    }
+
+    /// Texts of a command; the null string where it has null.
+    static Value TextOf(const Json &command, const char *key)
+    {
+        const Json &text = command.at(key);
+        return text.is_null() ? Value::EmptyString() : Value(text.get<std::string>());
+    }
+
+    /// The centre that a command names by the way to get it, made when it is first asked for.
+    const Value &Center(const Json &command)
+    {
+        const std::string way = command.value("center", "New");
+        Value &center = centers_[way];
+        if (!center.IsNil())
+            return center;
+        if (way == "New")
+            center = host_.New(kCenterClass);
+        else if (way == "defaultCenter")
+            center = host_.CallShared(kCenterClass, "defaultCenter");
+        else if (way == "notificationCenterForType")
+            center = host_.CallShared(kCenterClass, "notificationCenterForType",
+                                      {host_.CallShared(kCenterClass, "NSLocalNotificationCenterType")});
+        else
+            throw std::runtime_error("unknown way to a centre: " + way);
+        return center;
+    }
+
+    const Value &Observer(const Json &command)
+    {
+        Value &observer = observers_[command.at("observer")];
+        if (observer.IsNil())
+            observer = host_.New("PeerObserver");
+        return observer;
+    }
+
+    void Observe(const Json &command)
+    {
+        std::vector<Value> arguments = {Observer(command)};
+        if (command.contains("name"))
+            arguments.push_back(TextOf(command, "name"));
+        if (command.contains("object"))
+            arguments.push_back(FromTypedJson(host_, command.at("object")));
+        if (command.contains("behavior"))
+            arguments.push_back(command.at("behavior").get<int64_t>());
+        host_.Call(Center(command), "addObserver", arguments);
+    }
+
+    void Remove(const Json &command)
+    {
+        std::vector<Value> arguments = {Observer(command)};
+        if (command.contains("name"))
+            arguments.push_back(TextOf(command, "name"));
+        if (command.contains("object"))
+            arguments.push_back(FromTypedJson(host_, command.at("object")));
+        host_.Call(Center(command), "removeObserver", arguments);
+    }
+
+    void Post(const Json &command)
+    {
+        if (!command.contains("times")) {
+            PostOnce(command);
+            return;
+        }
+        Json each = command;
+        for (int64_t sequence = 0; sequence < command.at("times"); ++sequence) {
+            each["info"]["dictionary"]["sequence"] = typed::Integer(sequence);
+            PostOnce(each);
+        }
+    }
+
+    void PostOnce(const Json &command)
+    {
+        std::vector<Value> arguments = {TextOf(command, "name")};
+        for (const char *key : {"object", "info"})
+            if (command.contains(key))
+                arguments.push_back(FromTypedJson(host_, command.at(key)));
+        if (command.contains("options"))
+            arguments.push_back(command.at("options").get<uint32_t>());
+        if (command.contains("deliverImmediately"))
+            arguments.push_back(command.at("deliverImmediately").get<bool>());
+        if (command.value("built", false))
+            host_.Call(Center(command), "postNotification", {host_.New("NSNotificationQZL", arguments)});
+        else
+            host_.Call(Center(command), "postNotificationName", arguments);
+    }
+
+    /// What was posted here before has been passed on afterwards, and what was passed on to here before has
+    /// raised its event: the daemon answers calls in their order, and these wait for its answer.
+    void Settle()
+    {
+        const Value observer = host_.New("PeerObserver");
+        const Value &center = Center(Json::object());
+        host_.Call(center, "addObserver", {observer, "QZLSettling" + std::to_string(getpid())});
+        host_.Call(center, "removeObserver", {observer});
+        int turns = 0;
+        host_.RunUntil([&] { return turns++ == 3; }, kNoLimit);
+    }
+
+    void Receive(const Value &self, const Value &notification)
+    {
+        std::string name;
+        for (const auto &[key, observer] : observers_)
+            if (observer.ObjectPointer() == self.ObjectPointer())
+                name = key;
+        Json event = {{"observer", name}};
+        if (!verb_.empty())
+            event["during"] = verb_;
+        try {
+            event["name"] = host_.Get(notification, "Name").AsString();
+            event["object"] = ToTypedJson(host_, host_.Get(notification, "objectVariant"));
+            event["info"] = ToTypedJson(host_, host_.Get(notification, "userInfo"));
+        } catch (const std::runtime_error &error) {
+            event["failure"] = error.what();
+        }
+        report_.Event(event);
+        // Nobody asks for it, and it would grow with every event.
+        host_.ClearTrace();
+    }
+
+    Host &host_;
+    Report &report_;
+    /// The command that is being done; none while the run loop runs.
+    std::string verb_;
+    std::map<std::string, Value> centers_;
+    std::map<std::string, Value> observers_;
+};
+
+/// Does commands until "quit" or the end of the input.
+void Run(Host &host, Program &program, Commands &commands, Report &report)
+{
+    for (;;) {
+        host.RunUntil([&] { return commands.HaveNext(); }, kNoLimit);
+        const std::optional<Json> command = commands.Next();
+        if (!command || command->at("do") == "quit")
+            return;
+        try {
+            report.Answer(program.Do(*command));
+        } catch (const ProgramException &exception) {
+            report.Refusal(exception);
+        }
+    }
+}
+
+/// Answers the exit status.
+int RunIn(Host &host, const char *library, Commands &commands)
+{
+    Report report;
+    {
+        const AutoreleasePool pool;
+        qzlhost::OfferExceptionClass(host);
+        host.Load(library);
+        Program program(host, report);
+        report.Answer("ready");
+        Run(host, program, commands, report);
+    }
+    report.Answer({{"leaks", host.Leaks()}, {"mistakes", host.Mistakes()}});
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: peer_program LIBRARY\n");
+        return 2;
+    }
+    Commands commands;
+    try {
+        Host host;
+        return RunIn(host, argv[1], commands);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "peer_program: %s\n", error.what());
+        // The test does not end the input of a program that fails, which the reading thread waits for.
+        std::_Exit(1);
+    }
+}

@@ -1,0 +1,201 @@
+// Many notifications at once, and processes that do not take part any more.
+#include <csignal>
+
+#include "tests/notifications/process_test.h"
+
+namespace {
+
+class ProcessLoad : public ProcessTest {
+protected:
+    std::vector<Peer *> StartPeers(const std::string &name, int count)
+    {
+        std::vector<Peer *> peers;
+        for (int index = 0; index < count; ++index)
+            peers.push_back(&StartPeer(name + " " + std::to_string(index)));
+        return peers;
+    }
+
+    Peer &StartObserver(const std::string &name)
+    {
+        Peer &observer = StartPeer(name);
+        observer.Do(ObserveName("Load"));
+        return observer;
+    }
+};
+
+/// Posts so often, each time with the poster and a number from 0.
+Json PostMany(int64_t poster, int64_t times)
+{
+    Json command = PostName("Load");
+    command["times"] = times;
+    command["info"] = typed::Dictionary({{"poster", typed::Integer(poster)}});
+    return command;
+}
+
+int64_t IntegerIn(const Json &event, const char *key)
+{
+    return event.at("info").at("dictionary").at(key).at("integer");
+}
+
+/// The numbers of the events that each poster's posts raised, in the order of the events.
+std::map<int64_t, std::vector<int64_t>> NumbersByPoster(const std::vector<Json> &events)
+{
+    std::map<int64_t, std::vector<int64_t>> numbers;
+    for (const Json &event : events)
+        numbers[IntegerIn(event, "poster")].push_back(IntegerIn(event, "sequence"));
+    return numbers;
+}
+
+std::vector<int64_t> NumbersTo(int64_t count)
+{
+    std::vector<int64_t> numbers;
+    for (int64_t number = 0; number < count; ++number)
+        numbers.push_back(number);
+    return numbers;
+}
+
+/// Events come from the run loop, not in the middle of what the program does.
+void ExpectFromTheRunLoop(const std::vector<Json> &events)
+{
+    for (const Json &event : events)
+        EXPECT_FALSE(event.contains("during")) << event.dump();
+}
+
+} // namespace
+
+TEST_F(ProcessLoad, ThreeObserversGetTenThousandFromThreePostersEachOnceAndInOrder)
+{
+    constexpr int kPeers = 3;
+    constexpr int64_t kTimes = 3334;
+    const std::vector<Peer *> observers = StartPeers("observer", kPeers);
+    const std::vector<Peer *> posters = StartPeers("poster", kPeers);
+    for (Peer *const observer : observers)
+        observer->Do(ObserveName("Load"));
+
+    for (size_t poster = 0; poster < kPeers; ++poster)
+        posters[poster]->Begin(PostMany(static_cast<int64_t>(poster), kTimes));
+    for (Peer *const poster : posters)
+        poster->Finish();
+
+    for (Peer *const observer : observers) {
+        const auto numbers = NumbersByPoster(observer->Events(kPeers * kTimes));
+        ASSERT_EQ(numbers.size(), size_t{kPeers});
+        for (const auto &[poster, received] : numbers)
+            EXPECT_TRUE(received == NumbersTo(kTimes)) << "of poster " << poster;
+    }
+    for (Peer *const observer : observers) {
+        Settle(*posters[0], *observer);
+        EXPECT_TRUE(observer->RemainingEvents().empty());
+    }
+}
+
+TEST_F(ProcessLoad, KilledObserverDisturbsNobody)
+{
+    constexpr int64_t kTimes = 1000;
+    Peer &victim = StartObserver("victim");
+    Peer &survivor = StartObserver("survivor");
+    Peer &poster = StartPeer("poster");
+
+    poster.Begin(PostMany(0, kTimes));
+    victim.Events(10);
+    victim.Kill();
+    poster.Finish();
+
+    EXPECT_TRUE(NumbersByPoster(survivor.Events(kTimes))[0] == NumbersTo(kTimes));
+    Peer &late = StartObserver("late");
+    poster.Do(PostMany(1, 1));
+    EXPECT_EQ(IntegerIn(late.Events(1).at(0), "poster"), 1);
+    EXPECT_EQ(IntegerIn(survivor.Events(1).at(0), "poster"), 1);
+    EXPECT_EQ(victim.ExitStatus(), -SIGKILL);
+}
+
+TEST_F(ProcessLoad, KilledPosterDisturbsNobody)
+{
+    Peer &observer = StartObserver("observer");
+    Peer &victim = StartPeer("victim");
+    Peer &survivor = StartPeer("survivor");
+
+    victim.Begin(PostMany(0, 1000000));
+    std::vector<Json> events = observer.Events(100);
+    victim.Kill();
+    survivor.Do(PostMany(1, 100));
+    Settle(survivor, observer);
+
+    const std::vector<Json> rest = observer.RemainingEvents();
+    events.insert(events.end(), rest.begin(), rest.end());
+    auto numbers = NumbersByPoster(events);
+    EXPECT_TRUE(numbers[0] == NumbersTo(static_cast<int64_t>(numbers[0].size())));
+    EXPECT_TRUE(numbers[1] == NumbersTo(100));
+}
+
+TEST_F(ProcessLoad, ObserverThatDoesNotRunHoldsNobodyUpAndGetsAllOfItLater)
+{
+    constexpr int64_t kTimes = 2000;
+    Peer &sleeper = StartObserver("sleeper");
+    Peer &awake = StartObserver("awake");
+    Peer &poster = StartPeer("poster");
+
+    sleeper.Stop(true);
+    poster.Do(PostMany(0, kTimes));
+    EXPECT_TRUE(NumbersByPoster(awake.Events(kTimes))[0] == NumbersTo(kTimes));
+    EXPECT_TRUE(sleeper.RemainingEvents().empty());
+    sleeper.Stop(false);
+    EXPECT_TRUE(NumbersByPoster(sleeper.Events(kTimes))[0] == NumbersTo(kTimes));
+}
+
+TEST_F(ProcessLoad, ObserverThatIsFreedMeanwhileHearsNothingMore)
+{
+    Peer &observer = StartObserver("observer");
+    Peer &poster = StartPeer("poster");
+
+    poster.Begin(PostMany(0, 1000));
+    ExpectFromTheRunLoop(observer.Events(100));
+    observer.Do({{"do", "free"}, {"observer", "observer"}});
+    const size_t heard = observer.EventsAtLastAnswer();
+    poster.Finish();
+    Settle(poster, observer);
+
+    EXPECT_EQ(observer.EventsAtLastAnswer(), heard);
+    EXPECT_LT(heard, 1000u);
+    ExpectFromTheRunLoop(observer.RemainingEvents());
+    observer.Do(ObserveName("Load", "another"));
+    poster.Do(PostMany(1, 1));
+    Settle(poster, observer);
+    EXPECT_EQ(observer.EventsAtLastAnswer(), heard + 1);
+}
+
+TEST_F(ProcessLoad, ObserverThatIsRemovedMeanwhileHearsNothingMore)
+{
+    Peer &observer = StartObserver("observer");
+    Peer &poster = StartPeer("poster");
+
+    poster.Begin(PostMany(0, 1000));
+    ExpectFromTheRunLoop(observer.Events(100));
+    observer.Do({{"do", "remove"}, {"observer", "observer"}});
+    const size_t heard = observer.EventsAtLastAnswer();
+    poster.Finish();
+    Settle(poster, observer);
+
+    EXPECT_EQ(observer.EventsAtLastAnswer(), heard);
+    EXPECT_LT(heard, 1000u);
+    ExpectFromTheRunLoop(observer.RemainingEvents());
+}
+
+TEST_F(ProcessLoad, EventsComeFromTheRunLoopAlsoWhileTheProcessPosts)
+{
+    constexpr int64_t kTimes = 1000;
+    Peer &first = StartObserver("first");
+    Peer &second = StartObserver("second");
+
+    first.Begin(PostMany(0, kTimes));
+    second.Begin(PostMany(1, kTimes));
+    first.Finish();
+    second.Finish();
+
+    for (Peer *const peer : {&first, &second}) {
+        const std::vector<Json> events = peer->Events(2 * kTimes);
+        ExpectFromTheRunLoop(events);
+        for (const auto &[poster, numbers] : NumbersByPoster(events))
+            EXPECT_TRUE(numbers == NumbersTo(kTimes)) << "of poster " << poster;
+    }
+}

@@ -1,0 +1,68 @@
+// A notification daemon of a test's own: what GNUstep carries notifications between processes with.
+#include "tests/support/daemon.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kStartLimit = 30s;
+
+/// Under the daemon's folder, the file that tells clients where it listens: the name that it registers, in
+/// base 64.
+constexpr char kRegisteredName[] = "/NSMessagePort/names/R0ROQ1NlcnZlcg==";
+
+std::string NewFolder()
+{
+    // Not where TMPDIR says, which may be a long way down.
+    char path[] = "/tmp/qzl-test-XXXXXX";
+    if (mkdtemp(path) == nullptr)
+        throw std::system_error(errno, std::generic_category(), "mkdtemp");
+    return path;
+}
+
+EnvironmentVariables ClientsEnvironment(const std::string &folder)
+{
+    return {{"TEMP", folder}};
+}
+
+EnvironmentVariables DaemonsEnvironment(const std::string &folder)
+{
+    EnvironmentVariables environment = ClientsEnvironment(folder);
+    environment.emplace_back("LD_PRELOAD", QZL_MENDED_DAEMON);
+    return environment;
+}
+
+} // namespace
+
+PrivateFolder::PrivateFolder() : path_(NewFolder()) {}
+
+PrivateFolder::~PrivateFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+Daemon::Daemon()
+    : process_({"gdnc", "--no-fork"}, DaemonsEnvironment(folder_.Path()), ChildProcess::Pipes::None)
+{
+    bool registered = false;
+    WaitUntil(
+        [&] {
+            registered = std::filesystem::exists(Folder() + kRegisteredName);
+            return registered || process_.HasEnded();
+        },
+        kStartLimit);
+    if (!registered)
+        throw std::runtime_error(process_.HasEnded() ? "gdnc ended at once" : "gdnc does not register");
+}
+
+EnvironmentVariables Daemon::Environment() const
+{
+    return ClientsEnvironment(Folder());
+}

@@ -1,0 +1,41 @@
+// A notification daemon of a test's own: what GNUstep carries notifications between processes with.
+#pragma once
+
+#include <string>
+
+#include "tests/support/child_process.h"
+
+/// A folder that is removed with all that is in it.
+class PrivateFolder {
+public:
+    /// A new one that only this user can enter. Its path is short: names of sockets are, and GNUstep has its
+    /// own below it. Throws std::system_error.
+    PrivateFolder();
+    ~PrivateFolder();
+    PrivateFolder(const PrivateFolder &) = delete;
+    PrivateFolder &operator=(const PrivateFolder &) = delete;
+
+    const std::string &Path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+/// A running daemon, which only those processes reach that are told of its folder. It is killed in the
+/// destructor, which returns once it has ended and its folder is gone.
+class Daemon {
+public:
+    /// Returns once clients can reach it. Throws std::runtime_error. On the main thread.
+    Daemon();
+    Daemon(const Daemon &) = delete;
+    Daemon &operator=(const Daemon &) = delete;
+
+    /// Variables for the environment of a process that is to use this daemon.
+    EnvironmentVariables Environment() const;
+    const std::string &Folder() const { return folder_.Path(); }
+    pid_t ProcessId() const { return process_.Id(); }
+
+private:
+    PrivateFolder folder_;
+    ChildProcess process_;
+};
