@@ -8,6 +8,10 @@
 void CountCocoaObjects()
 {
     GSDebugAllocationActive(YES);
+    // Foundation loses count of a class whose first objects come from several threads at once.
+    NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+    [NSNotification notificationWithName:@"First" object:nil];
+    [pool release];
 }
 
 int LiveCocoaObjects(const std::string &className)

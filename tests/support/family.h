@@ -3,23 +3,73 @@
 
 #import <Foundation/Foundation.h>
 
+#include <ostream>
+#include <string>
+
 #include "host/host.h"
 
-/// Adds class methods to NSException and host classes, piece by piece, at any time. Pieces stay for the life
-/// of the process; one Family at a time.
+/// A structure of QuickTime or Core Media that the family brings to the host and back.
+struct FamilyTime {
+    const char *hostClass;
+    const char *objCType;
+    size_t size;
+    /// The method of a value that makes the host instance.
+    const char *toHost;
+    /// The class method of NSValue that makes a value of the host instance.
+    const char *toCocoa;
+};
+
+/// For the messages of the test framework.
+inline std::ostream &operator<<(std::ostream &stream, const FamilyTime &time)
+{
+    return stream << time.hostClass;
+}
+
+inline constexpr FamilyTime kFamilyTimes[] = {
+    {"QTKitTimeQZL", "{?=qqq}", 24, "QTTimeValueQZL", "valueWithQTTimeQZL:"},
+    {"QTKitTimeRangeQZL", "{?={?=qqq}{?=qqq}}", 48, "QTTimeRangeValueQZL", "valueWithQTTimeRangeQZL:"},
+    {"CMTimeQZL", "{?=qiIq}", 24, "CMTimeValueQZL", "valueWithCMTimeQZL:"},
+    {"CMTimeRangeQZL", "{?={?=qiIq}{?=qiIq}}", 48, "CMTimeRangeValueQZL", "valueWithCMTimeRangeQZL:"},
+    {"CMTimeMappingQZL", "{?={?={?=qiIq}{?=qiIq}}{?={?=qiIq}{?=qiIq}}}", 96, "CMTimeMappingValueQZL",
+     "valueWithCMTimeMappingQZL:"},
+};
+
+/// The class methods that the family adds to NSException.
+enum class FamilyMethod {
+    /// GetInstancesDictionaryQZL
+    Registry,
+    /// PrepareNSExceptionQZL
+    Preparation,
+    /// NewNSExceptionQZL:
+    Wrapping,
+};
+
+/// Adds methods to Cocoa's classes and host classes, piece by piece, at any time. Pieces stay for the life of
+/// the process; one Family at a time.
 class Family {
 public:
     explicit Family(qzlhost::Host &host);
-    ~Family();
     Family(const Family &) = delete;
     Family &operator=(const Family &) = delete;
 
+    // NSException
+
+    void Offer(FamilyMethod method);
     /// The instance registry, through +[NSException GetInstancesDictionaryQZL].
-    void OfferRegistry();
+    void OfferRegistry() { Offer(FamilyMethod::Registry); }
     /// The host class NSExceptionQZL and +[NSException NewNSExceptionQZL:].
     void OfferExceptions();
+    /// The host class NSExceptionQZL alone.
+    void OfferExceptionClass();
     /// +[NSException PrepareNSExceptionQZL].
-    void OfferPreparation();
+    void OfferPreparation() { Offer(FamilyMethod::Preparation); }
+
+    /// From now on the method raises a Cocoa exception, or does so no more.
+    void Raise(FamilyMethod method, bool raises = true);
+    /// From now on GetInstancesDictionaryQZL answers null, or the registry again.
+    void WithholdRegistry(bool withholds = true);
+    /// From now on NewNSExceptionQZL: answers null.
+    void RefuseToWrap();
 
     int RegistryAsks() const;
     /// How many entries the registry has.
@@ -27,7 +77,36 @@ public:
     /// What the registry has for the object; null where there is nothing.
     qzlhost::Instance *Registered(id object) const;
     int ExceptionsWrapped() const;
-    /// From now on NewNSExceptionQZL: answers null.
-    void RefuseToWrap();
     int Preparations() const;
+
+    // Host classes
+
+    /// A host class that wraps Cocoa objects, as NSTaskQZL: the handle is its first field.
+    void OfferWrapperClass(const std::string &name);
+
+    // Host objects in Cocoa
+
+    /// The Cocoa class QZLREALobjectWrapper with +wrap: and -unwrap. A wrapper holds a reference of its own;
+    /// what it is unwrapped to comes with one more.
+    void OfferObjectWrapper();
+    /// The host instance in a QZLREALobjectWrapper, borrowed; null for any other object.
+    qzlhost::Instance *Wrapped(id object) const;
+    int Unwraps() const;
+
+    // Times
+
+    /// The host class, whose instance data are the structure.
+    void OfferTimeClass(const FamilyTime &time);
+    /// The method of NSValue that makes the host instance; null where there is no host class.
+    void OfferTimeToHost(const FamilyTime &time);
+    /// The class method of NSValue that makes an autoreleased value.
+    void OfferTimeToCocoa(const FamilyTime &time);
+    /// How often the methods of times were called.
+    int TimesMade() const;
+    /// The value that was last asked for its host instance, and what it answered.
+    id LastTimeAsked() const;
+    qzlhost::Instance *LastTimeAnswered() const;
+
+private:
+    qzlhost::Host &host_;
 };

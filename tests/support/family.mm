@@ -1,88 +1,125 @@
-// Stands in for the family's other libraries: the registry, the exception class, the preparation.
+// Stands in for the family's other libraries: the registry, the exception class, the preparation, wrappers.
 #include "tests/support/family.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 #include <objc/runtime.h>
 
+#include "tests/support/family_instances.h"
+
+using namespace family;
+
 namespace {
 
 /// What the class methods work on; they have no other way to it.
 struct State {
-    qzlhost::Host *host = nullptr;
     CFMutableDictionaryRef registry = nullptr;
+    bool withholdsRegistry = false;
     int registryAsks = 0;
     int exceptionsWrapped = 0;
     bool refusesToWrap = false;
     int preparations = 0;
+    bool raises[3] = {};
 } gState;
+
+void RaiseIfAsked(FamilyMethod method)
+{
+    if (gState.raises[static_cast<size_t>(method)])
+        [NSException raise:@"FamilyFailed" format:@"on purpose"];
+}
 
 CFMutableDictionaryRef GetInstancesDictionary(id, SEL)
 {
     ++gState.registryAsks;
-    return gState.registry;
+    RaiseIfAsked(FamilyMethod::Registry);
+    return gState.withholdsRegistry ? nullptr : gState.registry;
+}
+
+void PrepareException(id, SEL)
+{
+    ++gState.preparations;
+    RaiseIfAsked(FamilyMethod::Preparation);
 }
 
 /// A host instance whose data hold the exception, retained.
 qzlhost::Instance *NewException(id, SEL, NSException *exception)
 {
     ++gState.exceptionsWrapped;
-    if (gState.refusesToWrap)
+    RaiseIfAsked(FamilyMethod::Wrapping);
+    qzlhost::Instance *const instance = gState.refusesToWrap ? nullptr : NewInstance("NSExceptionQZL");
+    if (instance == nullptr)
         return nullptr;
-    using NewInstance = qzlhost::Instance *(*)(const char *);
-    const auto newInstance = reinterpret_cast<NewInstance>(gState.host->Resolver()("PluginNewInstance"));
-    qzlhost::Instance *const instance = newInstance("NSExceptionQZL");
-    const qzlhost::Value shared = qzlhost::Value::Share(instance);
-    *static_cast<id *>(gState.host->InstanceData(shared)) = [exception retain];
-    gState.host->Set(shared, "Message", qzlhost::Value([[exception reason] UTF8String]));
+    *static_cast<id *>(InstanceData(instance)) = [exception retain];
+    qzlhost::Host::Current().Set(qzlhost::Value::Share(instance), "Message",
+                                 qzlhost::Value([[exception reason] UTF8String]));
     return instance;
 }
 
-void PrepareException(id, SEL)
-{
-    ++gState.preparations;
-}
+/// In the order of FamilyMethod.
+const struct {
+    const char *selector;
+    IMP implementation;
+    const char *types;
+} kMethods[] = {
+    {"GetInstancesDictionaryQZL", reinterpret_cast<IMP>(GetInstancesDictionary), "^v16@0:8"},
+    {"PrepareNSExceptionQZL", reinterpret_cast<IMP>(PrepareException), "v16@0:8"},
+    {"NewNSExceptionQZL:", reinterpret_cast<IMP>(NewException), "^v24@0:8@16"},
+};
 
-void AddClassMethod(const char *selector, IMP implementation, const char *types)
+/// Host classes whose data begin with a retained Cocoa object; they leave the registry as they end.
+void DefineHolder(qzlhost::Host &host, const std::string &name, const std::string &super)
 {
-    class_addMethod(object_getClass([NSException class]), sel_registerName(selector), implementation, types);
+    qzlhost::ClassDefinition definition;
+    definition.name = name;
+    definition.super = super;
+    definition.dataSize = 16;
+    definition.destructor = [](qzlhost::Instance *instance) {
+        id &handle = *static_cast<id *>(InstanceData(instance));
+        if (handle != nil)
+            CFDictionaryRemoveValue(gState.registry, handle);
+        [handle release];
+        handle = nil;
+    };
+    host.DefineClass(std::move(definition));
 }
 
 } // namespace
 
-Family::Family(qzlhost::Host &host)
+Family::Family(qzlhost::Host &host) : host_(host)
 {
-    gState.host = &host;
     gState.registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
 }
 
-Family::~Family()
+void Family::Offer(FamilyMethod method)
 {
-    gState.host = nullptr;
-}
-
-void Family::OfferRegistry()
-{
-    AddClassMethod("GetInstancesDictionaryQZL", reinterpret_cast<IMP>(GetInstancesDictionary), "^v16@0:8");
+    const auto &row = kMethods[static_cast<size_t>(method)];
+    class_addMethod(object_getClass([NSException class]), sel_registerName(row.selector), row.implementation,
+                    row.types);
 }
 
 void Family::OfferExceptions()
 {
-    qzlhost::ClassDefinition definition;
-    definition.name = "NSExceptionQZL";
-    definition.super = "RuntimeException";
-    definition.dataSize = 16;
-    definition.destructor = [](qzlhost::Instance *instance) {
-        id &handle = *reinterpret_cast<id *>(reinterpret_cast<char *>(instance) + 48);
-        [handle release];
-        handle = nil;
-    };
-    gState.host->DefineClass(std::move(definition));
-    AddClassMethod("NewNSExceptionQZL:", reinterpret_cast<IMP>(NewException), "^v24@0:8@16");
+    OfferExceptionClass();
+    Offer(FamilyMethod::Wrapping);
 }
 
-void Family::OfferPreparation()
+void Family::OfferExceptionClass()
 {
-    AddClassMethod("PrepareNSExceptionQZL", reinterpret_cast<IMP>(PrepareException), "v16@0:8");
+    DefineHolder(host_, "NSExceptionQZL", "RuntimeException");
+}
+
+void Family::Raise(FamilyMethod method, bool raises)
+{
+    gState.raises[static_cast<size_t>(method)] = raises;
+}
+
+void Family::WithholdRegistry(bool withholds)
+{
+    gState.withholdsRegistry = withholds;
+}
+
+void Family::RefuseToWrap()
+{
+    gState.refusesToWrap = true;
 }
 
 int Family::RegistryAsks() const
@@ -106,12 +143,12 @@ int Family::ExceptionsWrapped() const
     return gState.exceptionsWrapped;
 }
 
-void Family::RefuseToWrap()
-{
-    gState.refusesToWrap = true;
-}
-
 int Family::Preparations() const
 {
     return gState.preparations;
+}
+
+void Family::OfferWrapperClass(const std::string &name)
+{
+    DefineHolder(host_, name, "");
 }

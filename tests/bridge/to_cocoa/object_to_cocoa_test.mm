@@ -5,8 +5,11 @@
 #include <objc/runtime.h>
 
 #include <array>
+#include <cstring>
+#include <numeric>
 
 #include "bridge/to_cocoa/dictionary_methods.h"
+#include "tests/support/family.h"
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
@@ -73,29 +76,6 @@ bool NegativeSize(REALobject, const char *, int64_t *size)
     return true;
 }
 
-/// What the family's class methods were last given.
-REALobject gGiven;
-
-id WrapObject(id, SEL, REALobject object)
-{
-    gGiven = object;
-    return @"wrapped";
-}
-
-id ValueOfTime(id, SEL selector, REALobject object)
-{
-    gGiven = object;
-    return [NSString stringWithUTF8String:sel_getName(selector)];
-}
-
-void OfferObjectWrapper()
-{
-    const Class wrapper = objc_allocateClassPair([NSObject class], "QZLREALobjectWrapper", 0);
-    objc_registerClassPair(wrapper);
-    class_addMethod(object_getClass((id)wrapper), sel_registerName("wrap:"),
-                    reinterpret_cast<IMP>(WrapObject), "@24@0:8^v16");
-}
-
 using ObjectToCocoa = LinkedTest;
 
 } // namespace
@@ -115,8 +95,9 @@ TEST_F(ObjectToCocoa, MemoryBlockIsACopyThatOutlivesIt)
 
 TEST_F(ObjectToCocoa, EmptyMemoryBlockIsNilWhateverComesLater)
 {
-    OfferObjectWrapper();
     Host &host = Start();
+    Family family(host);
+    family.OfferObjectWrapper();
     EXPECT_EQ(Convert(host.NewMemoryBlock("")), nil);
 }
 
@@ -216,26 +197,19 @@ TEST_F(ObjectToCocoa, GeometryComesFromTheInstanceData)
 TEST_F(ObjectToCocoa, TimesAreWhatTheFamilyMakesOfTheHostObject)
 {
     Host &host = Start();
-    const struct {
-        const char *className;
-        const char *selector;
-    } rows[] = {
-        {"QTKitTimeQZL", "valueWithQTTimeQZL:"},
-        {"QTKitTimeRangeQZL", "valueWithQTTimeRangeQZL:"},
-        {"CMTimeMappingQZL", "valueWithCMTimeMappingQZL:"},
-        {"CMTimeRangeQZL", "valueWithCMTimeRangeQZL:"},
-        {"CMTimeQZL", "valueWithCMTimeQZL:"},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.className);
-        DefineClass(host, row.className, "");
-        class_addMethod(object_getClass([NSValue class]), sel_registerName(row.selector),
-                        reinterpret_cast<IMP>(ValueOfTime), "@24@0:8^v16");
-        const Value time = host.New(row.className);
-        EXPECT_STREQ([Convert(time) UTF8String], row.selector);
-        EXPECT_EQ(gGiven, ObjectOf(time));
-        EXPECT_EQ(host.References(time), 1);
+    Family family(host);
+    std::array<uint8_t, 96> bytes;
+    std::iota(bytes.begin(), bytes.end(), uint8_t{1});
+    for (const FamilyTime &time : kFamilyTimes) {
+        SCOPED_TRACE(time.hostClass);
+        family.OfferTimeClass(time);
+        family.OfferTimeToCocoa(time);
+        const Value object = host.New(time.hostClass);
+        std::memcpy(host.InstanceData(object), bytes.data(), time.size);
+        EXPECT_TRUE([Convert(object) isEqual:[NSValue valueWithBytes:bytes.data() objCType:time.objCType]]);
+        EXPECT_EQ(host.References(object), 1);
     }
+    EXPECT_EQ(family.TimesMade(), 5);
 }
 
 TEST_F(ObjectToCocoa, ValueClassThatComesLaterIsFound)
@@ -254,11 +228,11 @@ TEST_F(ObjectToCocoa, AnyOtherObjectIsNilUntilTheFamilyWrapsIt)
     const Value object = host.New("Unrelated");
     EXPECT_EQ(Convert(object), nil);
 
-    OfferObjectWrapper();
+    Family family(host);
+    family.OfferObjectWrapper();
 
-    EXPECT_TRUE([Convert(object) isEqual:@"wrapped"]);
-    EXPECT_EQ(gGiven, ObjectOf(object));
-    EXPECT_EQ(host.References(object), 1);
+    EXPECT_EQ(family.Wrapped(Convert(object)), object.ObjectPointer());
+    EXPECT_EQ(host.References(object), 2) << "the program's and the wrapper's";
 }
 
 TEST_F(ObjectToCocoa, NoObjectSkipsTheFirstAndThirdTest)
@@ -273,20 +247,22 @@ TEST_F(ObjectToCocoa, NoObjectSkipsTheFirstAndThirdTest)
 
 TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses)
 {
-    OfferObjectWrapper();
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
-    EXPECT_TRUE([Convert(host.NewMemoryBlock("abc")) isEqual:@"wrapped"]);
-    EXPECT_TRUE([Convert(host.NewDictionary()) isEqual:@"wrapped"]);
-    EXPECT_TRUE([Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{})) isEqual:@"wrapped"]);
+    Family family(host);
+    family.OfferObjectWrapper();
+    EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
+    EXPECT_NE(family.Wrapped(Convert(host.NewDictionary())), nullptr);
+    EXPECT_NE(family.Wrapped(Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{}))), nullptr);
     EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
 }
 
 TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoInstances)
 {
-    OfferObjectWrapper();
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
-    EXPECT_TRUE([Convert(host.NewMemoryBlock("abc")) isEqual:@"wrapped"]);
-    EXPECT_TRUE([Convert(host.NewDictionary()) isEqual:@"wrapped"]);
+    Family family(host);
+    family.OfferObjectWrapper();
+    EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
+    EXPECT_NE(family.Wrapped(Convert(host.NewDictionary())), nullptr);
     EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
 }
 

@@ -5,9 +5,14 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
+
+@interface NSObject (QZLTestObjectWrapper)
++ (id)wrap:(REALobject)object;
+@end
 
 namespace code = qzlhost::code;
 
@@ -276,106 +281,122 @@ TEST_F(ConversionChain, StepThatGivesNullEndsTheChain)
 
 namespace {
 
-REALobject gUnwrapped;
-int gUnwraps;
+/// The conversions of host objects in the family's wrapper.
+class WrappedHostObject : public ConversionChain {
+protected:
+    /// With a host class that any Cocoa object could be wrapped in, and a host object of it.
+    Host &StartWithInner()
+    {
+        Host &host = Start();
+        DefineWrapperClass(host, "NSObjectQZL");
+        inner_ = host.New("NSObjectQZL");
+        family_.emplace(host);
+        return host;
+    }
 
-REALobject AnswerUnwrapped(id, SEL)
+    const Value &inner() const { return inner_; }
+    Family &family() { return *family_; }
+
+    /// An object of the family's class, or of one that derives from it, with the host object in it.
+    id Wrap(Class wrapperClass = objc_getClass("QZLREALobjectWrapper")) const
+    {
+        return [wrapperClass wrap:ObjectOf(inner_)];
+    }
+
+    void TearDown() override
+    {
+        inner_ = Value();
+        ConversionChain::TearDown();
+    }
+
+private:
+    Value inner_;
+    std::optional<Family> family_;
+};
+
+REALobject AnswerNothing(id, SEL)
 {
-    ++gUnwraps;
-    return gUnwrapped;
-}
-
-const RuntimeMethod kUnwrap = {"unwrap", reinterpret_cast<IMP>(AnswerUnwrapped), "^v16@0:8"};
-
-/// Makes the family's class for host objects.
-Class MakeObjectWrapperClass()
-{
-    return MakeClass("QZLREALobjectWrapper", [NSObject class], { kUnwrap });
+    return nullptr;
 }
 
 } // namespace
 
-TEST_F(ConversionChain, WrappedHostObjectIsUnwrappedWithNoReferenceAdded)
+TEST_F(WrappedHostObject, IsUnwrappedWithNoReferenceAdded)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const Value inner = host.New("NSObjectQZL");
-    gUnwrapped = ObjectOf(inner);
+    Host &host = StartWithInner();
+    family().OfferObjectWrapper();
     const Registry registry;
-    const id wrapper = MakeObject(MakeObjectWrapperClass());
+    const id wrapper = Wrap();
     const NSUInteger retains = [wrapper retainCount];
 
-    const REALobject result = NewVariantFromNSObject(wrapper);
+    const Value result = Convert(wrapper);
 
-    EXPECT_EQ(result, ObjectOf(inner));
-    EXPECT_EQ(gUnwraps, 1);
-    EXPECT_EQ(host.References(inner), 1);
+    EXPECT_EQ(result.ObjectPointer(), inner().ObjectPointer());
+    EXPECT_EQ(family().Unwraps(), 1);
+    EXPECT_EQ(host.References(inner()), 3) << "the program's, the wrapper's, and the one that unwrap gives";
     EXPECT_EQ([wrapper retainCount], retains);
     EXPECT_EQ(registry.At(wrapper), nullptr);
 }
 
-TEST_F(ConversionChain, WrappedHostObjectOfASubclassIsUnwrapped)
+TEST_F(WrappedHostObject, OfASubclassIsUnwrapped)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const Value inner = host.New("NSObjectQZL");
-    gUnwrapped = ObjectOf(inner);
-    const id wrapper = MakeObject(MakeClass("QZLTestSubclass", MakeObjectWrapperClass()));
-    EXPECT_EQ(NewVariantFromNSObject(wrapper), ObjectOf(inner));
+    StartWithInner();
+    family().OfferObjectWrapper();
+    const id wrapper = Wrap(MakeClass("QZLTestSubclass", objc_getClass("QZLREALobjectWrapper")));
+    EXPECT_EQ(Convert(wrapper).ObjectPointer(), inner().ObjectPointer());
 }
 
-TEST_F(ConversionChain, WrappedHostObjectThatUnwrapsToNullIsNull)
+TEST_F(WrappedHostObject, ThatUnwrapsToNullIsNull)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    gUnwrapped = nullptr;
-    EXPECT_EQ(NewVariantFromNSObject(MakeObject(MakeObjectWrapperClass())), nullptr);
-    EXPECT_EQ(gUnwraps, 1);
+    StartWithInner();
+    family().OfferObjectWrapper();
+    EXPECT_EQ(NewVariantFromNSObject([objc_getClass("QZLREALobjectWrapper") wrap:nullptr]), nullptr);
+    EXPECT_EQ(family().Unwraps(), 1);
 }
 
-TEST_F(ConversionChain, FamilysWrapperClassIsLookedUpEachTime)
+TEST_F(WrappedHostObject, IsKnownByAClassThatIsLookedUpEachTime)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const Value inner = host.New("NSObjectQZL");
-    gUnwrapped = ObjectOf(inner);
+    Host &host = StartWithInner();
     EXPECT_EQ(host.ClassOf(Convert(MakeObject([NSObject class]))), "NSObjectQZL");
 
-    const id wrapper = MakeObject(MakeObjectWrapperClass());
+    family().OfferObjectWrapper();
 
-    EXPECT_EQ(NewVariantFromNSObject(wrapper), ObjectOf(inner));
+    EXPECT_EQ(Convert(Wrap()).ObjectPointer(), inner().ObjectPointer());
     EXPECT_EQ(host.ClassOf(Convert(MakeObject([NSObject class]))), "NSObjectQZL");
-    EXPECT_EQ(gUnwraps, 1);
+    EXPECT_EQ(family().Unwraps(), 1);
 }
 
-TEST_F(ConversionChain, ClassRowsComeBeforeWrappedHostObjects)
+TEST_F(WrappedHostObject, ComesAfterTheClassRows)
 {
-    Host &host = Start();
+    Host &host = StartWithInner();
+    family().OfferObjectWrapper();
     DefineWrapperClass(host, "NSPipeQZL");
-    const id wrapper = ClaimingToBe("NSPipe", MakeObject(MakeObjectWrapperClass()));
-    EXPECT_EQ(host.ClassOf(Convert(wrapper)), "NSPipeQZL");
-    EXPECT_EQ(gUnwraps, 0);
+    EXPECT_EQ(host.ClassOf(Convert(ClaimingToBe("NSPipe", Wrap()))), "NSPipeQZL");
+    EXPECT_EQ(family().Unwraps(), 0);
 }
 
-TEST_F(ConversionChain, WrappedHostObjectsComeBeforeValue)
+TEST_F(WrappedHostObject, ComesBeforeValue)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
+    Host &host = StartWithInner();
+    family().OfferObjectWrapper();
     DefineWrapperClass(host, "NSSizeQZL");
-    const Value inner = host.New("NSObjectQZL");
-    gUnwrapped = ObjectOf(inner);
-    MakeObjectWrapperClass();
-    const id value =
-        ClaimingToBe("QZLREALobjectWrapper", [NSValue valueWithSize : NSMakeSize(1, 2)], { kUnwrap });
-    EXPECT_EQ(NewVariantFromNSObject(value), ObjectOf(inner));
+    const id value = ClaimingToBe("QZLREALobjectWrapper", [NSValue valueWithSize : NSMakeSize(1, 2)], {
+        {
+            "unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"
+        }
+    });
+    EXPECT_EQ(NewVariantFromNSObject(value), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
 
-TEST_F(ConversionChain, ObjectThatOnlyAnswersUnwrapIsWrappedItself)
+TEST_F(WrappedHostObject, IsNoneThatOnlyAnswersUnwrap)
 {
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    MakeObjectWrapperClass();
-    const id object = MakeObject(MakeClass("QZLTestUnwraps", [NSObject class], { kUnwrap }));
+    Host &host = StartWithInner();
+    family().OfferObjectWrapper();
+    const id object = MakeObject(MakeClass("QZLTestUnwraps", [NSObject class], {
+        {
+            "unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"
+        }
+    }));
     EXPECT_EQ(host.ClassOf(Convert(object)), "NSObjectQZL");
-    EXPECT_EQ(gUnwraps, 0);
 }

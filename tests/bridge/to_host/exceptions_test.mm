@@ -3,6 +3,7 @@
 #include <objc/runtime.h>
 
 #include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -73,7 +74,7 @@ const RaisingStep kRaisingSteps[] = {
              [NSDictionary dictionaryWithObjectsAndKeys:ObjectThatRaises(), @"one", @"text", @"two", nil]);
      }},
     {"Unwrapping",
-     [] { return MakeObject(MakeClass("QZLREALobjectWrapper", [NSObject class], { Raising("unwrap") })); }},
+     [] { return ThatRaises(MakeObject(objc_getClass("QZLREALobjectWrapper")), Raising("unwrap")); }},
     {"Value", [] { return ThatRaises([NSValue valueWithPointer:nullptr], Raising("objCType")); }},
     {"ClassOfTheFallback",
      [] { return ThatRaises(MakeObject([NSObject class]), Raising("class", "#16@0:8")); }},
@@ -86,6 +87,8 @@ class RaisingObject : public ConversionException, public testing::WithParamInter
 TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
 {
     Host &host = Start();
+    Family family(host);
+    family.OfferObjectWrapper();
     DefineWrapperClass(host, "NSObjectQZL");
     const Registry registry;
     const id object = GetParam().make();

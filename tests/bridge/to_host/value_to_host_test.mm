@@ -1,9 +1,13 @@
 // Structures in Cocoa values become host instances.
 #include "tests/bridge/to_host/to_host_test.h"
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <numeric>
+
+#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -104,37 +108,28 @@ void DefineStructureClass(Host &host, const std::string &name)
     host.DefineClass(std::move(definition));
 }
 
-struct TimeRow {
-    const char *selector;
-    const char *type;
+class TimeToHost : public LinkedTest, public ::testing::WithParamInterface<FamilyTime> {
+protected:
+    /// The family's value, with different bytes in it.
+    NSValue *NewValue()
+    {
+        std::iota(bytes_.begin(), bytes_.end(), uint8_t{1});
+        return [NSValue valueWithBytes:bytes_.data() objCType:GetParam().objCType];
+    }
+
+    /// The instance that the family made of such a value: unchanged, with the one reference that it came
+    /// with.
+    void ExpectTime(const Value &instance)
+    {
+        ASSERT_FALSE(instance.IsNil());
+        EXPECT_EQ(host().ClassOf(instance), GetParam().hostClass);
+        EXPECT_EQ(host().References(instance), 1) << "the conversion neither takes nor gives a reference";
+        EXPECT_EQ(std::memcmp(host().InstanceData(instance), bytes_.data(), GetParam().size), 0);
+    }
+
+private:
+    std::array<uint8_t, 96> bytes_;
 };
-
-constexpr TimeRow kTimes[] = {
-    {"QTTimeValueQZL", "{?=qqq}"},
-    {"QTTimeRangeValueQZL", "{?={?=qqq}{?=qqq}}"},
-    {"CMTimeValueQZL", "{?=qiIq}"},
-    {"CMTimeRangeValueQZL", "{?={?=qiIq}{?=qiIq}}"},
-    {"CMTimeMappingValueQZL", "{?={?={?=qiIq}{?=qiIq}}{?={?=qiIq}{?=qiIq}}}"},
-};
-
-class TimeToHost : public LinkedTest, public ::testing::WithParamInterface<TimeRow> {};
-
-/// What the family's methods answer, and what they were asked.
-REALobject gTime;
-std::vector<std::pair<id, std::string>> gTimeAsks;
-
-REALobject AnswerTime(id self, SEL selector)
-{
-    gTimeAsks.emplace_back(self, [NSStringFromSelector(selector) UTF8String]);
-    return gTime;
-}
-
-/// Adds the family's method to all values, for the life of the process.
-void OfferTimeMethod(const char *selector)
-{
-    class_addMethod([NSValue class], sel_registerName(selector), reinterpret_cast<IMP>(AnswerTime),
-                    "^v16@0:8");
-}
 
 struct OtherRow {
     const char *testName;
@@ -194,56 +189,53 @@ INSTANTIATE_TEST_SUITE_P(Rows, StructureToHost, ::testing::ValuesIn(kStructures)
 TEST_P(TimeToHost, IsWhatTheFamilysMethodAnswersUnchanged)
 {
     Host &host = Start();
-    OfferTimeMethod(GetParam().selector);
-    host.DefineClass({"TimeQZL", ""});
-    const Value time = host.New("TimeQZL");
-    gTime = ObjectOf(time);
-    NSValue *const value = TypedValue(GetParam().type);
+    Family family(host);
+    family.OfferTimeClass(GetParam());
+    family.OfferTimeToHost(GetParam());
+    NSValue *const value = NewValue();
 
-    EXPECT_EQ(NewVariantFromNSObject(value), gTime);
+    const Value time = Convert(value);
 
-    EXPECT_EQ(host.References(time), 1) << "the conversion neither takes nor gives a reference";
-    ASSERT_EQ(gTimeAsks.size(), 1u);
-    EXPECT_EQ(gTimeAsks[0].first, value);
-    EXPECT_EQ(gTimeAsks[0].second, GetParam().selector);
+    ExpectTime(time);
+    EXPECT_EQ(family.TimesMade(), 1);
+    EXPECT_EQ(family.LastTimeAsked(), value);
+    EXPECT_EQ(family.LastTimeAnswered(), time.ObjectPointer());
 }
 
 TEST_P(TimeToHost, NullFromTheFamilysMethodIsNull)
 {
-    Start();
-    OfferTimeMethod(GetParam().selector);
-    gTime = nullptr;
-    EXPECT_EQ(NewVariantFromNSObject(TypedValue(GetParam().type)), nullptr);
-    EXPECT_EQ(gTimeAsks.size(), 1u);
+    Host &host = Start();
+    Family family(host);
+    family.OfferTimeToHost(GetParam());
+    EXPECT_EQ(NewVariantFromNSObject(NewValue()), nullptr);
+    EXPECT_EQ(family.TimesMade(), 1);
 }
 
 TEST_P(TimeToHost, WithoutItsMethodIsNullWhateverOtherTimesThereAre)
 {
     Host &host = Start();
-    for (const TimeRow &row : kTimes)
-        if (std::strcmp(row.selector, GetParam().selector) != 0)
-            OfferTimeMethod(row.selector);
-    host.DefineClass({"TimeQZL", ""});
-    const Value time = host.New("TimeQZL");
-    gTime = ObjectOf(time);
-    EXPECT_EQ(NewVariantFromNSObject(TypedValue(GetParam().type)), nullptr);
-    EXPECT_TRUE(gTimeAsks.empty());
+    Family family(host);
+    for (const FamilyTime &time : kFamilyTimes) {
+        family.OfferTimeClass(time);
+        if (std::strcmp(time.toHost, GetParam().toHost) != 0)
+            family.OfferTimeToHost(time);
+    }
+    EXPECT_EQ(NewVariantFromNSObject(NewValue()), nullptr);
+    EXPECT_EQ(family.TimesMade(), 0);
 }
 
 TEST_P(TimeToHost, MethodThatComesLaterIsFound)
 {
     Host &host = Start();
-    host.DefineClass({"TimeQZL", ""});
-    const Value time = host.New("TimeQZL");
-    gTime = ObjectOf(time);
-    NSValue *const value = TypedValue(GetParam().type);
-    EXPECT_EQ(NewVariantFromNSObject(value), nullptr);
-    OfferTimeMethod(GetParam().selector);
-    EXPECT_EQ(NewVariantFromNSObject(value), gTime);
+    Family family(host);
+    family.OfferTimeClass(GetParam());
+    EXPECT_EQ(NewVariantFromNSObject(NewValue()), nullptr);
+    family.OfferTimeToHost(GetParam());
+    ExpectTime(Convert(NewValue()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, TimeToHost, ::testing::ValuesIn(kTimes),
-                         [](const ::testing::TestParamInfo<TimeRow> &row) { return row.param.selector; });
+INSTANTIATE_TEST_SUITE_P(Rows, TimeToHost, ::testing::ValuesIn(kFamilyTimes),
+                         [](const ::testing::TestParamInfo<FamilyTime> &row) { return row.param.toHost; });
 
 TEST_P(OtherStructureToHost, IsNullAndNoOtherConversionIsTried)
 {

@@ -1,0 +1,112 @@
+// "Constructor" called a second time, on everything that has one.
+#import <Foundation/Foundation.h>
+
+#include "tests/support/plugin_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+/// How a notification is constructed; nothing for the classes whose "Constructor" takes nothing.
+enum class By { Nothing, Name, Handle };
+
+struct SecondConstructor {
+    const char *testName;
+    const char *className;
+    By first;
+    By second;
+};
+
+constexpr SecondConstructor kRefused[] = {
+    {"Observer", "NSNotificationObserverQZL", By::Nothing, By::Nothing},
+    {"NotificationByNameThenName", "NSNotificationQZL", By::Name, By::Name},
+    {"NotificationByNameThenHandle", "NSNotificationQZL", By::Name, By::Handle},
+    {"NotificationByHandleThenName", "NSNotificationQZL", By::Handle, By::Name},
+    {"NotificationByHandleThenHandle", "NSNotificationQZL", By::Handle, By::Handle},
+    {"Center", "NSNotificationCenterQZL", By::Nothing, By::Nothing},
+    {"DiscRecordingCenter", "DRNotificationCenterQZL", By::Nothing, By::Nothing},
+};
+
+/// `address` is what a notification is made of by its handle.
+std::vector<Value> Arguments(By by, id address)
+{
+    switch (by) {
+    case By::Nothing:
+        return {};
+    case By::Name:
+        return {Value("Name")};
+    case By::Handle:
+        return {Value(reinterpret_cast<int64_t>(address))};
+    }
+    return {};
+}
+
+class RefusedConstructor : public PluginTest, public ::testing::WithParamInterface<SecondConstructor> {};
+
+using SecondConstructorOfInstance = PluginTest;
+
+constexpr const char *kMessage = "Constructor called too often. Object is already initialized.";
+
+} // namespace
+
+TEST_P(RefusedConstructor, RaisesAndLeavesTheFirstObjectAsItWas)
+{
+    Host &host = Start();
+    const SecondConstructor &row = GetParam();
+    NSNotification *const firstObject = [NSNotification notificationWithName:@"First" object:nil];
+    NSNotification *const secondObject = [NSNotification notificationWithName:@"Second" object:nil];
+    const Value instance = host.New(row.className, Arguments(row.first, firstObject));
+    const id handle = HandleOf<id>(host, instance);
+    ASSERT_NE(handle, nil);
+    const NSUInteger retains = [handle retainCount];
+    const NSUInteger secondRetains = [secondObject retainCount];
+
+    ExpectException([&] { host.Call(instance, "Constructor", Arguments(row.second, secondObject)); },
+                    "UnsupportedOperationException", kMessage);
+
+    EXPECT_EQ(HandleOf<id>(host, instance), handle);
+    EXPECT_EQ([handle retainCount], retains);
+    EXPECT_EQ([secondObject retainCount], secondRetains);
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, RefusedConstructor, ::testing::ValuesIn(kRefused),
+                         [](const auto &parameter) { return std::string(parameter.param.testName); });
+
+TEST_F(SecondConstructorOfInstance, IsRefusedToANotificationOfAnEvent)
+{
+    Host &host = Start();
+    std::string raised;
+    ObserverProgram program(host, "ProgramObserver", [&](const Value &notification) {
+        raised = ExceptionClassOf([&] { host.Call(notification, "Constructor", {"Other"}); });
+    });
+    const Value observer = program.NewObserver();
+    const Value center = DefaultCenter(host);
+    host.Call(center, "addObserver", {observer, "Event"});
+    host.Call(center, "postNotificationName", {"Event"});
+    EXPECT_EQ(raised, "UnsupportedOperationException");
+}
+
+TEST_F(SecondConstructorOfInstance, IsRefusedToACentreThatASharedMethodMade)
+{
+    Host &host = Start();
+    const Value center = DefaultCenter(host);
+    ExpectException([&] { host.Call(center, "Constructor"); }, "UnsupportedOperationException", kMessage);
+    EXPECT_EQ(HandleOf<id>(host, center), [NSNotificationCenter defaultCenter]);
+}
+
+TEST_F(SecondConstructorOfInstance, SucceedsForACentreBetweenProcessesAndKeepsTheFirstRetain)
+{
+    Host &host = Start();
+    const id center = [NSDistributedNotificationCenter defaultCenter];
+    const NSUInteger retains = [center retainCount];
+    {
+        const Value instance = host.New("NSDistributedNotificationCenterQZL");
+        host.Call(instance, "Constructor");
+        host.Call(instance, "Constructor");
+        EXPECT_EQ(HandleOf<id>(host, instance), center);
+        EXPECT_EQ([center retainCount], retains + 3);
+    }
+    // The instance gives one back, the last.
+    EXPECT_EQ([center retainCount], retains + 2);
+}

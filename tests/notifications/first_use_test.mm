@@ -1,0 +1,197 @@
+// The library's first uses of its host, on many threads at once.
+#import <CoreFoundation/CoreFoundation.h>
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+#include "tests/support/plugin_test.h"
+
+using qzlhost::AutoreleasePool;
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+constexpr int kThreads = 16;
+
+/// Runs `body` with a number from 0 on in each thread; all begin at once.
+void RunAtOnce(const std::function<void(int)> &body)
+{
+    std::atomic<int> waiting{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&, thread] {
+            const AutoreleasePool pool;
+            ++waiting;
+            while (waiting < kThreads)
+                std::this_thread::yield();
+            body(thread);
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+/// A value of each kind, all told apart by the number, under the key of its kind.
+Value NewUserInfo(Host &host, int number)
+{
+    const std::string text = "text " + std::to_string(number);
+    const Value inner = host.NewDictionary();
+    host.DictionarySet(inner, "Number", number);
+    const Value userInfo = host.NewDictionary();
+    host.DictionarySet(userInfo, "String", text);
+    host.DictionarySet(userInfo, "Text", Value::TextOf(text));
+    host.DictionarySet(userInfo, "Integer", number);
+    host.DictionarySet(userInfo, "Double", number + 0.5);
+    host.DictionarySet(userInfo, "Boolean", number % 2 == 0);
+    host.DictionarySet(userInfo, "Date", host.NewDate(2000 + number, 1, 2, 3, 4, 5));
+    host.DictionarySet(userInfo, "MemoryBlock", host.NewMemoryBlock(text));
+    host.DictionarySet(userInfo, "FolderItem", host.NewFolderItem("/tmp/" + text));
+    host.DictionarySet(userInfo, "Array", host.NewArray(qzlhost::code::String, {Value(text), Value("last")}));
+    host.DictionarySet(userInfo, "Dictionary", inner);
+    host.DictionarySet(userInfo, "Wrapper", host.New("NSNotificationCenterQZL"));
+    return userInfo;
+}
+
+void ExpectUserInfo(Host &host, const Value &userInfo, int number)
+{
+    const std::string text = "text " + std::to_string(number);
+    const auto get = [&](const char *key) { return host.DictionaryGet(userInfo, key); };
+    EXPECT_EQ(host.DictionaryCount(userInfo), 11);
+    EXPECT_EQ(get("String").AsString(), text);
+    EXPECT_EQ(get("Text").AsString(), text);
+    EXPECT_EQ(get("Integer").AsInteger(), number);
+    EXPECT_EQ(get("Double").AsDouble(), number + 0.5);
+    EXPECT_EQ(get("Boolean").Code(), qzlhost::code::Boolean);
+    EXPECT_EQ(get("Boolean").AsBoolean(), number % 2 == 0);
+    EXPECT_EQ(host.Get(get("Date"), "Year").AsInteger(), 2000 + number);
+    EXPECT_EQ(host.MemoryBlockBytes(get("MemoryBlock")), text);
+    EXPECT_EQ(host.FolderItemPath(get("FolderItem")), "/tmp/" + text);
+    EXPECT_EQ(host.ArrayCount(get("Array")), 2);
+    EXPECT_EQ(host.ArrayElement(get("Array"), 0).AsString(), text);
+    EXPECT_EQ(host.DictionaryGet(get("Dictionary"), "Number").AsInteger(), number);
+    EXPECT_EQ(host.ClassOf(get("Wrapper")), "NSNotificationCenterQZL");
+    EXPECT_EQ(HandleOf<id>(host, get("Wrapper")), [NSNotificationCenter defaultCenter]);
+}
+
+/// Makes a notification with every kind of value and reads it back.
+void CarryEverything(Host &host, int number)
+{
+    const std::string name = "Name " + std::to_string(number);
+    const Value notification =
+        host.New("NSNotificationQZL", {Value(name), Value(number), NewUserInfo(host, number)});
+    EXPECT_EQ(host.Get(notification, "Name").AsString(), name);
+    EXPECT_EQ(host.Get(notification, "objectVariant").AsInteger(), number);
+    EXPECT_NE(host.Get(notification, "Description").AsString().find(name), std::string::npos);
+    ExpectUserInfo(host, host.Get(notification, "userInfo"), number);
+}
+
+std::atomic<int> gRegistryAsks{0};
+std::atomic<int> gPreparations{0};
+
+/// What the family adds to `NSException`, counted.
+void OfferFamily()
+{
+    static CFMutableDictionaryRef registry = nullptr;
+    registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
+    const Class metaclass = object_getClass([NSException class]);
+    const auto getRegistry = [](id, SEL) {
+        ++gRegistryAsks;
+        return registry;
+    };
+    const auto prepare = [](id, SEL) { ++gPreparations; };
+    class_addMethod(metaclass, sel_registerName("GetInstancesDictionaryQZL"),
+                    reinterpret_cast<IMP>(+getRegistry), "^v16@0:8");
+    class_addMethod(metaclass, sel_registerName("PrepareNSExceptionQZL"), reinterpret_cast<IMP>(+prepare),
+                    "v16@0:8");
+}
+
+using LoadMethod = void *(*)(qzlhost::Instance *, const char *);
+LoadMethod gLoadMethod = nullptr;
+
+/// The host's own function, slower, so that the threads meet in it.
+void *LoadMethodSlowly(qzlhost::Instance *object, const char *declaration)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    return gLoadMethod(object, declaration);
+}
+
+using FirstUseByManyThreads = PluginTest;
+
+} // namespace
+
+TEST_F(FirstUseByManyThreads, CarriesEveryValueOfEveryThread)
+{
+    Host &host = Start();
+    RunAtOnce([&](int thread) { CarryEverything(host, thread); });
+}
+
+TEST_F(FirstUseByManyThreads, FindsEachFunctionAtMostOnceAThreadAndKeepsIt)
+{
+    Host &host = Start();
+    RunAtOnce([&](int thread) { CarryEverything(host, thread); });
+    std::map<std::string, int> asks;
+    for (const std::string &function : Host::Functions())
+        asks[function] = host.AsksFor(function);
+
+    RunAtOnce([&](int thread) { CarryEverything(host, thread); });
+
+    EXPECT_GE(asks["PluginNewInstance"], 1);
+    EXPECT_GE(asks["REALLoadObjectMethod"], 1);
+    EXPECT_GE(asks["pluginObjectType"], 1);
+    for (const auto &[function, count] : asks) {
+        EXPECT_EQ(host.AsksFor(function), count) << function;
+        EXPECT_LE(count, 2 * kThreads) << function; // some functions are kept in two places
+    }
+}
+
+TEST_F(FirstUseByManyThreads, ReadsWholeADictionaryThatAllOfThemShare)
+{
+    Host &host = Start({}, [](Host &unloaded) {
+        constexpr const char *kFunction = "REALLoadObjectMethod";
+        gLoadMethod = reinterpret_cast<LoadMethod>(unloaded.Resolver()(kFunction));
+        unloaded.Replace(kFunction, reinterpret_cast<void *>(LoadMethodSlowly));
+    });
+    const Value userInfo = host.NewDictionary();
+    host.DictionarySet(userInfo, "first", 1);
+    host.DictionarySet(userInfo, "second", 2);
+    std::atomic<int> incomplete{0};
+
+    RunAtOnce([&](int) {
+        for (int round = 0; round < 5; ++round) {
+            const Value notification = host.New("NSNotificationQZL", {"Shared", Value(), userInfo});
+            const AutoreleasePool pool;
+            incomplete += [[HandleOf<NSNotification *>(host, notification) userInfo] count] == 2 ? 0 : 1;
+        }
+    });
+
+    EXPECT_EQ(incomplete, 0);
+}
+
+TEST_F(FirstUseByManyThreads, TakesUpWhatTheFamilyOffersOnce)
+{
+    Host &host = Start();
+    OfferFamily();
+    // Makes no wrapper: the registry itself is for one thread at a time.
+    const auto askForTheType = [&](int) {
+        EXPECT_NE(
+            host.CallShared("NSDistributedNotificationCenterQZL", "NSLocalNotificationCenterType").AsString(),
+            "");
+    };
+    RunAtOnce(askForTheType);
+    const int registryAsks = gRegistryAsks;
+    const int preparations = gPreparations;
+
+    RunAtOnce(askForTheType);
+
+    EXPECT_GE(registryAsks, 1);
+    EXPECT_LE(registryAsks, kThreads);
+    EXPECT_GE(preparations, 1);
+    EXPECT_LE(preparations, kThreads);
+    EXPECT_EQ(gRegistryAsks, registryAsks);
+    EXPECT_EQ(gPreparations, preparations);
+}

@@ -1,0 +1,140 @@
+// Notifications that a program keeps, and those that several observers share.
+#import <Foundation/Foundation.h>
+
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/support/family.h"
+#include "tests/support/plugin_test.h"
+
+using qzlhost::AutoreleasePool;
+using qzlhost::Host;
+using qzlhost::Value;
+
+@interface PostedObject : NSObject
+@end
+
+namespace {
+
+std::atomic<int> gPostedObjects{0};
+
+} // namespace
+
+@implementation PostedObject
+- (id)init
+{
+    self = [super init];
+    ++gPostedObjects;
+    return self;
+}
+- (void)dealloc
+{
+    --gPostedObjects;
+    [super dealloc];
+}
+@end
+
+namespace {
+
+using KeptNotification = PluginTest;
+using OneNotificationOfTwoObservers = PluginTest;
+
+} // namespace
+
+TEST_F(KeptNotification, IsReadAfterItsPosterItsObserverAndItsCentreAreGone)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    program.KeepNotifications();
+    {
+        const Value observer = program.NewObserver();
+        host.Call(host.New("NSNotificationCenterQZL"), "addObserver", {observer, "Kept"});
+        std::atomic<bool> posted{false};
+        std::thread poster([&] {
+            const AutoreleasePool pool;
+            NSMutableString *const object =
+                [NSMutableString stringWithFormat:@"object of process %d", getpid()];
+            NSDictionary *const userInfo =
+                [NSDictionary dictionaryWithObject:[NSNumber numberWithInt:getpid()] forKey:@"process"];
+            [[NSNotificationCenter defaultCenter] postNotificationName:@"Kept"
+                                                                object:object
+                                                              userInfo:userInfo];
+            posted = true;
+        });
+        EXPECT_TRUE(host.RunUntil([&] { return posted.load(); }, 30));
+        poster.join();
+    }
+
+    ASSERT_EQ(program.received.size(), 1u);
+    const Value notification = program.received[0].notification;
+    EXPECT_EQ(host.Get(notification, "Name").AsString(), "Kept");
+    EXPECT_EQ(host.Get(notification, "objectVariant").AsString(),
+              "object of process " + std::to_string(getpid()));
+    EXPECT_EQ(host.DictionaryGet(host.Get(notification, "userInfo"), "process").AsInteger(), getpid());
+    program.received.clear();
+}
+
+TEST_F(KeptNotification, KeepsItsObjectAliveAndNothingLongerThanItself)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    program.KeepNotifications();
+    const Value observer = program.NewObserver();
+    host.Call(DefaultCenter(host), "addObserver", {observer, "Kept"});
+    {
+        const AutoreleasePool pool;
+        PostedObject *const object = [[PostedObject alloc] init];
+        [[NSNotificationCenter defaultCenter] postNotificationName:@"Kept" object:object];
+        [object release];
+    }
+    EXPECT_EQ(gPostedObjects, 1);
+    {
+        const AutoreleasePool pool;
+        ASSERT_EQ(program.received.size(), 1u);
+        const auto handle = host.Get(program.received[0].notification, "objectHandle").AsInteger();
+        EXPECT_TRUE([reinterpret_cast<id>(handle) isKindOfClass:[PostedObject class]]);
+        program.received.clear();
+    }
+    EXPECT_EQ(gPostedObjects, 0);
+}
+
+TEST_F(OneNotificationOfTwoObservers, HasOneWrapperWhileTheFirstKeepsIt)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    ObserverProgram program(host);
+    program.KeepNotifications();
+    const Value observers[] = {program.NewObserver(), program.NewObserver()};
+    const Value center = DefaultCenter(host);
+    for (const Value &observer : observers)
+        host.Call(center, "addObserver", {observer, "Shared"});
+    host.ClearTrace();
+
+    [[NSNotificationCenter defaultCenter] postNotificationName:@"Shared" object:nil];
+
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 1);
+    ASSERT_EQ(program.received.size(), 2u);
+    EXPECT_EQ(host.References(program.received[0].notification), 2);
+    program.received.clear();
+}
+
+TEST_F(OneNotificationOfTwoObservers, HasAWrapperForEachWhenNobodyKeepsTheFirst)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferRegistry();
+    ObserverProgram program(host);
+    const Value observers[] = {program.NewObserver(), program.NewObserver()};
+    const Value center = DefaultCenter(host);
+    for (const Value &observer : observers)
+        host.Call(center, "addObserver", {observer, "Shared"});
+    host.ClearTrace();
+
+    [[NSNotificationCenter defaultCenter] postNotificationName:@"Shared" object:nil];
+
+    EXPECT_EQ(program.received.size(), 2u);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 2);
+}
