@@ -13,7 +13,7 @@ struct PostOptions {
     std::optional<std::string> object;
     /// Keys and values of the user info; without any the notification has none.
     std::vector<std::pair<std::string, std::string>> info;
-    CenterKind center = CenterKind::Local;
+    CenterKind center;
 };
 
 /// Main thread only. Throws ProgramException where Cocoa refuses.

@@ -13,7 +13,7 @@ struct WatchOptions {
     /// Without a value every name, or every object.
     std::optional<std::string> name;
     std::optional<std::string> object;
-    CenterKind center = CenterKind::Distributed;
+    CenterKind center;
     bool asJson = false;
     /// After so many notifications the watch ends.
     std::optional<int64_t> count;

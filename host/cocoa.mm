@@ -13,6 +13,9 @@ void WarmUpCocoa()
     NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
     [NSRunLoop currentRunLoop];
     [NSNotificationCenter defaultCenter];
+    // Prepares the application's class, whose run loop modes it asks for. On another thread that would hang
+    // while this one reads the user's defaults.
+    [@"" performSelectorOnMainThread:@selector(self) withObject:nil waitUntilDone:NO];
     // Cocoa's own change to several threads happens here, while nothing else runs.
     std::thread([] {
         RegisterThreadWithCocoa();

@@ -98,20 +98,34 @@ CLI::App *AddCommand(CLI::App &app, const char *name, const char *description, s
     return command;
 }
 
+/// One of them at most; the default is the centre that stands for none.
+void AddCenterFlags(CLI::App &command, CenterKind &center, CenterKind defaultCenter)
+{
+    constexpr struct {
+        const char *name;
+        CenterKind kind;
+        const char *description;
+    } kFlags[] = {
+        {"--distributed", CenterKind::Distributed, "The centre between processes"},
+        {"--local", CenterKind::Local, "The centre of this process"},
+        {"--workspace", CenterKind::Workspace, "The workspace's centre"},
+    };
+    center = defaultCenter;
+    CLI::Option_group *const flags = command.add_option_group("centre");
+    flags->require_option(0, 1);
+    for (const auto &flag : kFlags) {
+        const std::string description =
+            std::string(flag.description) + (flag.kind == defaultCenter ? " (default)" : "");
+        flags->add_flag_callback(
+            flag.name, [&center, kind = flag.kind] { center = kind; }, description);
+    }
+}
+
 void AddWatchOptions(CLI::App &command, WatchOptions &options)
 {
     command.add_option("--name", options.name, "Only notifications of this name");
     command.add_option("--object", options.object, "Only notifications of this object");
-    const auto addCenter = [&](const char *flag, CenterKind kind, const char *description) {
-        return command.add_flag_callback(
-            flag, [&options, kind] { options.center = kind; }, description);
-    };
-    CLI::Option *const distributed =
-        addCenter("--distributed", CenterKind::Distributed, "The centre between processes (default)");
-    CLI::Option *const local = addCenter("--local", CenterKind::Local, "The centre of this process");
-    CLI::Option *const workspace = addCenter("--workspace", CenterKind::Workspace, "The workspace's centre");
-    distributed->excludes(local, workspace);
-    local->excludes(workspace);
+    AddCenterFlags(command, options.center, CenterKind::Distributed);
     command.add_flag("--json", options.asJson, "Print a JSON object for each notification");
     command.add_option("--count", options.count, "End after so many; fail if --timeout ends it before")
         ->check(CLI::PositiveNumber);
@@ -141,9 +155,7 @@ void AddPostOptions(CLI::App &command, PostOptions &options)
             "An entry of its user info, KEY=VALUE; may be given several times")
         ->expected(1)
         ->take_all();
-    command.add_flag_callback(
-        "--distributed", [&options] { options.center = CenterKind::Distributed; },
-        "Post to the centre between processes instead of this process's own");
+    AddCenterFlags(command, options.center, CenterKind::Local);
 }
 
 /// Runs what the command line asks for. Answers the exit status.

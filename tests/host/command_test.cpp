@@ -1,34 +1,14 @@
 // The command qzlhost, run as a user runs it.
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <string>
+
+#include "tests/host/command.h"
 
 using testing::HasSubstr;
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    /// What it printed, errors included.
-    std::string output;
-};
-
-Outcome RunCommand(const std::string &arguments)
-{
-    Outcome outcome;
-    FILE *const pipe = popen((QZLHOST_PATH " " + arguments + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return outcome;
-    char buffer[4096];
-    while (const size_t count = fread(buffer, 1, sizeof buffer, pipe))
-        outcome.output.append(buffer, count);
-    const int status = pclose(pipe);
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
 
 const std::string kLibrary = QZL_LIBRARY_PATH;
 

@@ -1,0 +1,17 @@
+// Runs qzlhost as a user runs it.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+struct Outcome {
+    int status = -1;
+    /// What it printed, errors included.
+    std::string output;
+};
+
+/// Runs it to its end with these arguments, as the shell reads them, and with these variables added to the
+/// environment.
+Outcome RunCommand(const std::string &arguments,
+                   const std::vector<std::pair<std::string, std::string>> &environment = {});
