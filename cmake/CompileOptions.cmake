@@ -5,7 +5,7 @@ target_compile_options(qzl_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor -Werror
   -fno-omit-frame-pointer
   -gdwarf-4)
-if(QZL_SANITIZE)
+if(QZL_SANITIZE AND NOT APPLE)
   target_compile_options(qzl_options INTERFACE
     -fsanitize=${QZL_SANITIZE} -fno-sanitize-recover=all
     # Host and library call each other by address, each with types of its own for the same calling convention.

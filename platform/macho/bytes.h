@@ -1,0 +1,81 @@
+// Reads a file's bytes, each access checked against what is there.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace macho {
+
+/// A file that cannot be loaded: what is wrong and where.
+class LoadError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// As in 0x1f0.
+std::string Hex(uint64_t number);
+
+/// A borrowed run of bytes. Reads beyond it throw LoadError, whose text begins with `what`.
+class Bytes {
+public:
+    Bytes() = default;
+    Bytes(const void *data, size_t size) : data_(static_cast<const uint8_t *>(data)), size_(size) {}
+
+    const uint8_t *Data() const { return data_; }
+    uint64_t Size() const { return size_; }
+
+    Bytes Slice(uint64_t offset, uint64_t size, std::string_view what) const;
+
+    template <typename T>
+    T Read(uint64_t offset, std::string_view what) const
+    {
+        T value;
+        std::memcpy(&value, Slice(offset, sizeof value, what).Data(), sizeof value);
+        return value;
+    }
+
+    /// Up to its NUL, which must be there.
+    std::string_view CString(uint64_t offset, std::string_view what) const;
+
+private:
+    const uint8_t *data_ = nullptr;
+    uint64_t size_ = 0;
+};
+
+/// Reads one thing after the other.
+class Cursor {
+public:
+    Cursor(Bytes bytes, std::string_view what, uint64_t position = 0)
+        : bytes_(bytes), what_(what), position_(position)
+    {
+    }
+
+    bool AtEnd() const { return position_ >= bytes_.Size(); }
+    uint64_t Position() const { return position_; }
+
+    template <typename T>
+    T Next()
+    {
+        const T value = bytes_.Read<T>(position_, what_);
+        position_ += sizeof value;
+        return value;
+    }
+
+    std::string_view NextCString();
+    /// At most 64 bits wide; wider ones throw.
+    uint64_t NextUnsignedLeb();
+    int64_t NextSignedLeb();
+
+    /// Throws LoadError that says where this is.
+    [[noreturn]] void Fail(const std::string &reason) const;
+
+private:
+    Bytes bytes_;
+    std::string_view what_;
+    uint64_t position_ = 0;
+};
+
+} // namespace macho

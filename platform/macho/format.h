@@ -1,0 +1,110 @@
+// The Mach-O file format, as far as x86-64 dylibs use it: the structures that lie in the file, and their
+// codes.
+#pragma once
+
+#include <cstdint>
+
+namespace macho::format {
+
+inline constexpr uint32_t kMagic64 = 0xFEEDFACF;
+inline constexpr uint32_t kCpuX86_64 = 0x01000007;
+inline constexpr uint32_t kFileDylib = 6, kFileBundle = 8;
+
+struct Header {
+    uint32_t magic, cpuType, cpuSubtype, fileType, commandCount, commandBytes, flags, reserved;
+};
+
+namespace command {
+inline constexpr uint32_t Required = 0x80000000;
+inline constexpr uint32_t Symtab = 0x2, Dysymtab = 0xB, LoadDylib = 0xC, IdDylib = 0xD, Segment64 = 0x19,
+                          Uuid = 0x1B, FunctionStarts = 0x26, DataInCode = 0x29, VersionMinMacos = 0x24,
+                          SourceVersion = 0x2A, CodeSignature = 0x1D, BuildVersion = 0x32,
+                          LoadWeakDylib = 0x18 | Required, Rpath = 0x1C | Required,
+                          ReexportDylib = 0x1F | Required, DyldInfo = 0x22, DyldInfoOnly = 0x22 | Required,
+                          ExportsTrie = 0x33 | Required, ChainedFixups = 0x34 | Required;
+} // namespace command
+
+struct Command {
+    uint32_t command, size;
+};
+
+struct SegmentCommand {
+    Command header;
+    char name[16];
+    uint64_t address, size, fileOffset, fileSize;
+    uint32_t maximalProtection, initialProtection, sectionCount, flags;
+};
+
+struct Section {
+    char name[16], segment[16];
+    uint64_t address, size;
+    uint32_t offset, alignment, relocationOffset, relocationCount, flags, reserved1, reserved2, reserved3;
+};
+
+namespace section {
+inline constexpr uint32_t TypeMask = 0xFF, ZeroFill = 1, ModInitFunctions = 9, ThreadLocalRegular = 0x11,
+                          ThreadLocalInitFunctions = 0x15, InitOffsets = 0x16;
+} // namespace section
+
+struct DylibCommand {
+    Command header;
+    uint32_t nameOffset, timestamp, currentVersion, compatibilityVersion;
+};
+
+struct DyldInfoCommand {
+    Command header;
+    uint32_t rebaseOffset, rebaseSize, bindOffset, bindSize, weakBindOffset, weakBindSize, lazyBindOffset,
+        lazyBindSize, exportOffset, exportSize;
+};
+
+struct LinkeditDataCommand {
+    Command header;
+    uint32_t offset, size;
+};
+
+// The opcodes of LC_DYLD_INFO: the upper four bits; the lower four are an operand.
+
+inline constexpr uint8_t kOpcodeMask = 0xF0, kOperandMask = 0x0F;
+inline constexpr uint8_t kTypePointer = 1;
+
+namespace rebase {
+inline constexpr uint8_t Done = 0x00, SetType = 0x10, SetSegmentAndOffset = 0x20, AddAddress = 0x30,
+                         AddAddressScaled = 0x40, DoTimes = 0x50, DoTimesLeb = 0x60, DoAddAddress = 0x70,
+                         DoTimesSkipping = 0x80;
+} // namespace rebase
+
+namespace bind {
+inline constexpr uint8_t Done = 0x00, SetOrdinal = 0x10, SetOrdinalLeb = 0x20, SetSpecialOrdinal = 0x30,
+                         SetSymbol = 0x40, SetType = 0x50, SetAddend = 0x60, SetSegmentAndOffset = 0x70,
+                         AddAddress = 0x80, Do = 0x90, DoAddAddress = 0xA0, DoAddAddressScaled = 0xB0,
+                         DoTimesSkipping = 0xC0, Threaded = 0xD0;
+inline constexpr uint8_t FlagWeakImport = 1;
+} // namespace bind
+
+// Chained fixups.
+
+struct ChainedFixupsHeader {
+    uint32_t version, startsOffset, importsOffset, symbolsOffset, importCount, importsFormat, symbolsFormat;
+};
+
+inline constexpr uint32_t kChainedImport = 1, kChainedImportAddend = 2, kChainedImportAddend64 = 3;
+inline constexpr uint16_t kPointer64 = 2, kPointer64Offset = 6;
+inline constexpr uint16_t kChainEnd = 0xFFFF, kChainMulti = 0x8000;
+
+struct ChainedStartsInSegment {
+    uint32_t size;
+    uint16_t pageSize, pointerFormat;
+    uint64_t segmentOffset;
+    uint32_t maximalValidPointer;
+    uint16_t pageCount;
+    // uint16_t pageStarts[pageCount] follow.
+};
+static_assert(sizeof(ChainedStartsInSegment) == 24, "the page starts begin 22 bytes in");
+inline constexpr uint64_t kPageStartsOffset = 22;
+
+// Flags in the export trie.
+inline constexpr uint64_t kExportKindMask = 3, kExportRegular = 0, kExportThreadLocal = 1,
+                          kExportAbsolute = 2, kExportWeak = 4, kExportReexport = 8,
+                          kExportStubAndResolver = 16;
+
+} // namespace macho::format

@@ -1,0 +1,90 @@
+// What a Mach-O dylib says of itself: segments, fixups and exports, all checked against the file.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/macho/bytes.h"
+
+namespace macho {
+
+// Addresses are those that the linker gave out: the loader adds where the image lies.
+
+struct Segment {
+    std::string name;
+    uint64_t address = 0, size = 0;
+    /// What the file has of it; the rest is zero.
+    Bytes content;
+    bool isReadable = false, isWritable = false, isExecutable = false;
+};
+
+struct Section {
+    std::string segment, name;
+    uint64_t address = 0, size = 0;
+    /// Empty for one that is all zero.
+    Bytes content;
+    uint8_t type = 0;
+};
+
+/// A library that the image was linked against.
+struct Dylib {
+    std::string installName;
+    bool isWeak = false;
+};
+
+/// A pointer into the image itself.
+struct Rebase {
+    uint64_t address = 0;
+    /// What it points to.
+    uint64_t target = 0;
+};
+
+/// Where a symbol is looked up, if not in one of the dylibs.
+inline constexpr int kBindToSelf = 0, kBindToMainExecutable = -1, kBindFlat = -2, kBindWeak = -3;
+
+/// A pointer to what another library exports.
+struct Bind {
+    uint64_t address = 0;
+    std::string_view symbol;
+    /// Counted from 1 in the order of Image::dylibs; or one of the codes above.
+    int ordinal = 0;
+    int64_t addend = 0;
+    /// Null where the symbol is missing.
+    bool isWeakImport = false;
+};
+
+struct Export {
+    std::string name;
+    uint64_t address = 0;
+};
+
+/// Borrows from the file's bytes.
+struct Image {
+    std::string installName;
+    std::vector<Segment> segments;
+    std::vector<Section> sections;
+    std::vector<Dylib> dylibs;
+    std::vector<Rebase> rebases;
+    std::vector<Bind> binds;
+    std::vector<Export> exports;
+    /// The addresses of the first segment and of the end of the last.
+    uint64_t begin = 0, end = 0;
+
+    /// Null without such a section.
+    const Section *FindSection(std::string_view segment, std::string_view name) const;
+    const Export *FindExport(std::string_view name) const;
+    /// What the file has at an address; throws LoadError unless so many bytes lie in one segment's content.
+    Bytes ContentAt(uint64_t address, uint64_t size, std::string_view what) const;
+    /// The NUL-terminated string there.
+    std::string_view StringAt(uint64_t address, std::string_view what) const;
+    /// The segment in whose memory these bytes lie; throws LoadError.
+    const Segment &SegmentAt(uint64_t address, uint64_t size, std::string_view what) const;
+};
+
+/// Reads a file for x86-64. Throws LoadError for everything that is not as it should be, or that this
+/// loader does not do: thread-local variables, re-exports, and code that is encrypted among them.
+Image ParseImage(Bytes file);
+
+} // namespace macho

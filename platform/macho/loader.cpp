@@ -1,0 +1,141 @@
+// Loads Mach-O dylibs: reads, maps, binds, registers, initialises.
+#include "platform/macho/loader.h"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include "platform/macho/format.h"
+#include "platform/macho/frame_registration.h"
+#include "platform/macho/imports.h"
+#include "platform/macho/mapped_image.h"
+#include "platform/macho/objc_metadata.h"
+#include "platform/macho/unwind_info.h"
+
+// The leak checker's, in programs that have it.
+extern "C" __attribute__((weak)) void __lsan_register_root_region(const void *begin, size_t size);
+
+namespace macho {
+
+struct LoadedDylib {
+    std::vector<char> file;
+    Image image;
+    std::unique_ptr<MappedImage> memory;
+};
+
+namespace {
+
+std::vector<char> ReadFile(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw LoadError("cannot be read");
+    return std::vector<char>(std::istreambuf_iterator<char>(file), {});
+}
+
+void SetPointer(const MappedImage &memory, uint64_t address, uint64_t value)
+{
+    std::memcpy(memory.At(address), &value, sizeof value);
+}
+
+void ApplyFixups(const Image &image, const MappedImage &memory)
+{
+    for (const Rebase &rebase : image.rebases)
+        SetPointer(memory, rebase.address, reinterpret_cast<uint64_t>(memory.At(rebase.target)));
+    for (const Bind &bind : image.binds) {
+        uint64_t target = 0;
+        if (bind.ordinal == kBindToSelf) {
+            const Export *const own = image.FindExport(bind.symbol);
+            if (own == nullptr)
+                throw LoadError("the image itself does not export " + std::string(bind.symbol));
+            target = reinterpret_cast<uint64_t>(memory.At(own->address));
+        } else {
+            target = ResolveImport(bind, image);
+        }
+        // What is missing stays null whatever is added.
+        SetPointer(memory, bind.address, target == 0 ? 0 : target + static_cast<uint64_t>(bind.addend));
+    }
+}
+
+/// What the image's variables point to has not leaked.
+void ShowVariablesToLeakChecker(const Image &image, const MappedImage &memory)
+{
+    if (__lsan_register_root_region == nullptr)
+        return;
+    for (const Segment &segment : image.segments) {
+        if (segment.isWritable)
+            __lsan_register_root_region(memory.At(segment.address), segment.size);
+    }
+}
+
+void RunInitializers(const Image &image, const MappedImage &memory)
+{
+    for (const Section &section : image.sections) {
+        if (section.type != format::section::ModInitFunctions)
+            continue;
+        using Initializer = void (*)();
+        const auto *const first = static_cast<const Initializer *>(memory.At(section.address));
+        for (uint64_t i = 0; i < section.size / sizeof(Initializer); ++i)
+            first[i]();
+    }
+}
+
+void Load(const std::string &path, LoadedDylib &dylib)
+{
+    dylib.file = ReadFile(path);
+    dylib.image = ParseImage(Bytes(dylib.file.data(), dylib.file.size()));
+    const std::vector<UnwindEntry> frames = ReadUnwindInfo(dylib.image);
+    dylib.memory = std::make_unique<MappedImage>(dylib.image);
+    ApplyFixups(dylib.image, *dylib.memory);
+    RegisterObjcMetadata(dylib.image, *dylib.memory);
+    dylib.memory->Protect();
+    RegisterFrames(frames, *dylib.memory);
+    ShowVariablesToLeakChecker(dylib.image, *dylib.memory);
+    machoDylibLoaded(path.c_str(), SlideOf(dylib));
+    SendObjcLoad(dylib.image, *dylib.memory);
+    RunInitializers(dylib.image, *dylib.memory);
+}
+
+} // namespace
+
+bool IsMachO(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    uint32_t magic = 0;
+    file.read(reinterpret_cast<char *>(&magic), sizeof magic);
+    return file && magic == format::kMagic64;
+}
+
+LoadedDylib &LoadDylib(const std::string &path)
+{
+    // Kept for ever: its code may be on any stack, and the runtime points into it, even if it failed
+    // half-way.
+    static auto &loaded = *new std::vector<std::unique_ptr<LoadedDylib>>;
+    LoadedDylib &dylib = *loaded.emplace_back(std::make_unique<LoadedDylib>());
+    try {
+        Load(path, dylib);
+    } catch (const LoadError &error) {
+        throw LoadError(path + ": " + error.what());
+    }
+    return dylib;
+}
+
+void *FindSymbol(const LoadedDylib &dylib, const std::string &name)
+{
+    const Export *const found = dylib.image.FindExport("_" + name);
+    return found == nullptr ? nullptr : dylib.memory->At(found->address);
+}
+
+uint64_t SlideOf(const LoadedDylib &dylib)
+{
+    return reinterpret_cast<uint64_t>(dylib.memory->At(dylib.image.begin)) - dylib.image.begin;
+}
+
+} // namespace macho
+
+__attribute__((noinline)) void machoDylibLoaded(const char *path, uint64_t slide)
+{
+    // Nothing but a place to stop at, with its arguments at hand.
+    asm volatile("" : : "r"(path), "r"(slide) : "memory");
+}

@@ -1,0 +1,59 @@
+// Objective-C metadata as it lies in an x86-64 image.
+#pragma once
+
+#include <cstdint>
+
+namespace macho::objc {
+
+struct ClassData;
+
+/// class_t: a class or metaclass. Its superclass is the runtime's, or another of the image.
+struct Class {
+    Class *isa, *superclass;
+    void *cache, *vtable;
+    /// The lowest bits are flags.
+    uintptr_t data;
+};
+inline constexpr uintptr_t kDataFlags = 7;
+
+/// class_ro_t.
+struct ClassData {
+    uint32_t flags, instanceStart, instanceSize, reserved;
+    void *ivarLayout;
+    const char *name;
+    void *methods, *protocols, *ivars, *weakIvarLayout, *properties;
+};
+
+/// Methods and instance variables: the count stands before as many entries of that size.
+struct ListHeader {
+    uint32_t entrySize, count;
+};
+
+struct Method {
+    const char *selector, *types;
+    void *implementation;
+};
+
+struct Ivar {
+    /// Where the code reads the offset.
+    uint32_t *offset;
+    const char *name, *type;
+    uint32_t alignmentShift, size;
+};
+
+struct Category {
+    const char *name;
+    void *type;
+    void *instanceMethods, *classMethods, *protocols, *instanceProperties;
+};
+
+/// __NSConstantString: `characters` has UTF-16 units if the flags say so, else bytes of ASCII.
+struct ConstantString {
+    void *isa;
+    uint64_t flags;
+    const void *characters;
+    uint64_t length;
+};
+inline constexpr uint64_t kStringKindMask = 0xFFF, kStringOfBytes = 0x7C8, kStringOfUnits = 0x7D0;
+
+} // namespace macho::objc

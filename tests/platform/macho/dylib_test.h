@@ -1,0 +1,34 @@
+// A test that loads a dylib that was built for it, and calls what that exports.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/macho/loader.h"
+
+class DylibTest : public testing::Test {
+protected:
+    /// The path of a dylib that was built for the tests.
+    static std::string PathOf(const std::string &name)
+    {
+        return std::string(TEST_DYLIBS) + "/" + name + ".dylib";
+    }
+
+    /// Loads it; the test runs in a process of its own.
+    void Load(const std::string &name) { dylib_ = &macho::LoadDylib(PathOf(name)); }
+
+    const macho::LoadedDylib &Dylib() const { return *dylib_; }
+
+    /// The function of this name and type; the test ends without it.
+    template <typename Function>
+    Function *Find(const std::string &name)
+    {
+        void *const symbol = macho::FindSymbol(*dylib_, name);
+        EXPECT_NE(symbol, nullptr) << name;
+        return reinterpret_cast<Function *>(symbol);
+    }
+
+private:
+    const macho::LoadedDylib *dylib_ = nullptr;
+};

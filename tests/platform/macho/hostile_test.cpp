@@ -1,0 +1,187 @@
+// Files that are cut off, or broken on purpose, are refused with a message, and never read beyond their end.
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <vector>
+
+#include "platform/macho/format.h"
+#include "platform/macho/image.h"
+#include "platform/macho/unwind_info.h"
+
+using macho::Bytes;
+using macho::LoadError;
+using testing::HasSubstr;
+
+namespace {
+
+/// Every dylib of these tests.
+constexpr const char *kDylibs[] = {"objects",         "fixups_opcodes", "fixups_chained",
+                                   "objc_exceptions", "cxx_exceptions", "cxx_exceptions_frameless"};
+
+std::vector<char> FileOf(const std::string &name)
+{
+    std::ifstream file(std::string(TEST_DYLIBS) + "/" + name + ".dylib", std::ios::binary);
+    EXPECT_TRUE(file) << name;
+    return std::vector<char>(std::istreambuf_iterator<char>(file), {});
+}
+
+/// Reads everything that is read before an image is mapped. Answers the error, empty for none.
+std::string ErrorOf(const std::vector<char> &file)
+{
+    // A copy of exactly its size, so that the address sanitizer sees a read beyond it.
+    const std::vector<char> copy(file);
+    try {
+        const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()));
+        macho::ReadUnwindInfo(image);
+    } catch (const LoadError &error) {
+        return error.what();
+    }
+    return "";
+}
+
+template <typename T>
+void Write(std::vector<char> &file, size_t offset, T value)
+{
+    std::memcpy(&file.at(offset), &value, sizeof value);
+}
+
+/// The offset of the first load command of this kind.
+size_t CommandOffset(const std::vector<char> &file, uint32_t kind)
+{
+    const Bytes bytes(file.data(), file.size());
+    const auto header = bytes.Read<macho::format::Header>(0, "header");
+    size_t offset = sizeof header;
+    for (uint32_t i = 0; i < header.commandCount; ++i) {
+        const auto command = bytes.Read<macho::format::Command>(offset, "command");
+        if (command.command == kind)
+            return offset;
+        offset += command.size;
+    }
+    ADD_FAILURE() << "no load command " << kind;
+    return 0;
+}
+
+class HostileFile : public testing::TestWithParam<const char *> {};
+
+} // namespace
+
+TEST_P(HostileFile, ThatIsWholeIsRead)
+{
+    EXPECT_EQ(ErrorOf(FileOf(GetParam())), "");
+}
+
+TEST_P(HostileFile, ThatIsCutOffIsRefused)
+{
+    const std::vector<char> file = FileOf(GetParam());
+    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()));
+    size_t lastByte = 0;
+    for (const macho::Segment &segment : image.segments)
+        lastByte = std::max(lastByte, static_cast<size_t>(segment.content.Data() -
+                                                          reinterpret_cast<const uint8_t *>(file.data())) +
+                                          segment.content.Size());
+    ASSERT_EQ(lastByte, file.size());
+    for (size_t size = 0; size < file.size(); size += 1 + size / 64)
+        EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size))),
+                  "")
+            << size;
+    EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.end() - 1)), "");
+}
+
+TEST_P(HostileFile, ThatIsBrokenAnywhereIsReadOrRefused)
+{
+    const std::vector<char> file = FileOf(GetParam());
+    std::mt19937 random(20240229);
+    constexpr uint32_t kValues[] = {0, 1, 0x7F, 0x80, 0xFF, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
+    int refused = 0;
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<char> broken = file;
+        for (unsigned changes = 1 + random() % 4; changes > 0; --changes) {
+            // Half of them in the header and the load commands.
+            const size_t limit = (random() % 2 == 0 ? size_t{0x1000} : broken.size()) - sizeof(uint32_t);
+            Write(broken, random() % limit, kValues[random() % std::size(kValues)]);
+        }
+        refused += ErrorOf(broken).empty() ? 0 : 1;
+    }
+    EXPECT_GT(refused, 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile, testing::ValuesIn(kDylibs),
+                         [](const auto &info) { return std::string(info.param); });
+
+TEST(HostileHeader, OfAnotherKindIsRefused)
+{
+    const std::vector<char> file = FileOf("objects");
+    const struct {
+        size_t offset;
+        uint32_t value;
+        const char *message;
+    } rows[] = {
+        {0, 0xFEEDFACE, "header: not a 64-bit Mach-O file"},
+        {0, 0x464C457F, "header: not a 64-bit Mach-O file"},
+        {4, 0x0100000C, "header: not for x86-64"},
+        {12, 2, "header: neither a dylib nor a bundle"},
+        {16, 0xFFFF, "load command"},
+        {20, 0xFFFFFFFF, "load commands: 0xffffffff bytes at 0x20 are beyond the end"},
+    };
+    for (const auto &row : rows) {
+        std::vector<char> broken = file;
+        Write(broken, row.offset, row.value);
+        EXPECT_THAT(ErrorOf(broken), HasSubstr(row.message));
+    }
+    EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x20 bytes at 0x0 are beyond the end at 0x0"));
+}
+
+TEST(HostileCommands, AreRefusedWithTheirNames)
+{
+    namespace command = macho::format::command;
+    const std::vector<char> file = FileOf("objects");
+    const size_t segment = CommandOffset(file, command::Segment64);
+    const size_t info = CommandOffset(file, command::DyldInfoOnly);
+    const size_t dylib = CommandOffset(file, command::LoadDylib);
+    const struct {
+        size_t offset;
+        uint32_t value;
+        const char *message;
+    } rows[] = {
+        {segment + 4, 7, "load command 0: has a wrong size"},
+        {segment + 4, 0x7FFFFFF8, "load command 0: 0x7ffffff8 bytes at 0x0 are beyond the end"},
+        {segment, 0x99, "load command 0x99 is not supported"},
+        {segment + 24, 0x123, "segment __TEXT: does not begin at a page"},
+        {segment + 28, 0x7FFFFFFF, "segment __TEXT: is too large or too high"},
+        {segment + 36, 0x7FFFFFFF, "segment __TEXT: is too large or too high"},
+        {segment + 40, 0x7FFFFFFF, "segment __TEXT"},
+        {segment + 48, 0x7FFFFFFF, "segment __TEXT"},
+        {segment + 60, 7, "segment __TEXT: is writable and executable"},
+        {segment + 64, 0xFFFF, "segment __TEXT: 0x50 bytes at"},
+        {segment + 72 + 32, 0x7FFFFFFF, "lies outside its segment"},
+        {segment + 72 + 48, 0x20, "its offset in the file is not that of its address"},
+        {segment + 72 + 64, macho::format::section::ThreadLocalRegular,
+         "thread-local variables are not supported"},
+        {info + 8, 0x7FFFFFFF, "rebase table: "},
+        {info + 12, 0x7FFFFFFF, "rebase table: "},
+        {info + 16, 0x7FFFFFFF, "bind table: "},
+        {info + 32, 0x7FFFFFFF, "lazy bind table: "},
+        {info + 40, 0x7FFFFFFF, "exports trie: "},
+        {dylib + 8, 0x7FFFFFFF, "dylib command: "},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.message);
+        std::vector<char> broken = file;
+        Write(broken, row.offset, row.value);
+        EXPECT_THAT(ErrorOf(broken), HasSubstr(row.message));
+    }
+}
+
+TEST(HostileTrie, ThatGoesInCirclesIsRefused)
+{
+    std::vector<char> file = FileOf("objects");
+    const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);
+    uint32_t trie = 0;
+    std::memcpy(&trie, &file.at(info + 40), sizeof trie);
+    // A node without an export and with one edge "a", to itself.
+    const char circle[] = {0, 1, 'a', 0, 0};
+    std::copy(std::begin(circle), std::end(circle), file.begin() + trie);
+    EXPECT_THAT(ErrorOf(file), HasSubstr("exports trie: two edges lead to one node"));
+}
