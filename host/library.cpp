@@ -7,6 +7,7 @@
 
 #include "host/calls.h"
 #include "host/host.h"
+#include "platform/macho/loader.h"
 
 namespace qzlhost {
 
@@ -16,17 +17,25 @@ constexpr const char *kEntryPoint = "REALPluginMain";
 
 using EntryFunction = void (*)(void *(*resolver)(const char *));
 
-void *OpenLibrary(const std::string &path)
+/// The entry point of a library of this platform; null without one.
+void *FindNativeEntryPoint(const std::string &path)
 {
-    std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        throw LoadError("there is no file " + path);
     // A name without a slash would be searched for elsewhere.
     const std::string absolute = std::filesystem::absolute(path).string();
     void *const library = dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library)
         throw LoadError("cannot load " + path + ": " + dlerror());
-    return library;
+    return dlsym(library, kEntryPoint);
+}
+
+/// The entry point of a library for macOS; null without one.
+void *FindMachOEntryPoint(const std::string &path)
+{
+    try {
+        return macho::FindSymbol(macho::LoadDylib(path), kEntryPoint);
+    } catch (const macho::LoadError &error) {
+        throw LoadError(std::string("cannot load ") + error.what());
+    }
 }
 
 } // namespace
@@ -34,7 +43,11 @@ void *OpenLibrary(const std::string &path)
 void LoadLibrary(const std::string &path, void *(*resolver)(const char *))
 {
     const CocoaScope cocoa;
-    const auto main = reinterpret_cast<EntryFunction>(dlsym(OpenLibrary(path), kEntryPoint));
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw LoadError("there is no file " + path);
+    const auto main = reinterpret_cast<EntryFunction>(macho::IsMachO(path) ? FindMachOEntryPoint(path)
+                                                                           : FindNativeEntryPoint(path));
     if (!main)
         throw LoadError("the library " + path + " has no function " + kEntryPoint);
     main(resolver);

@@ -8,12 +8,13 @@
 #include "tests/host/command.h"
 #include "tests/host/watching.h"
 #include "tests/support/daemon.h"
+#include "tests/support/library_under_test.h"
 
 using testing::ElementsAreArray;
 
 namespace {
 
-const std::string kLibrary = QZL_LIBRARY_PATH;
+const std::string kLibrary = LibraryPath();
 
 /// The rest of a line that begins so; empty for any other.
 std::string After(const std::string &beginning, const std::string &line)

@@ -6,6 +6,7 @@
 
 #include "tests/docs/markdown.h"
 #include "tests/host/command.h"
+#include "tests/support/library_under_test.h"
 
 using nlohmann::json;
 using testing::ElementsAreArray;
@@ -44,7 +45,7 @@ std::string NameOf(const std::string &declaration)
 
 json RegisteredClasses()
 {
-    return json::parse(RunCommand("classes --json " QZL_LIBRARY_PATH).output);
+    return json::parse(RunCommand("classes --json " + LibraryPath()).output);
 }
 
 } // namespace

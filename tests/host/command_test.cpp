@@ -5,12 +5,13 @@
 #include <string>
 
 #include "tests/host/command.h"
+#include "tests/support/library_under_test.h"
 
 using testing::HasSubstr;
 
 namespace {
 
-const std::string kLibrary = QZL_LIBRARY_PATH;
+const std::string kLibrary = LibraryPath();
 
 } // namespace
 

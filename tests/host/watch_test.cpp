@@ -6,13 +6,14 @@
 
 #include "tests/host/command.h"
 #include "tests/host/watching.h"
+#include "tests/support/library_under_test.h"
 
 using nlohmann::json;
 using testing::HasSubstr;
 
 namespace {
 
-const std::string kLibrary = QZL_LIBRARY_PATH;
+const std::string kLibrary = LibraryPath();
 
 class Watch : public testing::Test {
 protected:

@@ -4,13 +4,15 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "tests/support/library_under_test.h"
+
 namespace {
 
 constexpr std::chrono::seconds kLimit{60};
 
 std::vector<std::string> ShellCommand(const std::string &arguments)
 {
-    return {"/bin/sh", "-c", "exec " QZLHOST_PATH " watch " QZL_LIBRARY_PATH " " + arguments + " 2>&1"};
+    return {"/bin/sh", "-c", "exec " QZLHOST_PATH " watch " + LibraryPath() + " " + arguments + " 2>&1"};
 }
 
 } // namespace

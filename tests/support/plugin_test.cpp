@@ -2,7 +2,6 @@
 #include "tests/support/plugin_test.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <thread>
 
 #include "tests/support/cocoa_objects.h"
@@ -28,12 +27,6 @@ std::string Joined(const std::vector<std::string> &lines)
 }
 
 } // namespace
-
-std::string LibraryPath()
-{
-    const char *const path = std::getenv("QZL_LIBRARY");
-    return path != nullptr ? path : QZL_LIBRARY_PATH;
-}
 
 HostTest::HostTest() = default;
 HostTest::~HostTest() = default;

@@ -10,9 +10,7 @@
 #include <vector>
 
 #include "host/host.h"
-
-/// The library under test: QZL_LIBRARY, or the one that was built along with the test.
-std::string LibraryPath();
+#include "tests/support/library_under_test.h"
 
 /// A test with a host, which looks at the accounts when it ends. The library keeps what it learnt of its host
 /// for the life of the process, so each test runs in a process of its own; ctest sees to that.
