@@ -52,8 +52,11 @@ void RequirePointerType(uint8_t type, const Cursor &cursor)
         cursor.Fail("fixups of type " + std::to_string(type) + " are not supported");
 }
 
-/// More fixups than the file has pointers are a mistake, and might have no end.
-void RequireTimes(uint64_t times, const Image &image, const Cursor &cursor)
+/// Hands the addresses of so many pointers to `add`, with so many bytes between them. More fixups than the
+/// file has pointers are a mistake, and might have no end.
+template <typename Add>
+void ForPointers(Place &place, uint64_t times, uint64_t skipped, const Image &image, const Cursor &cursor,
+                 Add add)
 {
     uint64_t pointers = 0;
     for (const Segment &segment : image.segments)
@@ -61,6 +64,10 @@ void RequireTimes(uint64_t times, const Image &image, const Cursor &cursor)
     const uint64_t known = image.rebases.size() + image.binds.size();
     if (known > pointers || times > pointers - known)
         cursor.Fail("there are more fixups than pointers");
+    for (uint64_t i = 0; i < times; ++i) {
+        add(place.Address());
+        place.Advance(kPointerSize + skipped);
+    }
 }
 
 void AddRebase(uint64_t address, const Cursor &cursor, Image &image)
@@ -106,12 +113,9 @@ void ReadRebases(Bytes table, Image &image)
     namespace opcode = format::rebase;
     Cursor cursor(table, "rebase table");
     Place place(image, cursor);
-    const auto addTimes = [&](uint64_t times, uint64_t skip) {
-        RequireTimes(times, image, cursor);
-        for (uint64_t i = 0; i < times; ++i) {
-            AddRebase(place.Address(), cursor, image);
-            place.Advance(kPointerSize + skip);
-        }
+    const auto addTimes = [&](uint64_t times, uint64_t skipped) {
+        ForPointers(place, times, skipped, image, cursor,
+                    [&](uint64_t address) { AddRebase(address, cursor, image); });
     };
     while (!cursor.AtEnd()) {
         const auto byte = cursor.Next<uint8_t>();
@@ -157,12 +161,9 @@ void ReadBinds(Bytes table, BindTable kind, Image &image)
     Cursor cursor(table, kind == BindTable::Lazy ? "lazy bind table" : "bind table");
     Place place(image, cursor);
     BindState state;
-    const auto addTimes = [&](uint64_t times, uint64_t skip) {
-        RequireTimes(times, image, cursor);
-        for (uint64_t i = 0; i < times; ++i) {
-            AddBind(state, place.Address(), cursor, image);
-            place.Advance(kPointerSize + skip);
-        }
+    const auto addTimes = [&](uint64_t times, uint64_t skipped) {
+        ForPointers(place, times, skipped, image, cursor,
+                    [&](uint64_t address) { AddBind(state, address, cursor, image); });
     };
     const auto setOrdinal = [&](uint64_t ordinal) {
         if (ordinal > image.dylibs.size())

@@ -5,7 +5,7 @@
 
 #include "platform/macho/dwarf_frames.h"
 
-extern "C" void __register_frame(void *section);
+extern "C" void registerFrame(void *section) __asm__("__register_frame");
 
 namespace macho {
 
@@ -120,7 +120,7 @@ void RegisterFrames(const std::vector<UnwindEntry> &entries, const MappedImage &
                         entry.instructions);
     }
     static auto &sections = *new std::vector<std::vector<uint8_t>>;
-    __register_frame(sections.emplace_back(writer.Take()).data());
+    registerFrame(sections.emplace_back(writer.Take()).data());
 }
 
 } // namespace macho

@@ -14,7 +14,8 @@
 #include "platform/macho/unwind_info.h"
 
 // The leak checker's, in programs that have it.
-extern "C" __attribute__((weak)) void __lsan_register_root_region(const void *begin, size_t size);
+extern "C" __attribute__((weak)) void registerRootRegion(const void *begin,
+                                                         size_t size) __asm__("__lsan_register_root_region");
 
 namespace macho {
 
@@ -61,11 +62,11 @@ void ApplyFixups(const Image &image, const MappedImage &memory)
 /// What the image's variables point to has not leaked.
 void ShowVariablesToLeakChecker(const Image &image, const MappedImage &memory)
 {
-    if (__lsan_register_root_region == nullptr)
+    if (registerRootRegion == nullptr)
         return;
     for (const Segment &segment : image.segments) {
         if (segment.isWritable)
-            __lsan_register_root_region(memory.At(segment.address), segment.size);
+            registerRootRegion(memory.At(segment.address), segment.size);
     }
 }
 

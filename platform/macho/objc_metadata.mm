@@ -39,11 +39,12 @@ std::vector<T *> EntriesOf(const Image &image, const MappedImage &memory, std::s
     const Section *const section = image.FindSection(segment, name);
     if (section == nullptr)
         return entries;
-    if (section->size % sizeof(T) != 0)
+    T *entry = static_cast<T *>(memory.At(section->address));
+    const void *const end = memory.At(section->address + section->size);
+    for (; static_cast<void *>(entry + 1) <= end; ++entry)
+        entries.push_back(entry);
+    if (entry != end)
         Fail("the section " + section->name + " has a part of an entry");
-    T *const first = static_cast<T *>(memory.At(section->address));
-    for (uint64_t i = 0; i < section->size / sizeof(T); ++i)
-        entries.push_back(first + i);
     return entries;
 }
 
