@@ -34,6 +34,10 @@ static_assert(sizeof(FSRef) == 80 && sizeof(HFSUniStr255) == 512);
 /// time.
 void WarmUpCocoa();
 
+/// A program's arguments are its own: Cocoa would take them for the user's defaults. Before anything else of
+/// Cocoa.
+void HideArgumentsFromCocoa(const char *program);
+
 /// Makes Cocoa know the calling thread. Does nothing for one that it knows.
 void RegisterThreadWithCocoa();
 

@@ -3,6 +3,8 @@
 
 #include <thread>
 
+#include <unistd.h>
+
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 
@@ -24,6 +26,12 @@ void WarmUpCocoa()
         [threadPool release];
     }).join();
     [pool release];
+}
+
+void HideArgumentsFromCocoa(const char *program)
+{
+    char *arguments[] = {const_cast<char *>(program), nullptr};
+    GSInitializeProcess(1, arguments, environ);
 }
 
 void RegisterThreadWithCocoa()

@@ -8,6 +8,7 @@
 #include "examples/demo.h"
 #include "examples/post.h"
 #include "examples/watch.h"
+#include "host/cocoa.h"
 #include "host/describe.h"
 #include "host/exception_class.h"
 #include "host/host.h"
@@ -198,6 +199,7 @@ int RunCommand(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    qzlhost::HideArgumentsFromCocoa(argv[0]);
     try {
         return RunCommand(argc, argv);
     } catch (const qzlhost::LoadError &error) {

@@ -270,7 +270,7 @@ private:
         char *const copy = static_cast<char *>(std::calloc([text length] + 1, 1));
         if (copy == nullptr)
             throw std::bad_alloc();
-        std::memcpy(copy, [text bytes], [text length]);
+        [text getBytes:copy length:[text length]];
         return copy;
     }
 
