@@ -150,6 +150,7 @@ TEST(HostileCommands, AreRefusedWithTheirNames)
         {segment, 0x99, "load command 0x99 is not supported"},
         {segment + 24, 0x123, "segment __TEXT: does not begin at a page"},
         {segment + 28, 0x7FFFFFFF, "segment __TEXT: is too large or too high"},
+        {segment + 32, 0x1000, "segment __TEXT: has more in the file than in memory"},
         {segment + 36, 0x7FFFFFFF, "segment __TEXT: is too large or too high"},
         {segment + 40, 0x7FFFFFFF, "segment __TEXT"},
         {segment + 48, 0x7FFFFFFF, "segment __TEXT"},

@@ -1,0 +1,130 @@
+// The compact unwind table, rule by rule.
+#include "platform/macho/unwind_info.h"
+
+#include <gmock/gmock.h>
+
+using macho::Bytes;
+using macho::Image;
+using macho::LoadError;
+using macho::UnwindEntry;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+// DWARF's instructions and register numbers.
+constexpr uint8_t kDefineCfa = 0x0C, kDefineCfaOffset = 0x0E, kRbp = 6;
+
+/// What a function's code begins with: `sub rsp, 0x12345` has its size 3 bytes in.
+constexpr uint8_t kCode[16] = {0x48, 0x81, 0xEC, 0x45, 0x23, 0x01, 0x00};
+
+/// DWARF's instruction that a register is saved so many words below the frame's address.
+constexpr uint8_t Saved(uint8_t registerNumber)
+{
+    return 0x80 | registerNumber;
+}
+
+class CompactUnwind : public testing::Test {
+protected:
+    /// An image whose one function, at 0x1000, has these rules.
+    std::vector<UnwindEntry> Read(uint32_t encoding)
+    {
+        // Header; index of one page and of the end; the page.
+        words_ = {1,      28,          0,  28, 1, 32, 2, //
+                  0x0008,                                // the slot of personality 1
+                  0x0000, 56,          56,               // functions from 0 on: page at 56, no tables
+                  0x0010, 0,           56,               // the end of the last function
+                  2,      8 | 1 << 16,                   // a regular page of one entry, 8 bytes in
+                  0x0000, encoding};
+        Image image;
+        image.begin = 0x1000;
+        image.end = 0x2000;
+        image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(kCode, sizeof kCode), true, false, true}};
+        macho::Section section;
+        section.segment = "__TEXT";
+        section.name = "__unwind_info";
+        section.content = Bytes(words_.data(), words_.size() * sizeof(uint32_t));
+        image.sections = {section};
+        return macho::ReadUnwindInfo(image);
+    }
+
+    std::vector<uint8_t> Rules(uint32_t encoding)
+    {
+        const std::vector<UnwindEntry> entries = Read(encoding);
+        return entries.size() == 1 ? entries[0].instructions : std::vector<uint8_t>();
+    }
+
+    std::string ErrorFor(uint32_t encoding)
+    {
+        try {
+            Read(encoding);
+        } catch (const LoadError &error) {
+            return error.what();
+        }
+        return "no error";
+    }
+
+private:
+    std::vector<uint32_t> words_;
+};
+
+} // namespace
+
+TEST_F(CompactUnwind, FunctionsLieWhereTheTableSays)
+{
+    const std::vector<UnwindEntry> entries = Read(0x11000000);
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].begin, 0x1000u);
+    EXPECT_EQ(entries[0].end, 0x1010u);
+    EXPECT_EQ(entries[0].personalitySlot, 0x1008u);
+    EXPECT_EQ(entries[0].handlerTable, 0u);
+    EXPECT_TRUE(Read(0).empty()) << "a function without rules";
+}
+
+TEST_F(CompactUnwind, FramesWithAPointerHaveTheirRegistersBelowIt)
+{
+    EXPECT_THAT(Rules(0x01000000), ElementsAre(kDefineCfa, kRbp, 16, Saved(kRbp), 2));
+    // Five words below: rbx (1), then r12 (2) ... r15 (5) upwards.
+    EXPECT_THAT(Rules(0x01000000 | 5 << 16 | 1 | 2 << 3 | 3 << 6 | 4 << 9 | 5 << 12),
+                ElementsAre(kDefineCfa, kRbp, 16, Saved(kRbp), 2, Saved(3), 7, Saved(12), 6, Saved(13), 5,
+                            Saved(14), 4, Saved(15), 3));
+    // A gap: nothing, then r14.
+    EXPECT_THAT(Rules(0x01000000 | 2 << 16 | 0 | 4 << 3),
+                ElementsAre(kDefineCfa, kRbp, 16, Saved(kRbp), 2, Saved(14), 3));
+}
+
+TEST_F(CompactUnwind, FramesOnTheStackHaveTheirSizeAndRegisters)
+{
+    EXPECT_THAT(Rules(0x02000000 | 3 << 16), ElementsAre(kDefineCfaOffset, 24));
+    // One register, the last of six: rbp.
+    EXPECT_THAT(Rules(0x02000000 | 2 << 16 | 1 << 10 | 5), ElementsAre(kDefineCfaOffset, 16, Saved(kRbp), 2));
+    // All six in their order; the first lies lowest.
+    EXPECT_THAT(Rules(0x02000000 | 8 << 16 | 6 << 10),
+                ElementsAre(kDefineCfaOffset, 64, Saved(3), 7, Saved(12), 6, Saved(13), 5, Saved(14), 4,
+                            Saved(15), 3, Saved(kRbp), 2));
+    // The last of all orders of six: backwards. 5 * 120 + 4 * 24 + 3 * 6 + 2 * 2 + 1.
+    EXPECT_THAT(Rules(0x02000000 | 8 << 16 | 6 << 10 | 719),
+                ElementsAre(kDefineCfaOffset, 64, Saved(kRbp), 7, Saved(15), 6, Saved(14), 5, Saved(13), 4,
+                            Saved(12), 3, Saved(3), 2));
+    // Three: r13, rbx, r15. 2 * 20 + 0 * 4 + 2.
+    EXPECT_THAT(Rules(0x02000000 | 5 << 16 | 3 << 10 | 42),
+                ElementsAre(kDefineCfaOffset, 40, Saved(13), 4, Saved(3), 3, Saved(15), 2));
+}
+
+TEST_F(CompactUnwind, LargeFramesHaveTheirSizeInTheCode)
+{
+    // 0x12345 + 2 * 8 = 0x12355.
+    EXPECT_THAT(Rules(0x03000000 | 3 << 16 | 2 << 13 | 1 << 10),
+                ElementsAre(kDefineCfaOffset, 0xD5, 0xC6, 0x04, Saved(3), 2));
+    EXPECT_THAT(ErrorFor(0x03000000 | 13 << 16), HasSubstr("beyond the end"));
+}
+
+TEST_F(CompactUnwind, WrongRulesAreRefused)
+{
+    EXPECT_THAT(ErrorFor(0x0F000000), HasSubstr("__unwind_info: the rules 0xf000000 are not known"));
+    EXPECT_THAT(ErrorFor(0x01000000 | 7), HasSubstr("a frame with wrong registers"));
+    EXPECT_THAT(ErrorFor(0x01000000 | 1 << 3), HasSubstr("a frame with wrong registers"));
+    EXPECT_THAT(ErrorFor(0x02000000 | 7 << 10), HasSubstr("too many saved registers"));
+    EXPECT_THAT(ErrorFor(0x21000000), HasSubstr("there is no personality 2"));
+    EXPECT_THAT(ErrorFor(0x04000000), HasSubstr("__eh_frame: the section is missing"));
+}
