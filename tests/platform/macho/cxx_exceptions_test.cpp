@@ -9,15 +9,24 @@
 
 namespace {
 
-/// The same source, compiled with frame pointers and without.
-class CxxExceptions : public DylibTest, public testing::WithParamInterface<const char *> {
+class ThrowingTest : public DylibTest {
 protected:
-    void SetUp() override { Load(GetParam()); }
-
     static Callback Throwing(int &value)
     {
         return {[](void *context) { throw Thrown{*static_cast<int *>(context)}; }, &value};
     }
+};
+
+/// Functions with handlers for exceptions of Objective-C.
+class CxxExceptionsInObjc : public ThrowingTest {
+protected:
+    void SetUp() override { Load("objc_exceptions"); }
+};
+
+/// The same source, compiled with frame pointers and without.
+class CxxExceptions : public ThrowingTest, public testing::WithParamInterface<const char *> {
+protected:
+    void SetUp() override { Load(GetParam()); }
 };
 
 /// The value that comes out of a call; -1 for none.
@@ -86,6 +95,28 @@ TEST_P(CxxExceptions, GoThroughFramesOfEachSizeAndKeepRegisters)
         EXPECT_EQ(a + b + c + d, 50);
         EXPECT_NE(through({[](void *) {}, nullptr}, &living, a, b, c, d), 0);
     }
+}
+
+TEST_F(CxxExceptionsInObjc, AreNoObjects)
+{
+    int thrown = 11;
+    void *caught = nullptr;
+    EXPECT_EQ(Find<Outcome(const Callback &, void **)>("catchByClass")(Throwing(thrown), &caught),
+              Outcome::Anything);
+    EXPECT_EQ(caught, nullptr);
+    EXPECT_EQ(Find<Outcome(const Callback &)>("catchAnything")(Throwing(thrown)), Outcome::Anything);
+}
+
+TEST_F(CxxExceptionsInObjc, GoThroughHandlersOfObjects)
+{
+    int thrown = 12;
+    int count = 0;
+    EXPECT_EQ(ValueFrom([&] { Find<Outcome(const Callback &)>("catchExceptionsOnly")(Throwing(thrown)); }),
+              12);
+    EXPECT_EQ(
+        ValueFrom([&] { Find<void(const Callback &, int *)>("finallyCounts")(Throwing(thrown), &count); }),
+        12);
+    EXPECT_EQ(count, 1);
 }
 
 TEST_P(CxxExceptions, OnSeveralThreadsStayApart)

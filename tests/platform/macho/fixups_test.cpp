@@ -1,6 +1,9 @@
 // Pointers of a dylib are set, however the linker wrote them down.
 #include <gmock/gmock.h>
 
+#include <cstdio>
+#include <fstream>
+
 #include "tests/platform/macho/dylib_test.h"
 
 extern "C" const void *const kCFBooleanTrue;
@@ -16,6 +19,20 @@ protected:
 };
 
 using MissingImports = DylibTest;
+
+/// As the kernel says it; empty where nothing is mapped.
+std::string ProtectionOf(const void *place)
+{
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        unsigned long begin = 0, end = 0;
+        char protection[5] = {};
+        if (std::sscanf(line.c_str(), "%lx-%lx %4s", &begin, &end, protection) == 3 &&
+            reinterpret_cast<unsigned long>(place) >= begin && reinterpret_cast<unsigned long>(place) < end)
+            return protection;
+    }
+    return "";
+}
 
 } // namespace
 
@@ -66,6 +83,12 @@ TEST_P(Fixups, MemoryThatTheFileHasNotIsZeroAndCanBeWritten)
     EXPECT_EQ(Find<size_t()>("sumOfZeroes")(), 0u);
     Find<void(char)>("writeZeroes")(1);
     EXPECT_EQ(Find<size_t()>("sumOfZeroes")(), 0x5000u);
+}
+
+TEST_P(Fixups, CodeCannotBeWrittenAndDataCannotBeRun)
+{
+    EXPECT_EQ(ProtectionOf(reinterpret_cast<const void *>(Find<int()>("answer"))), "r-xp");
+    EXPECT_EQ(ProtectionOf(Find<const void *()>("addressOfData")()), "rw-p");
 }
 
 TEST_P(Fixups, WhatIsNotExportedIsNotFound)

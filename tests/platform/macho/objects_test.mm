@@ -75,6 +75,13 @@ TEST_F(DylibObjects, ItsMessagesKeepEveryArgument)
     EXPECT_EQ(Find<double(id)>("askSum")(NewShape(1)), expected);
 }
 
+TEST_F(DylibObjects, ItsFirstMessagesKeepEveryArgumentWhileTheClassIsInitialised)
+{
+    EXPECT_EQ(Find<double()>("firstSum")(), 1 + 4 + 9 + 16 + 5.5);
+    EXPECT_EQ(Find<double()>("firstSumOfNumbers")(), 1 + 4 + 9 + 16 + 25 + 36 + 49 + 64);
+    EXPECT_EQ(Find<double()>("firstSumOfMany")(), 10);
+}
+
 TEST_F(DylibObjects, MessagesToNilGiveNothing)
 {
     const TwoIntegers two = Find<TwoIntegers(id)>("askTwoIntegers")(nil);
@@ -106,6 +113,7 @@ TEST_F(DylibObjects, InstanceVariablesUnderAForeignClassLieBehindItsOwn)
 {
     const id exception = [Find<id(long)>("newException")(77) autorelease];
     EXPECT_EQ(Find<long(id)>("codeOfException")(exception), 77);
+    EXPECT_STREQ([[exception name] UTF8String], "MachOException");
     EXPECT_STREQ([[exception reason] UTF8String], "a reason");
     EXPECT_GE(ivar_getOffset(class_getInstanceVariable([exception class], "code")),
               static_cast<ptrdiff_t>(class_getInstanceSize([NSException class])));

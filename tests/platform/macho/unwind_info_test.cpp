@@ -44,8 +44,18 @@ protected:
         section.segment = "__TEXT";
         section.name = "__unwind_info";
         section.content = Bytes(words_.data(), words_.size() * sizeof(uint32_t));
-        image.sections = {section};
+        image.sections = {section, ehFrame_};
         return macho::ReadUnwindInfo(image);
+    }
+
+    /// Gives the image entries of DWARF, at 0x1100.
+    void SetDwarf(const std::vector<uint8_t> &bytes)
+    {
+        dwarf_ = bytes;
+        ehFrame_.segment = "__TEXT";
+        ehFrame_.name = "__eh_frame";
+        ehFrame_.address = 0x1100;
+        ehFrame_.content = Bytes(dwarf_.data(), dwarf_.size());
     }
 
     std::vector<uint8_t> Rules(uint32_t encoding)
@@ -66,6 +76,8 @@ protected:
 
 private:
     std::vector<uint32_t> words_;
+    std::vector<uint8_t> dwarf_;
+    macho::Section ehFrame_;
 };
 
 } // namespace
@@ -117,6 +129,88 @@ TEST_F(CompactUnwind, LargeFramesHaveTheirSizeInTheCode)
     EXPECT_THAT(Rules(0x03000000 | 3 << 16 | 2 << 13 | 1 << 10),
                 ElementsAre(kDefineCfaOffset, 0xD5, 0xC6, 0x04, Saved(3), 2));
     EXPECT_THAT(ErrorFor(0x03000000 | 13 << 16), HasSubstr("beyond the end"));
+}
+
+TEST_F(CompactUnwind, FunctionsWithAnEntryOfDwarfHaveItsRules)
+{
+    SetDwarf({
+        // What entries have in common: version 1, "zPLR", alignments 1 and -8, return address 16; the slot of
+        // the
+        // personality at 0x1113 - 0x10B, tables and pointers relative to themselves; the CFA is rsp + 8.
+        26,
+        0,
+        0,
+        0,
+        0,
+        0,
+        0,
+        0,
+        1,
+        'z',
+        'P',
+        'L',
+        'R',
+        0,
+        1,
+        0x78,
+        16,
+        7,
+        0x9B,
+        0xF5,
+        0xFE,
+        0xFF,
+        0xFF,
+        0x10,
+        0x10,
+        kDefineCfa,
+        7,
+        8,
+        0x90,
+        1,
+        // The entry: from 0x1126 - 0x126 on, 12 bytes, its table at 0x1137 - 0x12F; the CFA is rsp + 16.
+        31,
+        0,
+        0,
+        0,
+        34,
+        0,
+        0,
+        0,
+        0xDA,
+        0xFE,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        12,
+        0,
+        0,
+        0,
+        0,
+        0,
+        0,
+        0,
+        8,
+        0xD1,
+        0xFE,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        0xFF,
+        kDefineCfaOffset,
+        16,
+    });
+    const std::vector<UnwindEntry> entries = Read(0x04000000 | 30);
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].begin, 0x1000u);
+    EXPECT_EQ(entries[0].end, 0x100Cu);
+    EXPECT_EQ(entries[0].personalitySlot, 0x1008u);
+    EXPECT_EQ(entries[0].handlerTable, 0x1008u);
+    EXPECT_THAT(entries[0].instructions, ElementsAre(kDefineCfa, 7, 8, 0x90, 1, kDefineCfaOffset, 16));
 }
 
 TEST_F(CompactUnwind, WrongRulesAreRefused)

@@ -106,6 +106,10 @@ bool callsImports()
     free(copy);
     return isRight;
 }
+const void *addressOfData()
+{
+    return gZeroes;
+}
 /// The sum of what must be zero.
 size_t sumOfZeroes()
 {

@@ -1,6 +1,8 @@
 // Classes, categories, messages and constant strings.
 #import <Foundation/Foundation.h>
 
+#include <cstdarg>
+
 #include "tests/platform/macho/dylibs/objects.h"
 
 @interface NSString (OfTheTest)
@@ -214,8 +216,103 @@ struct StaticObject {
 }
 @end
 
+namespace {
+
+/// Leaves nothing in the registers that arguments are in.
+void ClobberArguments()
+{
+    asm volatile(
+        "xorps %%xmm0, %%xmm0; xorps %%xmm1, %%xmm1; xorps %%xmm2, %%xmm2; xorps %%xmm3, %%xmm3;"
+        "xorps %%xmm4, %%xmm4; xorps %%xmm5, %%xmm5; xorps %%xmm6, %%xmm6; xorps %%xmm7, %%xmm7;"
+        "xorl %%eax, %%eax; xorl %%ecx, %%ecx; xorl %%edx, %%edx; xorl %%r8d, %%r8d; xorl %%r9d, %%r9d"
+        :
+        :
+        : "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7", "rax", "rcx", "rdx", "r8", "r9");
+}
+
+} // namespace
+
+/// The first message to each runs +initialize, while the message's arguments wait.
+@interface MachOFirst : NSObject
++ (double)sum:(long)a and:(long)b and:(long)c and:(long)d with:(const double *)e;
++ (double)sum:(double)a
+          and:(double)b
+          and:(double)c
+          and:(double)d
+          and:(double)e
+          and:(double)f
+          and:(double)g
+          and:(double)h;
+@end
+
+@implementation MachOFirst
++ (void)initialize
+{
+    ClobberArguments();
+}
++ (double)sum:(long)a and:(long)b and:(long)c and:(long)d with:(const double *)e
+{
+    return a + 2 * b + 3 * c + 4 * d + *e;
+}
++ (double)sum:(double)a
+          and:(double)b
+          and:(double)c
+          and:(double)d
+          and:(double)e
+          and:(double)f
+          and:(double)g
+          and:(double)h
+{
+    return a + 2 * b + 3 * c + 4 * d + 5 * e + 6 * f + 7 * g + 8 * h;
+}
+@end
+
+@interface MachOFirstOfNumbers : MachOFirst
+@end
+@implementation MachOFirstOfNumbers
++ (void)initialize
+{
+    ClobberArguments();
+}
+@end
+
+@interface MachOFirstOfMany : NSObject
++ (double)sumOf:(int)count, ...;
+@end
+
+@implementation MachOFirstOfMany
++ (void)initialize
+{
+    ClobberArguments();
+}
++ (double)sumOf:(int)count, ...
+{
+    va_list numbers;
+    va_start(numbers, count);
+    double sum = 0;
+    for (int i = 0; i < count; ++i)
+        sum += va_arg(numbers, double);
+    va_end(numbers);
+    return sum;
+}
+@end
+
 #pragma GCC visibility push(default)
 extern "C" {
+
+double firstSum()
+{
+    const double fifth = 5.5;
+    return [MachOFirst sum:1 and:2 and:3 and:4 with:&fifth];
+}
+double firstSumOfNumbers()
+{
+    return [MachOFirstOfNumbers sum:1 and:2 and:3 and:4 and:5 and:6 and:7 and:8];
+}
+double firstSumOfMany()
+{
+    return [MachOFirstOfMany sumOf:4, 1.0, 2.0, 3.0, 4.0];
+}
 
 id newShape(long sides)
 {
