@@ -8,9 +8,9 @@
 #include <stdexcept>
 #include <typeinfo>
 
+#include "frame/heap_buffer.h"
 #include "frame/host_ref.h"
 #include "frame/host_strings.h"
-#include "frame/zeroed_buffer.h"
 
 namespace {
 
@@ -56,7 +56,7 @@ void RaiseException(const char *className, const char *message, uint32_t, int64_
 
 void RaiseOutOfBoundsException(int64_t value, int64_t count)
 {
-    const ZeroedBuffer text = AllocateZeroed(kBoundsMessageSize);
+    const HeapBuffer text = AllocateZeroedBuffer(kBoundsMessageSize);
     if (text == nullptr) {
         RaiseException("OutOfBoundsException", "Out of Bounds");
         return;

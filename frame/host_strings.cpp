@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "frame/errors.h"
+#include "frame/heap_buffer.h"
 #include "frame/host_ref.h"
 #include "frame/plugin.h"
-#include "frame/zeroed_buffer.h"
 
 namespace {
 
@@ -138,11 +138,12 @@ REALstring CFString2RBString(CFStringRef string)
     const CFIndex length = string == nullptr ? 0 : CFStringGetLength(string);
     if (length <= 0)
         return nullptr;
+    // No buffer is zeroed: the conversion puts a NUL behind what it writes.
     if (length <= kLongestOnStack) {
-        char onStack[601] = {};
-        return BuildThroughBuffer(string, onStack, sizeof onStack - 1);
+        char onStack[600];
+        return BuildThroughBuffer(string, onStack, sizeof onStack);
     }
     const CFIndex capacity = length * kBytesPerUnit;
-    const ZeroedBuffer onHeap = AllocateZeroed(static_cast<size_t>(capacity));
+    const HeapBuffer onHeap = AllocateBuffer(static_cast<size_t>(capacity));
     return onHeap == nullptr ? nullptr : BuildThroughBuffer(string, onHeap.get(), capacity);
 }

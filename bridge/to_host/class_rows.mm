@@ -190,12 +190,22 @@ Class ClassOfRow(size_t index)
 
 } // namespace
 
-std::optional<REALobject> ConvertByClassRow(id object)
+static_assert(std::size(kClassRows) == kClassRowCount);
+
+FoundRow ClassRowOf(id object)
 {
-    for (size_t index = 0; index < std::size(kClassRows); ++index) {
+    bool isFinal = true;
+    for (size_t index = 0; index < kClassRowCount; ++index) {
         const Class rowClass = ClassOfRow(index);
-        if (rowClass != Nil && [object isKindOfClass:rowClass])
-            return kClassRows[index].convert(object, rowClass);
+        if (rowClass == Nil)
+            isFinal = isFinal && kClassRows[index].lookup == Lookup::Once;
+        else if ([object isKindOfClass:rowClass])
+            return {index, isFinal};
     }
-    return std::nullopt;
+    return {kClassRowCount, isFinal};
+}
+
+REALobject ConvertByClassRow(id object, size_t row)
+{
+    return kClassRows[row].convert(object, ClassOfRow(row));
 }

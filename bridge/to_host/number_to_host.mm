@@ -3,8 +3,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <cstring>
-
 #include "frame/host_entry_points.h"
 
 namespace {
@@ -15,23 +13,24 @@ REALobject NewDouble(NSNumber *number)
 }
 
 constexpr struct {
-    const char *objCType;
+    /// A whole `objCType`.
+    char letter;
     REALobject (*convert)(NSNumber *number);
 } kNumberTypes[] = {
     // A char is a boolean, not an integer.
-    {"c", [](NSNumber *number) { return REALNewVariantBoolean([number boolValue] != NO); }},
-    {"C", [](NSNumber *number) { return REALNewVariantInteger([number unsignedCharValue]); }},
-    {"s", [](NSNumber *number) { return REALNewVariantInteger([number shortValue]); }},
-    {"S", [](NSNumber *number) { return REALNewVariantInteger([number unsignedShortValue]); }},
-    {"i", [](NSNumber *number) { return REALNewVariantInteger([number intValue]); }},
-    {"I", [](NSNumber *number) { return REALNewVariantUInt32([number unsignedIntValue]); }},
-    {"q", [](NSNumber *number) { return REALNewVariantInteger([number longValue]); }},
+    {'c', [](NSNumber *number) { return REALNewVariantBoolean([number boolValue] != NO); }},
+    {'C', [](NSNumber *number) { return REALNewVariantInteger([number unsignedCharValue]); }},
+    {'s', [](NSNumber *number) { return REALNewVariantInteger([number shortValue]); }},
+    {'S', [](NSNumber *number) { return REALNewVariantInteger([number unsignedShortValue]); }},
+    {'i', [](NSNumber *number) { return REALNewVariantInteger([number intValue]); }},
+    {'I', [](NSNumber *number) { return REALNewVariantUInt32([number unsignedIntValue]); }},
+    {'q', [](NSNumber *number) { return REALNewVariantInteger([number longValue]); }},
     // Cut to its low 32 bits.
-    {"Q",
+    {'Q',
      [](NSNumber *number) {
          return REALNewVariantUInt32(static_cast<uint32_t>([number unsignedLongValue]));
      }},
-    {"f", [](NSNumber *number) { return REALNewVariantSingle([number floatValue]); }},
+    {'f', [](NSNumber *number) { return REALNewVariantSingle([number floatValue]); }},
 };
 
 } // namespace
@@ -40,7 +39,7 @@ REALobject NewVariantFromNSNumber(NSNumber *number)
 {
     const char *const objCType = [number objCType];
     for (const auto &row : kNumberTypes)
-        if (std::strcmp(row.objCType, objCType) == 0)
+        if (objCType[0] == row.letter && objCType[1] == '\0')
             return row.convert(number);
     return NewDouble(number);
 }

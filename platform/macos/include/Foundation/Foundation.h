@@ -38,6 +38,7 @@ __attribute__((objc_root_class))
 }
 + (id)alloc;
 + (Class)class;
++ (IMP)instanceMethodForSelector:(SEL)selector;
 + (BOOL)respondsToSelector:(SEL)selector;
 - (id)init;
 - (id)retain;
@@ -46,6 +47,7 @@ __attribute__((objc_root_class))
 - (Class)class;
 - (BOOL)isKindOfClass:(Class)kind;
 - (BOOL)respondsToSelector:(SEL)selector;
+- (IMP)methodForSelector:(SEL)selector;
 - (NSString *)description;
 - (void)performSelectorOnMainThread:(SEL)selector withObject:(id)argument waitUntilDone:(BOOL)wait;
 @end

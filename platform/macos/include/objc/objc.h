@@ -7,6 +7,7 @@ typedef struct objc_object {
     Class isa;
 } * id;
 typedef struct objc_selector *SEL;
+typedef id (*IMP)(id, SEL, ...);
 
 typedef signed char BOOL;
 #define YES ((BOOL)1)

@@ -11,8 +11,14 @@ extern "C" {
 /// The class of that name, or Nil.
 Class objc_getClass(const char *name);
 
+/// The class's name, borrowed.
+const char *class_getName(Class named);
+
 /// The superclass; Nil for a root class.
 Class class_getSuperclass(Class subclass);
+
+/// The class that the object has, whatever it answers.
+Class object_getClass(id object);
 
 /// The name of the object's class, borrowed.
 const char *object_getClassName(id object);

@@ -1,0 +1,335 @@
+// The step of the chain that is remembered for an object's class: the one that asking about each class gives.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <thread>
+#include <utility>
+
+#include "bridge/to_host/class_rows.h"
+#include "bridge/to_host/root_class_kind.h"
+#include "tests/bridge/to_host/to_host_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+/// The class that the library does not find by its name, for now; null for none.
+static const char *gHiddenClass = nullptr;
+
+// The linker leads the library's lookups here.
+extern "C" Class __real_objc_getClass(const char *name);
+extern "C" Class __wrap_objc_getClass(const char *name)
+{
+    const bool hidden = gHiddenClass != nullptr && std::strcmp(name, gHiddenClass) == 0;
+    return hidden ? Nil : __real_objc_getClass(name);
+}
+
+/// Answers as an object of a class would, without being one: it must be asked about each class in turn.
+@interface QZLTestStandIn : NSObject {
+    Class _class;
+    std::vector<std::string> *_asked;
+}
+- (instancetype)initWithClass:(Class)cocoaClass;
+/// From now on it answers as an object of another class.
+- (void)become:(Class)cocoaClass;
+/// The names of the classes that it was asked about; empties the list.
+- (std::vector<std::string>)takeAsked;
+@end
+
+@implementation QZLTestStandIn
+- (instancetype)initWithClass:(Class)cocoaClass
+{
+    self = [super init];
+    _class = cocoaClass;
+    _asked = new std::vector<std::string>;
+    return self;
+}
+- (void)dealloc
+{
+    delete _asked;
+    [super dealloc];
+}
+- (void)become:(Class)cocoaClass
+{
+    _class = cocoaClass;
+}
+- (std::vector<std::string>)takeAsked
+{
+    return std::exchange(*_asked, {});
+}
+- (Class)class
+{
+    return _class;
+}
+- (BOOL)isKindOfClass:(Class)asked
+{
+    _asked->push_back(class_getName(asked));
+    for (Class reached = _class; reached != Nil; reached = class_getSuperclass(reached))
+        if (reached == asked)
+            return YES;
+    return NO;
+}
+@end
+
+namespace {
+
+QZLTestStandIn *MakeStandIn(Class cocoaClass)
+{
+    return [[[QZLTestStandIn alloc] initWithClass:cocoaClass] autorelease];
+}
+
+bool DescendsFromNSObject(Class cocoaClass)
+{
+    Class root = cocoaClass;
+    while (class_getSuperclass(root) != Nil)
+        root = class_getSuperclass(root);
+    return root == [NSObject class];
+}
+
+/// Classes that as soon as they are used want a display, start a program, or lose memory.
+constexpr std::initializer_list<const char *> kUnusableClasses = {
+    "GSToolTips",         "NSAppIconView", "NSBrowser",       "NSMiniWindowView", "NSToolbarItem",
+    "NSSpeechRecognizer", "NSProgress",    "NSURLComponents", "NSViewAnimation",
+};
+
+bool IsOfAny(Class cocoaClass, std::initializer_list<const char *> names)
+{
+    for (Class reached = cocoaClass; reached != Nil; reached = class_getSuperclass(reached))
+        for (const char *const name : names)
+            if (std::strcmp(class_getName(reached), name) == 0)
+                return true;
+    return false;
+}
+
+bool IsUsable(Class cocoaClass)
+{
+    return !IsOfAny(cocoaClass, kUnusableClasses);
+}
+
+std::vector<Class> AllClasses()
+{
+    std::vector<Class> classes(static_cast<size_t>(objc_getClassList(nullptr, 0)));
+    classes.resize(static_cast<size_t>(objc_getClassList(classes.data(), static_cast<int>(classes.size()))));
+    return classes;
+}
+
+class RememberedSteps : public LinkedTest {
+protected:
+    /// With a host class for each of these Cocoa classes.
+    Host &StartWith(const std::vector<std::string> &classNames)
+    {
+        Host &host = Start();
+        for (const std::string &name : classNames)
+            DefineWrapperClass(host, name + "QZL");
+        return host;
+    }
+
+    /// The host class that the object becomes; empty for null.
+    std::string HostClassOf(id object)
+    {
+        const Value variant = Convert(object);
+        return variant.IsNil() ? "" : host().ClassOf(variant);
+    }
+
+    bool IsRegisteredWhenConverted(const Registry &registry, id object)
+    {
+        const Value variant = Convert(object);
+        return registry.At(object) != nullptr && registry.At(object) == ObjectOf(variant);
+    }
+
+    /// The host classes of which the conversion wants an instance; the host has none of them.
+    std::vector<std::string> HostClassesWanted(id object)
+    {
+        host().ClearTrace();
+        EXPECT_TRUE(Convert(object).IsNil());
+        return ArgumentsOf(host(), "PluginNewInstance");
+    }
+
+    /// The same of the class row that the object takes by what it answers.
+    std::vector<std::string> HostClassesWantedByRow(id object)
+    {
+        host().ClearTrace();
+        EXPECT_EQ(ConvertByClassRow(object, ClassRowOf(object).row), nullptr);
+        return ArgumentsOf(host(), "PluginNewInstance");
+    }
+};
+
+/// Objects that become values are read, and so have to be initialised.
+bool BecomesValue(Class cocoaClass)
+{
+    return IsOfAny(cocoaClass, {"NSURL", "NSString", "NSData", "NSArray", "NSSet", "NSDate", "NSDictionary",
+                                "NSValue", "NSNull"});
+}
+
+} // namespace
+
+TEST_F(RememberedSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutEach)
+{
+    Start();
+    size_t withRow = 0;
+    size_t withoutRow = 0;
+    for (const Class cocoaClass : AllClasses()) {
+        // Objects of other root classes are made otherwise.
+        if (!DescendsFromNSObject(cocoaClass) || !IsUsable(cocoaClass) || BecomesValue(cocoaClass))
+            continue;
+        SCOPED_TRACE(class_getName(cocoaClass));
+        const qzlhost::AutoreleasePool pool;
+        [cocoaClass class];
+        const UninitializedObject object(cocoaClass);
+        // Such objects are asked about each class anyway.
+        if (!LeavesItsKindToTheRootClass(object.Get()))
+            continue;
+        const std::vector<std::string> cold = HostClassesWanted(object.Get());
+        EXPECT_EQ(cold, HostClassesWanted(object.Get())) << "again";
+        const id standIn = MakeStandIn(cocoaClass);
+        const bool hasRow = ClassRowOf(standIn).row < kClassRowCount;
+        if (hasRow)
+            EXPECT_EQ(cold, HostClassesWantedByRow(standIn));
+        EXPECT_EQ(object.Retains(), 0u);
+        ++(hasRow ? withRow : withoutRow);
+    }
+    EXPECT_GT(withRow, 200u);
+    EXPECT_GT(withoutRow, 500u);
+}
+
+TEST_F(RememberedSteps, ClassThatAppearsLaterIsTakenUp)
+{
+    StartWith({"NSPipe", "NSObject"});
+    const Registry registry;
+    const id plain = MakeObject(MakeClass("QZLTestPlain", [NSObject class]));
+    const std::array<id, 2> pipes = {MakeObject(MakeClass("QZLTestPipe", [NSPipe class])),
+                                     MakeStandIn([NSPipe class])};
+    // The last step finds the host classes along the class chain, and registers nothing.
+    gHiddenClass = "NSPipe";
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(HostClassOf(plain), "NSObjectQZL");
+        for (const id pipe : pipes)
+            EXPECT_FALSE(IsRegisteredWhenConverted(registry, pipe));
+    }
+
+    gHiddenClass = nullptr;
+
+    EXPECT_EQ(HostClassOf(plain), "NSObjectQZL");
+    for (const id pipe : pipes) {
+        EXPECT_EQ(HostClassOf(pipe), "NSPipeQZL");
+        EXPECT_TRUE(IsRegisteredWhenConverted(registry, pipe));
+    }
+}
+
+TEST_F(RememberedSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
+{
+    // Of the first row, and of a later one for all cells, which registers nothing.
+    StartWith({"NSPathComponentCell", "NSCell"});
+    const Registry registry;
+    const UninitializedObject cell(objc_getClass("NSPathComponentCell"));
+    gHiddenClass = "NSPathComponentCell";
+    EXPECT_FALSE(IsRegisteredWhenConverted(registry, cell.Get()));
+    gHiddenClass = nullptr;
+    EXPECT_TRUE(IsRegisteredWhenConverted(registry, cell.Get()));
+}
+
+TEST_F(RememberedSteps, ClassMadeAtRunTimeIsOfTheFirstRowInItsChain)
+{
+    StartWith({"NSPredicate", "NSComparisonPredicate", "NSObject"});
+    Convert(MakeObject([NSObject class]));
+    const Class made = MakeClass("QZLTestLeaf", [NSComparisonPredicate class]);
+    EXPECT_EQ(HostClassOf(MakeObject(made)), "NSPredicateQZL");
+    EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeafOfLeaf", made))), "NSPredicateQZL");
+}
+
+TEST_F(RememberedSteps, ObjectThatAnswersForItselfIsAskedEachTime)
+{
+    StartWith({"NSPipe", "NSTask", "NSObject"});
+    QZLTestStandIn *const first = MakeStandIn([NSPipe class]);
+    QZLTestStandIn *const second = MakeStandIn([NSTask class]);
+    EXPECT_EQ(HostClassOf(first), "NSPipeQZL");
+    EXPECT_EQ(HostClassOf(second), "NSTaskQZL");
+
+    const std::vector<std::string> asked = [first takeAsked];
+    EXPECT_EQ(asked.back(), "NSPipe");
+    EXPECT_EQ(HostClassOf(first), "NSPipeQZL");
+    EXPECT_EQ([first takeAsked], asked);
+
+    [first become:[NSObject class]];
+    EXPECT_EQ(HostClassOf(first), "NSObjectQZL");
+    EXPECT_GT([first takeAsked].size(), 80u);
+    [first become:[NSTask class]];
+    EXPECT_EQ(HostClassOf(first), "NSTaskQZL");
+}
+
+TEST_F(RememberedSteps, ObjectWhoseClassChangesTakesTheRowOfTheNewOne)
+{
+    StartWith({"NSPipe", "NSTask", "NSObject"});
+    const Class plain = MakeClass("QZLTestPlain", [NSObject class]);
+    const id object = MakeObject(plain);
+    const Class pipe = MakeClass("QZLTestPipe", [NSPipe class]);
+    const Class task = MakeClass("QZLTestTask", [NSTask class]);
+    for (int round = 0; round < 3; ++round) {
+        object_setClass(object, plain);
+        EXPECT_EQ(HostClassOf(object), "NSObjectQZL");
+        object_setClass(object, pipe);
+        EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
+        object_setClass(object, task);
+        EXPECT_EQ(HostClassOf(object), "NSTaskQZL");
+    }
+    object_setClass(object, plain);
+}
+
+TEST_F(RememberedSteps, ObjectsOfThousandsOfClassesTakeTheirRows)
+{
+    StartWith({"NSPipe", "NSTask", "NSUndoManager", "NSExpression", "NSObject"});
+    const char *const supers[] = {"NSPipe", "NSTask", "NSUndoManager", "NSExpression", "NSObject"};
+    std::vector<std::pair<Class, std::string>> classes;
+    for (size_t number = 0; number < 5000; ++number) {
+        const char *const super = supers[number % std::size(supers)];
+        classes.emplace_back(MakeClass("QZLTest" + std::to_string(number), objc_getClass(super)),
+                             std::string(super) + "QZL");
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (const auto &[cocoaClass, hostClass] : classes) {
+            const UninitializedObject object(cocoaClass);
+            ASSERT_EQ(HostClassOf(object.Get()), hostClass) << class_getName(cocoaClass);
+        }
+        host().ClearTrace();
+    }
+}
+
+TEST_F(RememberedSteps, ManyThreadsThatConvertForTheFirstTimeTakeTheSameRows)
+{
+    constexpr int kThreads = 16;
+    constexpr int kClasses = 200;
+    StartWith({"NSPipe", "NSTask", "NSUndoManager", "NSExpression", "NSObject", "QCCompositionRepository"});
+    const Class supers[] = {
+        objc_getClass("NSPipe"),        objc_getClass("NSTask"),
+        objc_getClass("NSUndoManager"), objc_getClass("NSExpression"),
+        objc_getClass("NSObject"),      MakeClass("QCCompositionRepository", [NSObject class])};
+    std::vector<std::pair<Class, std::string>> classes;
+    for (int number = 0; number < kClasses; ++number) {
+        const Class super = supers[static_cast<size_t>(number) % std::size(supers)];
+        const Class made = MakeClass("QZLTest" + std::to_string(number), super);
+        [made class];
+        classes.emplace_back(made, std::string(class_getName(super)) + "QZL");
+    }
+
+    std::atomic<int> waiting{kThreads};
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&, thread] {
+            const qzlhost::AutoreleasePool pool;
+            for (--waiting; waiting > 0;)
+                std::this_thread::yield();
+            for (int step = 0; step < kClasses; ++step) {
+                const auto &[cocoaClass, hostClass] =
+                    classes[static_cast<size_t>(step + thread * 7) % kClasses];
+                const UninitializedObject object(cocoaClass);
+                wrong += HostClassOf(object.Get()) != hostClass;
+            }
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}

@@ -1,0 +1,183 @@
+// Objects that answer for themselves of which classes they are, told from those that leave it to NSObject.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include "bridge/to_host/root_class_kind.h"
+#include "tests/bridge/to_host/conversion_doubles.h"
+
+namespace {
+
+class RootClassKind : public testing::Test {
+    qzlhost::AutoreleasePool pool_;
+};
+
+BOOL AnswerNo(id, SEL, Class)
+{
+    return NO;
+}
+
+Class AnswerNil(id, SEL)
+{
+    return Nil;
+}
+
+const RuntimeMethod kOwnKind = {"isKindOfClass:", reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16"};
+const RuntimeMethod kOwnClass = {"class", reinterpret_cast<IMP>(AnswerNil), "#16@0:8"};
+
+/// What objects of a class of its own say of any method: that it is NSObject's.
+IMP AnswerRootMethod(id, SEL, SEL selector)
+{
+    return [NSObject instanceMethodForSelector:selector];
+}
+
+bool LeavesIt(Class cocoaClass)
+{
+    return LeavesItsKindToTheRootClass(MakeObject(cocoaClass));
+}
+
+} // namespace
+
+/// Notes every message that it gets and has no method for.
+@interface QZLTestSilentProxy : NSProxy {
+@public
+    int _messages;
+}
+@end
+
+@implementation QZLTestSilentProxy
+- (NSMethodSignature *)methodSignatureForSelector:(SEL)selector
+{
+    (void)selector;
+    ++_messages;
+    return [NSObject instanceMethodSignatureForSelector:@selector(self)];
+}
+- (void)forwardInvocation:(NSInvocation *)invocation
+{
+    (void)invocation;
+    ++_messages;
+}
+- (BOOL)isKindOfClass:(Class)asked
+{
+    (void)asked;
+    ++_messages;
+    return NO;
+}
+- (IMP)methodForSelector:(SEL)selector
+{
+    ++_messages;
+    return [NSObject instanceMethodForSelector:selector];
+}
+- (Class)class
+{
+    ++_messages;
+    return [NSObject class];
+}
+@end
+
+/// A root class of its own.
+__attribute__((objc_root_class))
+@interface QZLTestOtherRoot {
+    Class _isa;
+}
++ (void)initialize;
++ (Class)itself;
+@end
+
+@implementation QZLTestOtherRoot
++ (void)initialize
+{
+}
++ (Class)itself
+{
+    return self;
+}
+- (BOOL)isKindOfClass:(Class)asked
+{
+    (void)asked;
+    return NO;
+}
+@end
+
+TEST_F(RootClassKind, IsOfObjectsThatInheritIt)
+{
+    EXPECT_TRUE(LeavesIt([NSObject class]));
+    EXPECT_TRUE(LeavesIt(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(@"text"));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass([NSPipe pipe]));
+}
+
+TEST_F(RootClassKind, IsNotOfObjectsWithAMethodOfTheirOwn)
+{
+    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind })));
+    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestOwnClass", [NSObject class], { kOwnClass })));
+}
+
+TEST_F(RootClassKind, IsNotOfObjectsWithASuperclassThatHasAMethodOfItsOwn)
+{
+    const Class ownKind = MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind });
+    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", ownKind))));
+    const Class ownClass = MakeClass("QZLTestOwnClass", [NSObject class], { kOwnClass });
+    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestOtherLeaf", ownClass)));
+}
+
+TEST_F(RootClassKind, IsNotOfAnObjectWhoseClassGotAMethodMeanwhile)
+{
+    const Class middle = MakeClass("QZLTestMiddle", [NSObject class]);
+    const id object = MakeObject(MakeClass("QZLTestLeaf", middle));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    class_addMethod(middle, sel_registerName(kOwnKind.selector), kOwnKind.implementation, kOwnKind.types);
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+}
+
+TEST_F(RootClassKind, IsNotOfAnObjectThatGotAnotherClassMeanwhile)
+{
+    const id object = MakeObject([NSObject class]);
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    AddMethods(object, "QZLTestOwnKind", {kOwnKind});
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+    object_setClass(object, [NSObject class]);
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+}
+
+TEST_F(RootClassKind, IsOfNoObjectOnceNSObjectsMethodIsAnother)
+{
+    const id object = MakeObject([NSObject class]);
+    ASSERT_TRUE(LeavesItsKindToTheRootClass(object));
+    const Method method = class_getInstanceMethod([NSObject class], @selector(isKindOfClass:));
+    const IMP original = method_setImplementation(method, reinterpret_cast<IMP>(AnswerNo));
+    const bool leavesIt = LeavesItsKindToTheRootClass(object);
+    method_setImplementation(method, original);
+    EXPECT_FALSE(leavesIt);
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+}
+
+TEST_F(RootClassKind, IsNotWhatTheObjectSaysOfItsMethods)
+{
+    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestLiar", [NSObject class], {
+        kOwnKind,
+        {
+            "methodForSelector:", reinterpret_cast<IMP>(AnswerRootMethod), "^?24@0:8:16"
+        }
+    })));
+}
+
+TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)
+{
+    QZLTestSilentProxy *const proxy = [QZLTestSilentProxy alloc];
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(proxy));
+    EXPECT_EQ(proxy->_messages, 0);
+    [proxy release];
+}
+
+TEST_F(RootClassKind, IsNotOfObjectsOfAnotherRootClass)
+{
+    const id object = class_createInstance([QZLTestOtherRoot itself], 0);
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+    object_dispose(object);
+}
+
+TEST_F(RootClassKind, IsNotOfClassObjects)
+{
+    EXPECT_FALSE(LeavesItsKindToTheRootClass([NSObject class]));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass([NSPipe class]));
+}
