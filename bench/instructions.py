@@ -1,0 +1,89 @@
+"""Counts the instructions of a dozen works, and holds them against the figures of instructions.tsv.
+
+instructions.py PROGRAM          fails where a work takes more than 3 percent more than its figure
+instructions.py PROGRAM --write  writes the figures anew
+
+Counts do not depend on how busy the machine is. They do on the compiler, on the libraries and, unless it is told
+otherwise, on which forms of memcpy the processor has: the figures are for Debian 12, without the forms that not every
+processor has.
+"""
+
+import os
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+FIGURES = Path(__file__).with_name("instructions.tsv")
+ALLOWED = 1.03
+
+# How often each work is done; the counts of so many times and of twice as many differ by what the work takes.
+WORKS = {
+    "delivery/1_observer": 100,
+    "delivery/100_observers": 5,
+    "notifications/read_whole": 50,
+    "strings/to_cocoa/ascii/20": 200,
+    "strings/to_host/ascii/20": 200,
+    "scalars/to_cocoa/double": 200,
+    "scalars/to_host/int": 200,
+    "dates/to_cocoa": 50,
+    "dates/to_host": 50,
+    "arrays/to_cocoa/strings/1000": 3,
+    "arrays/to_host/numbers/1000": 3,
+    "dictionaries/to_cocoa/1000": 3,
+    "dictionaries/to_host/1000": 3,
+    "class_rows/109_QCCompositionRepository": 200,
+    "class_rows/unknown": 200,
+}
+
+
+def count(program, work, times):
+    """The instructions of a whole process that does the work so many times."""
+    done = subprocess.run(
+        ["setarch", "--addr-no-randomize", "valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+         program, "--run", work, "--times", str(times)],
+        env=os.environ | {"GLIBC_TUNABLES": "glibc.cpu.hwcaps=-AVX2,-AVX,-ERMS,-FSRM"},
+        stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
+    collected = re.search(r"Collected : (\d+)", done.stderr)
+    if done.returncode != 0 or not collected:
+        sys.exit(f"{work}: {done.stderr}")
+    return int(collected.group(1))
+
+
+def instructions(program, work):
+    times = WORKS[work]
+    return (count(program, work, 2 * times) - count(program, work, times)) / times
+
+
+def read_figures():
+    lines = FIGURES.read_text(encoding="utf-8").splitlines()[1:]
+    return {work: float(figure) for work, figure in (line.split("\t") for line in lines)}
+
+
+def write_figures(counted):
+    lines = ["work\tinstructions"] + [f"{work}\t{figure:.0f}" for work, figure in counted.items()]
+    FIGURES.write_text("\n".join(lines) + "\n", encoding="utf-8")
+
+
+def compare(counted):
+    """Prints the works; the number of those that take too many."""
+    figures = read_figures()
+    too_many = 0
+    for work, found in counted.items():
+        ratio = found / figures[work]
+        too_many += ratio > ALLOWED
+        print(f"{work:45} {found:12.0f} {figures[work]:12.0f} {ratio:7.3f}{'  too many' if ratio > ALLOWED else ''}")
+    return too_many
+
+
+def main():
+    program = sys.argv[1]
+    counted = {work: instructions(program, work) for work in WORKS}
+    if sys.argv[2:] == ["--write"]:
+        write_figures(counted)
+    elif compare(counted):
+        sys.exit("instructions: more than 3 percent above the figures")
+
+
+if __name__ == "__main__":
+    main()

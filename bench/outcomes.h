@@ -1,0 +1,30 @@
+// What works give: how it is given back, and how it reads.
+#pragma once
+
+#include <objc/objc.h>
+
+#include <cstdint>
+#include <string>
+
+#include "frame/host_types.h"
+
+/// The parts of a notification that a program reads.
+struct NotificationParts {
+    REALstring name = nullptr;
+    REALobject object = nullptr;
+    REALobject userInfo = nullptr;
+};
+
+// Gives back the reference that came with it. Cocoa objects are autoreleased.
+inline void GiveBack(id) {}
+inline void GiveBack(int64_t) {}
+void GiveBack(REALobject object);
+void GiveBack(REALstring string);
+void GiveBack(const NotificationParts &parts);
+
+// The same for equal outcomes only; of many bytes the number and a checksum.
+std::string TextOf(id object);
+std::string TextOf(int64_t number);
+std::string TextOf(REALobject object);
+std::string TextOf(REALstring string);
+std::string TextOf(const NotificationParts &parts);

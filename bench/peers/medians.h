@@ -1,0 +1,84 @@
+// Times works in batches, as the library's own measurements are timed, and prints the median of each.
+#pragma once
+
+#include <malloc.h>
+#include <time.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <vector>
+
+inline double Now(clockid_t clock)
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
+}
+
+inline double MedianOf(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// One line of JSON.
+inline void Print(const char *work, double nanoseconds)
+{
+    std::printf("{\"work\": \"%s\", \"nanoseconds\": %.6g}\n", work, nanoseconds);
+    std::fflush(stdout);
+}
+
+/// Memory that was given back stays with the process, so that no batch waits for the kernel's new pages.
+inline void KeepMemory()
+{
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+}
+
+/// Prints the processor time of one `run()` on this thread, in batches of 0.2 milliseconds or more. What runs
+/// give is kept until the batch is over and then handed to `giveBack`, outside the measured time; `settle`
+/// is called after that.
+template <typename Run, typename GiveBack, typename Settle>
+void Measure(const char *work, Run run, GiveBack giveBack, Settle settle)
+{
+    constexpr double kShortestBatch = 200e3;
+    constexpr int kMostRunsInABatch = 4096;
+    constexpr double kTimeForAWork = 200e6;
+    std::vector<decltype(run())> results;
+    const auto batch = [&](int times) {
+        results.resize(static_cast<size_t>(times));
+        const double start = Now(CLOCK_THREAD_CPUTIME_ID);
+        for (auto &result : results)
+            result = run();
+        const double time = Now(CLOCK_THREAD_CPUTIME_ID) - start;
+        for (auto &result : results)
+            giveBack(result);
+        results.clear();
+        settle();
+        return time;
+    };
+    int times = 1;
+    while (batch(times) < kShortestBatch && times < kMostRunsInABatch)
+        times *= 2;
+    std::vector<double> each;
+    const double end = Now(CLOCK_MONOTONIC) + kTimeForAWork;
+    do
+        each.push_back(batch(times) / times);
+    while (Now(CLOCK_MONOTONIC) < end || each.size() < 11);
+    Print(work, MedianOf(std::move(each)));
+}
+
+/// Of runs that give nothing to be given back.
+template <typename Run>
+void Measure(const char *work, Run run)
+{
+    const auto counted = [&run] {
+        run();
+        return 0;
+    };
+    Measure(
+        work, counted, [](int) {}, [] {});
+}

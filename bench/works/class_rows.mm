@@ -1,0 +1,144 @@
+// Cocoa objects of the classes that become wrappers, from the first row to the last, and an object of no row.
+#include <CoreFoundation/CoreFoundation.h>
+#include <objc/runtime.h>
+
+#include "bench/host_functions.h"
+#include "bench/inputs.h"
+#include "bench/work.h"
+#include "bench/wrapper_classes.h"
+#include "bridge/to_host/object_to_variant.h"
+
+/// What objects answer that the compiler does not know.
+@interface NSObject (QZLBenchTypes)
+- (CFTypeID)_cfTypeID;
+@end
+
+namespace {
+
+constexpr double kTarget = 1.5;
+
+/// Rows and their numbers. Classes whose first use needs a display are not among them.
+constexpr struct {
+    const char *number;
+    const char *className;
+} kRows[] = {
+    {"001", "NSPathComponentCell"},
+    {"006", "NSFileHandle"},
+    {"010", "NSTimeZone"},
+    {"013", "NSTimer"},
+    {"036", "NSFont"},
+    {"048", "NSError"},
+    {"067", "NSView"},
+    {"082", "NSUserDefaults"},
+    {"104", "NSExpression"},
+    {"109", "QCCompositionRepository"},
+};
+constexpr const char *kFirstClass = kRows[0].className;
+constexpr const char *kLastClass = kRows[std::size(kRows) - 1].className;
+constexpr char kUnknownClass[] = "QZLBenchUnknown";
+
+/// The class of that name, made here where the platform has none.
+Class ClassNamed(const char *name)
+{
+    if (const Class found = objc_getClass(name))
+        return found;
+    const Class made = objc_allocateClassPair([NSObject class], name, 0);
+    objc_registerClassPair(made);
+    return made;
+}
+
+/// An object of the class in the state in which it is allocated, which lives as long as the process: few
+/// classes survive more without initialisation.
+id ObjectOfClass(const char *name)
+{
+    DefineWrapperClass(std::string(name) + "QZL");
+    return NSAllocateObject(ClassNamed(name), 0, nullptr);
+}
+
+/// An object of no row whose superclass, and not its own class, has a host class.
+id UnknownObject()
+{
+    DefineWrapperClass("NSObjectQZL");
+    return NSAllocateObject(ClassNamed(kUnknownClass), 0, nullptr);
+}
+
+/// An object of no row whose own class has a host class, so that the host is asked for one, as by a row.
+id UnknownObjectWithHostClass()
+{
+    return ObjectOfClass("QZLBenchUnknownWithHostClass");
+}
+
+__attribute__((noinline)) REALobject FloorWrapper(id object, const char *hostClass)
+{
+    const REALobject instance = gHost.newInstance(hostClass);
+    FloorHandle(instance) = [object retain];
+    return instance;
+}
+
+/// What cannot be known beforehand: whether there is a wrapper class by now, whether the object says that it
+/// is a Core Foundation object, and which class of its chain the host has.
+REALobject FloorUnknown(id object)
+{
+    if (objc_getClass("QZLREALobjectWrapper") != Nil || [object respondsToSelector:@selector(_cfTypeID)])
+        return nullptr;
+    if (gHost.newInstance("QZLBenchUnknownQZL") != nullptr)
+        return nullptr;
+    return FloorWrapper(object, "NSObjectQZL");
+}
+
+Sides Row(const char *className)
+{
+    const id object = ObjectOfClass(className);
+    const std::string hostClass = std::string(className) + "QZL";
+    return MakeSides([object] { return NewVariantFromNSObject(object); },
+                     [object, hostClass] { return FloorWrapper(object, hostClass.c_str()); });
+}
+
+Sides Unknown()
+{
+    const id object = UnknownObject();
+    return MakeSides([object] { return NewVariantFromNSObject(object); },
+                     [object] { return FloorUnknown(object); });
+}
+
+Sides AgainstFirstRow(id object)
+{
+    const id first = ObjectOfClass(kFirstClass);
+    return MakeSides([object] { return NewVariantFromNSObject(object); },
+                     [first] { return NewVariantFromNSObject(first); });
+}
+
+/// What the calls alone that an unknown object needs cost against those for the first row.
+Sides FloorsOfUnknownAndFirstRow()
+{
+    const id object = UnknownObject();
+    const id first = ObjectOfClass(kFirstClass);
+    const std::string hostClass = std::string(kFirstClass) + "QZL";
+    return MakeSides([object] { return FloorUnknown(object); },
+                     [first, hostClass] { return FloorWrapper(first, hostClass.c_str()); });
+}
+
+} // namespace
+
+void AddClassRowWorks(std::vector<Work> &works)
+{
+    // The library looks some of the classes up only once.
+    for (const auto &row : kRows)
+        ClassNamed(row.className);
+    for (const auto &row : kRows)
+        works.push_back({std::string("class_rows/") + row.number + "_" + row.className,
+                         [name = row.className] { return Row(name); }});
+    works.push_back({"class_rows/unknown", Unknown});
+
+    const std::string against = "first row";
+    const auto addAgainst = [&](const char *name, id (*make)(), double target) {
+        works.push_back(
+            {name, [make] { return AgainstFirstRow(make()); }, target, Quantity::Nanoseconds, against});
+    };
+    addAgainst(
+        "class_rows/last", [] { return ObjectOfClass(kLastClass); }, kTarget);
+    addAgainst("class_rows/unknown_object", UnknownObjectWithHostClass, kTarget);
+    addAgainst("class_rows/unknown_by_superclass", UnknownObject, 0);
+    works.push_back({"class_rows/unknown_by_superclass_floor", FloorsOfUnknownAndFirstRow, 0,
+                     Quantity::Nanoseconds, against});
+}
