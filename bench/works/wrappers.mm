@@ -77,14 +77,12 @@ void AddWrapperWorks(std::vector<Work> &works)
         DefineWrapperClass(name);
     DefineWrapperClass(kUnknownClass);
 
-    constexpr const char *kRows[] = {"NSPathComponentCellQZL",
-                                     "NSImageQZL",
-                                     "NSNotificationQZL",
-                                     "NSExpressionQZL",
-                                     "DRBurnQZL",
-                                     "CFObjectQZL",
-                                     "CGLayerQZL",
-                                     kUnknownClass};
-    for (const char *name : kRows)
+    const auto add = [&works](const char *name) {
         works.push_back({std::string("wrappers/to_cocoa/") + name, [name] { return ToCocoa(name); }});
+    };
+    for (const char *name : kRememberedNames)
+        add(name);
+    for (const char *name : kOtherWrapperClasses)
+        add(name);
+    add(kUnknownClass);
 }
