@@ -51,7 +51,7 @@ std::vector<Bind> ReadImports(Bytes table, const format::ChainedFixupsHeader &he
         } else {
             cursor.Fail("their format " + std::to_string(header.importsFormat) + " is unknown");
         }
-        if (import.ordinal < kBindWeak || import.ordinal > static_cast<int>(image.dylibs.size()))
+        if (!image.HasLibrary(import.ordinal))
             cursor.Fail("there is no library " + std::to_string(import.ordinal));
         import.symbol = symbols.CString(nameOffset, what);
         imports.push_back(import);

@@ -79,12 +79,6 @@ void AddRebase(uint64_t address, const Cursor &cursor, Image &image)
     image.rebases.push_back({address, target});
 }
 
-void RequireOrdinal(int ordinal, const Image &image, const Cursor &cursor)
-{
-    if (ordinal < kBindWeak || ordinal > static_cast<int>(image.dylibs.size()))
-        cursor.Fail("there is no library " + std::to_string(ordinal));
-}
-
 /// What the bind opcodes have set so far.
 struct BindState {
     std::string_view symbol;
@@ -188,7 +182,8 @@ void ReadBinds(Bytes table, BindTable kind, Image &image)
             break;
         case opcode::SetSpecialOrdinal:
             state.ordinal = SpecialOrdinal(operand);
-            RequireOrdinal(state.ordinal, image, cursor);
+            if (!image.HasLibrary(state.ordinal))
+                cursor.Fail("there is no library " + std::to_string(state.ordinal));
             break;
         case opcode::SetSymbol:
             state.isWeakImport = (operand & format::bind::FlagWeakImport) != 0;

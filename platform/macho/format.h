@@ -19,9 +19,9 @@ inline constexpr uint32_t Required = 0x80000000;
 inline constexpr uint32_t Symtab = 0x2, Dysymtab = 0xB, LoadDylib = 0xC, IdDylib = 0xD, Segment64 = 0x19,
                           Uuid = 0x1B, FunctionStarts = 0x26, DataInCode = 0x29, VersionMinMacos = 0x24,
                           SourceVersion = 0x2A, CodeSignature = 0x1D, BuildVersion = 0x32,
-                          LoadWeakDylib = 0x18 | Required, Rpath = 0x1C | Required,
-                          ReexportDylib = 0x1F | Required, DyldInfo = 0x22, DyldInfoOnly = 0x22 | Required,
-                          ExportsTrie = 0x33 | Required, ChainedFixups = 0x34 | Required;
+                          LoadWeakDylib = 0x18 | Required, Rpath = 0x1C | Required, DyldInfo = 0x22,
+                          DyldInfoOnly = 0x22 | Required, ExportsTrie = 0x33 | Required,
+                          ChainedFixups = 0x34 | Required;
 } // namespace command
 
 struct Command {
@@ -77,7 +77,7 @@ namespace bind {
 inline constexpr uint8_t Done = 0x00, SetOrdinal = 0x10, SetOrdinalLeb = 0x20, SetSpecialOrdinal = 0x30,
                          SetSymbol = 0x40, SetType = 0x50, SetAddend = 0x60, SetSegmentAndOffset = 0x70,
                          AddAddress = 0x80, Do = 0x90, DoAddAddress = 0xA0, DoAddAddressScaled = 0xB0,
-                         DoTimesSkipping = 0xC0, Threaded = 0xD0;
+                         DoTimesSkipping = 0xC0;
 inline constexpr uint8_t FlagWeakImport = 1;
 } // namespace bind
 
@@ -102,9 +102,7 @@ struct ChainedStartsInSegment {
 static_assert(sizeof(ChainedStartsInSegment) == 24, "the page starts begin 22 bytes in");
 inline constexpr uint64_t kPageStartsOffset = 22;
 
-// Flags in the export trie.
-inline constexpr uint64_t kExportKindMask = 3, kExportRegular = 0, kExportThreadLocal = 1,
-                          kExportAbsolute = 2, kExportWeak = 4, kExportReexport = 8,
-                          kExportStubAndResolver = 16;
+// Flags in the export trie: of what may be set here, all.
+inline constexpr uint64_t kExportRegular = 0, kExportWeak = 4;
 
 } // namespace macho::format

@@ -228,10 +228,9 @@ Bytes Image::ContentAt(uint64_t address, uint64_t size, std::string_view what) c
     return segment.content.Slice(address - segment.address, size, what);
 }
 
-std::string_view Image::StringAt(uint64_t address, std::string_view what) const
+bool Image::HasLibrary(int ordinal) const
 {
-    const Segment &segment = SegmentAt(address, 1, what);
-    return segment.content.CString(address - segment.address, what);
+    return ordinal >= kBindWeak && ordinal <= static_cast<int>(dylibs.size());
 }
 
 } // namespace macho

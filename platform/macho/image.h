@@ -77,8 +77,8 @@ struct Image {
     const Export *FindExport(std::string_view name) const;
     /// What the file has at an address; throws LoadError unless so many bytes lie in one segment's content.
     Bytes ContentAt(uint64_t address, uint64_t size, std::string_view what) const;
-    /// The NUL-terminated string there.
-    std::string_view StringAt(uint64_t address, std::string_view what) const;
+    /// Whether a bind may have this ordinal.
+    bool HasLibrary(int ordinal) const;
     /// The segment in whose memory these bytes lie; throws LoadError.
     const Segment &SegmentAt(uint64_t address, uint64_t size, std::string_view what) const;
 };

@@ -136,7 +136,7 @@ TEST_F(CenterClass, RefusesToAddNoObserverBeforeAnyConversion)
 {
     Host &host = Start();
     const Value center = DefaultCenter(host);
-    const Value bare = NewWithoutConstructor(host, "NSNotificationObserverQZL");
+    const Value bare = host.NewWithoutConstructor("NSNotificationObserverQZL");
     for (const Value &observer : {Value(), bare}) {
         host.ClearTrace();
         ExpectException(
@@ -184,7 +184,7 @@ TEST_F(CenterClass, MembersOfACenterWithoutHandleDoNothing)
     ObserverProgram program(host);
     const Value observer = program.NewObserver();
     host.Call(DefaultCenter(host), "addObserver", {observer, "Void"});
-    const Value center = NewWithoutConstructor(host, "NSNotificationCenterQZL");
+    const Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
     host.Call(center, "postNotificationName", {"Void"});
     host.Call(center, "postNotification", {host.New("NSNotificationQZL", {"Void"})});
     host.Call(center, "addObserver", {observer, "Void"});

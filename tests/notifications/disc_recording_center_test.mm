@@ -43,7 +43,7 @@ TEST_F(DiscRecordingCenterClass, MissingObserverIsCocoasToJudge)
     Family family(host);
     family.OfferExceptions();
     const Value center = host.New("DRNotificationCenterQZL");
-    const Value bare = NewWithoutConstructor(host, "NSNotificationObserverQZL");
+    const Value bare = host.NewWithoutConstructor("NSNotificationObserverQZL");
     for (const Value &observer : {Value(), bare}) {
         // GNUstep refuses nil.
         EXPECT_EQ(ExceptionClassOf([&] {

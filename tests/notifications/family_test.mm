@@ -66,7 +66,7 @@ protected:
         host().Fail("PluginNewInstance", false);
     }
 
-    Value NewInstance() { return NewWithoutConstructor(host(), GetParam().className); }
+    Value NewInstance() { return host().NewWithoutConstructor(GetParam().className); }
 
     /// A second Constructor would be refused: an instance for each call.
     std::vector<Value> NewInstances() { return {NewInstance(), NewInstance(), NewInstance(), NewInstance()}; }
@@ -130,7 +130,7 @@ TEST_F(FamilyTest, NoOtherMemberAsksTheFamily)
     std::vector<std::pair<MemberFunction, Value>> others;
     for (const MemberFunction &member : MemberFunctions(host))
         if (bridge.count(member.Key()) == 0)
-            others.emplace_back(member, NewWithoutConstructor(host, member.className.c_str()));
+            others.emplace_back(member, host.NewWithoutConstructor(member.className.c_str()));
     ASSERT_EQ(others.size() + bridge.size(), MemberFunctions(host).size());
     family().WithholdRegistry();
     family().OfferRegistry();
@@ -152,10 +152,10 @@ TEST_F(FamilyTest, PreparationThatRaisesIsAskedForAgain)
     family().Raise(FamilyMethod::Preparation);
     family().OfferPreparation();
     {
-        const Value first = NewWithoutConstructor(host, kNotification);
+        const Value first = host.NewWithoutConstructor(kNotification);
         EXPECT_EQ(family().Preparations(), 1);
         family().Raise(FamilyMethod::Preparation, false);
-        const Value second = NewWithoutConstructor(host, kNotification);
+        const Value second = host.NewWithoutConstructor(kNotification);
         EXPECT_EQ(family().Preparations(), 2);
     }
     EXPECT_EQ(family().Preparations(), 2);

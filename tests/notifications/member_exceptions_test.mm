@@ -154,13 +154,13 @@ private:
         case Self::None:
             return Value();
         case Self::Bare:
-            return NewWithoutConstructor(host(), row.className);
+            return host().NewWithoutConstructor(row.className);
         case Self::Constructed:
             return host().New(row.className);
         case Self::Raising:
             break;
         }
-        const Value self = NewWithoutConstructor(host(), row.className);
+        const Value self = host().NewWithoutConstructor(row.className);
         SetHandle(self, raising_.Get());
         return self;
     }
@@ -195,7 +195,7 @@ private:
         case Argument::Observer:
             return host().New(kObserver);
         case Argument::DeafObserver: {
-            const Value observer = NewWithoutConstructor(host(), kObserver);
+            const Value observer = host().NewWithoutConstructor(kObserver);
             SetHandle(observer, deaf_);
             return observer;
         }

@@ -102,7 +102,7 @@ TEST_F(NotificationClass, DescriptionIsCocoas)
 TEST_F(NotificationClass, InstanceWithoutHandleReadsEmptyWithoutError)
 {
     Host &host = Start();
-    const Value notification = NewWithoutConstructor(host, "NSNotificationQZL");
+    const Value notification = host.NewWithoutConstructor("NSNotificationQZL");
     for (const char *property : {"Name", "Description"}) {
         const Value text = host.Get(notification, property);
         EXPECT_EQ(text.StringPointer(), nullptr) << property;

@@ -254,7 +254,7 @@ TEST_F(ObserverBridge, FreeingAnObserverReleasesItsCocoaObject)
 TEST_F(ObserverBridge, InstanceWithoutConstructorHasNoHandleAndGoesQuietly)
 {
     Host &host = Start();
-    const Value observer = NewWithoutConstructor(host, "NSNotificationObserverQZL");
+    const Value observer = host.NewWithoutConstructor("NSNotificationObserverQZL");
     EXPECT_EQ(HandleOf<id>(host, observer), nil);
     EXPECT_EQ(host.Get(observer, "Handle").AsInteger(), 0);
 }

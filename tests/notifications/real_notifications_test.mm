@@ -198,7 +198,7 @@ TEST_F(RealNotification, WorkspaceTellsThatItLaunchesAnApplication)
                  @"{ NSExecutable = Greeter; ApplicationName = Greeter; }");
     NSString *const application = folder.Path(@"Greeter.app");
     NSNotificationCenter *const cocoa = [[NSWorkspace sharedWorkspace] notificationCenter];
-    const Value center = NewWithoutConstructor(host, "NSNotificationCenterQZL");
+    const Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
     // The instance gives the retain back at its end.
     host.Set(center, "Handle", reinterpret_cast<int64_t>([cocoa retain]));
     const Listener listener(host, NSWorkspaceWillLaunchApplicationNotification, center);

@@ -119,12 +119,6 @@ Value DefaultCenter(Host &host)
     return host.CallShared("NSNotificationCenterQZL", "defaultCenter");
 }
 
-Value NewWithoutConstructor(Host &host, const char *className)
-{
-    using NewInstance = qzlhost::Instance *(*)(const char *);
-    return Value::Adopt(reinterpret_cast<NewInstance>(host.Resolver()("PluginNewInstance"))(className));
-}
-
 void ExpectException(const std::function<void()> &member, const std::string &className,
                      const std::string &message)
 {

@@ -86,9 +86,6 @@ private:
 /// A new wrapper of the process's notification centre.
 qzlhost::Value DefaultCenter(qzlhost::Host &host);
 
-/// A new instance on which no "Constructor" has run.
-qzlhost::Value NewWithoutConstructor(qzlhost::Host &host, const char *className);
-
 /// What the handle in a wrapper's instance data refers to.
 template <typename Object>
 Object HandleOf(qzlhost::Host &host, const qzlhost::Value &instance)
