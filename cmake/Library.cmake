@@ -7,6 +7,7 @@ set(library_sources
   frame/errors.cpp
   frame/file_names.cpp
   frame/host_entry_points.cpp
+  frame/host_ref.cpp
   frame/host_strings.cpp
   frame/memory_blocks.cpp
   frame/plugin.cpp
@@ -18,7 +19,7 @@ set(library_sources
   notifications/NSNotificationQZL.mm
   notifications/members.mm
   bridge/to_host/array_to_host.mm
-  bridge/to_host/class_rows.mm
+  bridge/to_host/conversion_steps.mm
   bridge/to_host/core_foundation_wrappers.cpp
   bridge/to_host/date_to_host.mm
   bridge/to_host/dictionary_to_host.mm
@@ -27,6 +28,7 @@ set(library_sources
   bridge/to_host/number_to_host.mm
   bridge/to_host/object_to_variant.mm
   bridge/to_host/root_class_kind.mm
+  bridge/to_host/step_conversions.mm
   bridge/to_host/value_to_host.mm
   bridge/to_host/wrappers.mm
   bridge/to_cocoa/array_to_cocoa.mm

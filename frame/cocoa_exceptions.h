@@ -7,6 +7,16 @@
 /// that the host called in on.
 void RaiseNSExceptionQZL(NSException *exception);
 
+/// Runs Cocoa calls whose exceptions nobody wants: an `NSException` ends them. Exceptions of other kinds pass.
+template <typename Body>
+void DropCocoaExceptions(Body body)
+{
+    @try {
+        body();
+    } @catch (NSException *) {
+    }
+}
+
 /// Takes up what the family offers by now: the instance registry, and the preparation of its exception class.
 /// To be called at the start of whatever makes or destroys instances.
 void PrepareCocoaExceptionBridge();

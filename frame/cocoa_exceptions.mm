@@ -18,34 +18,25 @@ namespace {
 
 std::atomic<bool> ExceptionsInitialized{false};
 
-/// An exception that raises another while it is described must not let that one out.
-void LogException(NSException *exception)
+/// Raises the host exception that wraps the Cocoa exception, where the family makes one.
+void RaiseWrapped(NSException *exception)
 {
-    @try {
-        NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]);
-    } @catch (NSException *) {
-    }
-}
-
-/// Null where there is no wrapper, also when the family does not answer: its exception must not get out
-/// either.
-REALobject NewHostException(NSException *exception)
-{
-    @try {
-        return [NSException NewNSExceptionQZL:exception];
-    } @catch (NSException *) {
-        return nullptr;
-    }
+    HostRef<REALobject> wrapper([NSException NewNSExceptionQZL:exception]);
+    if (!wrapper)
+        return;
+    REALRaiseException(wrapper.Get());
+    wrapper.GiveBack();
 }
 
 } // namespace
 
 void RaiseNSExceptionQZL(NSException *exception)
 {
-    LogException(exception);
-    const HostRef<REALobject> wrapper(NewHostException(exception));
-    if (wrapper)
-        REALRaiseException(wrapper.Get());
+    // An exception that comes up while another is reported has nowhere to go.
+    DropCocoaExceptions([&] {
+        NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]);
+    });
+    DropCocoaExceptions([&] { RaiseWrapped(exception); });
 }
 
 void PrepareCocoaExceptionBridge()

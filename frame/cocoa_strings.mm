@@ -19,9 +19,8 @@ int64_t (*LoadLenB())(REALstring)
 }
 
 /// A string of the host string's bytes, with one retain for the caller; null without bytes or length.
-CFStringRef CreateFromBytes(REALstring string, uint32_t encoding)
+__attribute__((cf_returns_retained)) CFStringRef CreateFromLockedBytes(REALstring string, uint32_t encoding)
 {
-    const auto lock = HostRef<REALstring>::Locked(string);
     const char *const bytes = REALGetStringContents(string);
     const auto lenB = LoadLenB();
     if (bytes == nullptr || lenB == nullptr)
@@ -34,12 +33,20 @@ CFStringRef CreateFromBytes(REALstring string, uint32_t encoding)
                                    encoding, true);
 }
 
-CFStringRef CreateCFString(REALstring string)
+__attribute__((cf_returns_retained)) CFStringRef CreateFromBytes(REALstring string, uint32_t encoding)
+{
+    HostLock<REALstring> lock(string);
+    CFRef<CFStringRef> text(CreateFromLockedBytes(string, encoding));
+    lock.GiveBack();
+    return text.Release();
+}
+
+__attribute__((cf_returns_retained)) CFStringRef CreateCFString(REALstring string)
 {
     const uint32_t encoding = REALGetStringEncoding(string);
     if (encoding == kUnknownEncoding)
         return CreateFromBytes(string, kCFStringEncodingMacRoman);
-    if (rbversion_rbversion >= kFirstVersionWithCFStrings)
+    if (HostIsAtLeast(kFirstVersionWithCFStrings))
         if (const CFStringRef text = REALGetStringCFString(string, 0))
             return text;
     if (const CFStringRef text = REALCopyStringCFString(string, 0))

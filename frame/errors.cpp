@@ -7,6 +7,7 @@
 #include <new>
 #include <stdexcept>
 #include <typeinfo>
+#include <utility>
 
 #include "frame/heap_buffer.h"
 #include "frame/host_ref.h"
@@ -14,31 +15,47 @@
 
 namespace {
 
-/// Raises with a host string as the message, which may be null and is borrowed.
-void RaiseExceptionWithMessage(const char *className, REALstring message)
+/// An instance of the exception class of that name, or else a "RuntimeException"; null without either.
+REALobject NewException(const char *className)
 {
-    HostRef<REALobject> exception(REALnewInstance(className));
-    HostRef<REALobject> fallback(exception ? nullptr : REALnewInstance("RuntimeException"));
-    const REALobject raised = exception ? exception.Get() : fallback.Get();
-    if (raised == nullptr)
-        return;
-    REALSetPropValueString(raised, "Message", message);
-    REALSetPropValueInteger(raised, "ErrorNumber", 0);
-    REALRaiseException(raised);
+    const REALobject exception = REALnewInstance(className);
+    return exception != nullptr ? exception : REALnewInstance("RuntimeException");
 }
 
-/// Raises for a failure inside the string builder: were its guard at work here too, it would come back to us.
-void RaiseStandardException(const char *className, const char *message)
+/// Raises with a host string as the message, which may be null.
+void RaiseExceptionWithMessage(const char *className, HostRef<REALstring> &message)
 {
-    REALstring text = nullptr;
-    try {
-        text = BuildUnicodeStringUnguarded(message, static_cast<int64_t>(std::strlen(message)),
-                                           kCFStringEncodingASCII);
-    } catch (...) {
-        text = nullptr;
+    HostRef<REALobject> exception(NewException(className));
+    if (exception) {
+        REALSetPropValueString(exception.Get(), "Message", message.Get());
+        REALSetPropValueInteger(exception.Get(), "ErrorNumber", 0);
+        REALRaiseException(exception.Get());
+        exception.GiveBack();
     }
-    const HostRef<REALstring> owner(text);
-    RaiseExceptionWithMessage(className, text);
+    message.GiveBack();
+}
+
+/// A host string of ASCII, or null. Not by the guarded builder: a failure there is reported through here.
+REALstring BuildMessage(const char *text)
+{
+    try {
+        return text == nullptr ? nullptr
+                               : BuildUnicodeStringUnguarded(text, static_cast<int64_t>(std::strlen(text)),
+                                                             kCFStringEncodingASCII);
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+/// With the exception's own text. It is copied, as it ends with the handler; without memory there is none.
+StandardFailure FailureOf(const char *className, const std::exception &error)
+{
+    const size_t size = std::strlen(error.what()) + 1;
+    HeapBuffer copy = AllocateBuffer(size);
+    if (copy != nullptr)
+        std::memcpy(copy.get(), error.what(), size);
+    const char *const message = copy.get();
+    return {className, message, std::move(copy)};
 }
 
 constexpr size_t kBoundsMessageSize = 205;
@@ -47,11 +64,11 @@ constexpr size_t kBoundsMessageSize = 205;
 
 void RaiseException(const char *className, const char *message, uint32_t, int64_t)
 {
-    const HostRef<REALstring> text(
+    HostRef<REALstring> text(
         message == nullptr ? nullptr
                            : REALBuildUnicodeString(message, static_cast<int64_t>(std::strlen(message)),
                                                     kCFStringEncodingASCII));
-    RaiseExceptionWithMessage(className, text.Get());
+    RaiseExceptionWithMessage(className, text);
 }
 
 void RaiseOutOfBoundsException(int64_t value, int64_t count)
@@ -69,32 +86,38 @@ void RaiseOutOfBoundsException(int64_t value, int64_t count)
     RaiseException("OutOfBoundsException", text.get());
 }
 
-void RaiseCurrentStandardException()
+StandardFailure CurrentStandardFailure()
 {
     // First match wins. Overflow and underflow count as out of bounds, not as runtime errors.
     try {
         throw;
     } catch (const std::bad_alloc &) {
-        RaiseStandardException("OutOfMemoryException", "Failed to allocate memory.");
+        return {"OutOfMemoryException", "Failed to allocate memory.", nullptr};
     } catch (const std::range_error &error) {
-        RaiseStandardException("OutOfBoundsException", error.what());
+        return FailureOf("OutOfBoundsException", error);
     } catch (const std::out_of_range &error) {
-        RaiseStandardException("OutOfBoundsException", error.what());
+        return FailureOf("OutOfBoundsException", error);
     } catch (const std::overflow_error &error) {
-        RaiseStandardException("OutOfBoundsException", error.what());
+        return FailureOf("OutOfBoundsException", error);
     } catch (const std::underflow_error &error) {
-        RaiseStandardException("OutOfBoundsException", error.what());
+        return FailureOf("OutOfBoundsException", error);
     } catch (const std::logic_error &error) {
-        RaiseStandardException("RuntimeException", error.what());
+        return FailureOf("RuntimeException", error);
     } catch (const std::runtime_error &error) {
-        RaiseStandardException("RuntimeException", error.what());
+        return FailureOf("RuntimeException", error);
     } catch (const std::bad_cast &error) {
-        RaiseStandardException("IllegalCastException", error.what());
+        return FailureOf("IllegalCastException", error);
     } catch (const std::exception &error) {
-        RaiseStandardException("RuntimeException", error.what());
+        return FailureOf("RuntimeException", error);
     } catch (...) {
-        RaiseStandardException("RuntimeException", "Sorry, but there was an unnamed C++ Exception.");
+        return {"RuntimeException", "Sorry, but there was an unnamed C++ Exception.", nullptr};
     }
+}
+
+void RaiseStandardFailure(const StandardFailure &failure)
+{
+    HostRef<REALstring> text(BuildMessage(failure.message));
+    RaiseExceptionWithMessage(failure.className, text);
 }
 
 REALobjectStruct *DummyException(REALobjectStruct *)

@@ -32,24 +32,26 @@ inline void UnlockHostValue(REALtext text)
     REALUnlockText(text);
 }
 
-/// Holds one reference of an instance, string or text and gives it back at its end. May hold null.
+/// Gives one reference back and drops what the host throws meanwhile. For the way out of another exception.
+void UnlockHostValueQuietly(REALobject object) noexcept;
+void UnlockHostValueQuietly(REALstring string) noexcept;
+void UnlockHostValueQuietly(REALtext text) noexcept;
+
+/// Owns one reference of an instance, string or text. May hold null.
+///
+/// To give a reference back runs code of the host's, which may throw. So whoever ends well says `GiveBack`, and
+/// what the host throws gets out. The destructor is for the way out of an exception: it gives back what is still
+/// held, and drops what the host throws, for there is an exception on its way already.
 template <typename Handle>
 class HostRef {
 public:
     /// Takes over a reference that the caller owns.
     explicit HostRef(Handle owned) : handle_(owned) {}
 
-    /// Takes a reference of its own; where the host cannot lock, there is none to give back either.
-    static HostRef Locked(Handle borrowed)
-    {
-        const bool locked = borrowed != nullptr && LockHostValue(borrowed);
-        return HostRef(locked ? borrowed : nullptr);
-    }
-
     ~HostRef()
     {
         if (handle_ != nullptr)
-            UnlockHostValue(handle_);
+            UnlockHostValueQuietly(handle_);
     }
 
     HostRef(const HostRef &) = delete;
@@ -63,8 +65,32 @@ public:
     /// Hands the reference to the caller.
     Handle Release() { return std::exchange(handle_, nullptr); }
 
+    /// Gives the reference back, if there is one. Exceptions of the host's pass; the reference counts as given
+    /// back then, too.
+    void GiveBack()
+    {
+        if (const Handle handle = Release())
+            UnlockHostValue(handle);
+    }
+
 private:
     Handle handle_;
+};
+
+/// Keeps a borrowed instance, string or text locked. Where the host cannot lock there is nothing to unlock
+/// either. Ends as a `HostRef` does.
+template <typename Handle>
+class HostLock {
+public:
+    explicit HostLock(Handle borrowed)
+        : reference_(borrowed != nullptr && LockHostValue(borrowed) ? borrowed : nullptr)
+    {
+    }
+
+    void GiveBack() { reference_.GiveBack(); }
+
+private:
+    HostRef<Handle> reference_;
 };
 
 /// Holds one retain of a Core Foundation object and gives it back at its end. May hold null.
@@ -87,6 +113,9 @@ public:
 
     /// Borrowed.
     Reference Get() const { return reference_; }
+
+    /// Hands the retain to the caller.
+    Reference Release() { return std::exchange(reference_, nullptr); }
 
 private:
     Reference reference_;

@@ -24,10 +24,14 @@ bool IsASCII(const void *bytes, int64_t length)
     return std::all_of(first, first + length, [](unsigned char byte) { return byte < 0x80; });
 }
 
-/// The string in UTF-8. The host is asked for a null string, too.
-REALstring ConvertedToUTF8(const HostRef<REALstring> &string)
+/// The string in UTF-8, with one reference for the caller; takes over the reference of what it is made from. The
+/// host is asked for a null string, too.
+REALstring ConvertToUTF8(REALstring owned)
 {
-    return REALConvertString(string.Get(), kCFStringEncodingUTF8);
+    HostRef<REALstring> string(owned);
+    HostRef<REALstring> converted(REALConvertString(string.Get(), kCFStringEncodingUTF8));
+    string.GiveBack();
+    return converted.Release();
 }
 
 /// A new host string tagged with its encoding, or null.
@@ -90,12 +94,7 @@ REALstring BuildThroughBuffer(CFStringRef string, char *buffer, CFIndex capacity
 
 REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
 {
-    try {
-        return BuildUnicodeStringUnguarded(bytes, length, encoding);
-    } catch (...) {
-        RaiseCurrentStandardException();
-        return nullptr;
-    }
+    return GuardStandardExceptions([&] { return BuildUnicodeStringUnguarded(bytes, length, encoding); });
 }
 
 REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32_t encoding)
@@ -111,10 +110,10 @@ REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32
     case kCFStringEncodingUTF16:
         return REALBuildUnicodeStringUTF16(bytes, length);
     case kCFStringEncodingUTF32:
-        if (rbversion_rbversion < kFirstVersionWithUTF32)
+        if (!HostIsAtLeast(kFirstVersionWithUTF32))
             return BuildFromUTF32(bytes, length);
-        return ConvertedToUTF8(HostRef<REALstring>(REALBuildStringWithEncoding(
-            static_cast<const char *>(bytes), static_cast<int32_t>(length), kCFStringEncodingUTF32)));
+        return ConvertToUTF8(REALBuildStringWithEncoding(
+            static_cast<const char *>(bytes), static_cast<int32_t>(length), kCFStringEncodingUTF32));
     default:
         return BuildTaggedString(bytes, length, encoding);
     }
@@ -122,12 +121,12 @@ REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32
 
 REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length)
 {
-    if (rbversion_rbversion >= kFirstVersionWithUTF16)
-        return ConvertedToUTF8(HostRef<REALstring>(REALBuildStringWithEncoding(
-            static_cast<const char *>(units), static_cast<int32_t>(length), kCFStringEncodingUTF16)));
+    if (HostIsAtLeast(kFirstVersionWithUTF16))
+        return ConvertToUTF8(REALBuildStringWithEncoding(
+            static_cast<const char *>(units), static_cast<int32_t>(length), kCFStringEncodingUTF16));
 
-    const HostRef<REALstring> string(BuildTaggedString(units, length, kCFStringEncodingUTF16));
-    return string ? ConvertedToUTF8(string) : nullptr;
+    const REALstring string = BuildTaggedString(units, length, kCFStringEncodingUTF16);
+    return string != nullptr ? ConvertToUTF8(string) : nullptr;
 }
 
 REALstring CFString2RBString(CFStringRef string)

@@ -1,8 +1,10 @@
-// Functions that are looked up until they are found, and kept from then on.
+// What is looked up by name and kept, in variables with static storage. Any thread, without a lock: threads that
+// race repeat the look-up and store the same.
 #pragma once
 
-/// The function that `slot` keeps, or else what `find` answers, kept unless it is null. `slot` is a variable
-/// with static storage; threads that race store the same pointer.
+#include <atomic>
+
+/// The function that `slot` keeps, or else what `find` answers, kept unless it is null.
 template <typename Function, typename Find>
 Function *KeepFound(Function *&slot, Find find)
 {
@@ -13,3 +15,22 @@ Function *KeepFound(Function *&slot, Find find)
     }
     return function;
 }
+
+/// What the first look-up gave, null included.
+template <typename Pointer>
+class FirstFound {
+public:
+    template <typename Find>
+    Pointer Get(Find find)
+    {
+        if (!done_) {
+            pointer_ = reinterpret_cast<void *>(find());
+            done_ = true;
+        }
+        return reinterpret_cast<Pointer>(pointer_.load());
+    }
+
+private:
+    std::atomic<void *> pointer_{nullptr};
+    std::atomic<bool> done_{false};
+};

@@ -1,12 +1,14 @@
 // Makes host memory blocks and finds their bytes.
 #include "frame/memory_blocks.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <new>
 
 #include "frame/errors.h"
 #include "frame/host_ref.h"
+#include "frame/kept_function.h"
 
 namespace {
 
@@ -14,7 +16,7 @@ namespace {
 constexpr int64_t kFirstSizeForConstructor = 0x7FFFFFFF;
 
 using PointerFunction = void *(*)(REALmemoryBlock block);
-PointerFunction myMemoryBlockGetPtr;
+std::atomic<PointerFunction> myMemoryBlockGetPtr{nullptr};
 
 REALmemoryBlock AsMemoryBlock(REALobject instance)
 {
@@ -26,11 +28,14 @@ REALmemoryBlock AsMemoryBlock(REALobject instance)
 PointerFunction FindPointerFunction(REALmemoryBlock block)
 {
     constexpr int32_t kProbeSize = 4;
-    const HostRef<REALobject> probe(AsInstance(REALNewMemoryBlockOriginal(kProbeSize)));
+    HostRef<REALobject> probe(AsInstance(REALNewMemoryBlockOriginal(kProbeSize)));
     const REALobject asked = probe ? probe.Get() : AsInstance(block);
-    myMemoryBlockGetPtr =
+    const auto method =
         reinterpret_cast<PointerFunction>(REALLoadObjectMethod(asked, "Operator_Convert() As Ptr"));
-    return myMemoryBlockGetPtr != nullptr ? myMemoryBlockGetPtr : REALMemoryBlockGetPtr;
+    if (method != nullptr)
+        myMemoryBlockGetPtr = method;
+    probe.GiveBack();
+    return method != nullptr ? method : REALMemoryBlockGetPtr;
 }
 
 /// A block of the size with one reference for the caller, or null. What the host raises meanwhile it keeps to
@@ -40,8 +45,10 @@ REALmemoryBlock NewMemoryBlock(int64_t size)
     if (size < kFirstSizeForConstructor)
         return REALNewMemoryBlockOriginal(static_cast<int32_t>(size));
     MemoryBlockRequest request = {size, nullptr};
-    const HostRef<REALobject> report(REALCallFunctionWithExceptionHandler(REALNewMemoryBlockWork, &request));
-    return request.block;
+    HostRef<REALobject> report(REALCallFunctionWithExceptionHandler(REALNewMemoryBlockWork, &request));
+    HostRef<REALobject> block(AsInstance(request.block));
+    report.GiveBack();
+    return AsMemoryBlock(block.Release());
 }
 
 /// A block with a copy of the bytes, or null.
@@ -49,8 +56,10 @@ REALmemoryBlock CopyToMemoryBlock(const void *bytes, int64_t length)
 {
     HostRef<REALobject> block(AsInstance(NewMemoryBlock(length)));
     void *const target = block ? MyREALMemoryBlockGetPtr(AsMemoryBlock(block.Get())) : nullptr;
-    if (target == nullptr)
+    if (target == nullptr) {
+        block.GiveBack();
         return nullptr;
+    }
     std::memcpy(target, bytes, static_cast<size_t>(length));
     return AsMemoryBlock(block.Release());
 }
@@ -69,9 +78,8 @@ void *MyREALMemoryBlockGetPtr(REALmemoryBlock block)
 {
     if (block == nullptr)
         return nullptr;
-    const PointerFunction function =
-        myMemoryBlockGetPtr != nullptr ? myMemoryBlockGetPtr : FindPointerFunction(block);
-    return function(block);
+    const PointerFunction known = myMemoryBlockGetPtr;
+    return (known != nullptr ? known : FindPointerFunction(block))(block);
 }
 
 int64_t MemoryBlockSize(REALmemoryBlock block)
@@ -89,14 +97,15 @@ void REALNewMemoryBlockWork(void *argument)
     HostRef<REALobject> instance(REALnewInstance("MemoryBlock"));
     if (!instance)
         return;
-    // Found or not, it is what it was the first time.
-    static const auto constructor =
-        reinterpret_cast<Constructor>(REALLoadObjectMethod(instance.Get(), "Constructor(bytes as Integer)"));
-    if (constructor == nullptr)
-        return;
-    constructor(instance.Get(), request->size);
-    if (MemoryBlockSize(AsMemoryBlock(instance.Get())) >= request->size)
-        request->block = AsMemoryBlock(instance.Release());
+    static FirstFound<Constructor> kept;
+    const Constructor constructor =
+        kept.Get([&] { return REALLoadObjectMethod(instance.Get(), "Constructor(bytes as Integer)"); });
+    if (constructor != nullptr) {
+        constructor(instance.Get(), request->size);
+        if (MemoryBlockSize(AsMemoryBlock(instance.Get())) >= request->size)
+            request->block = AsMemoryBlock(instance.Release());
+    }
+    instance.GiveBack();
 }
 
 REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
@@ -106,9 +115,9 @@ REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
     try {
         if (const REALmemoryBlock block = CopyToMemoryBlock(bytes, length))
             return block;
-        RaiseOutOfMemory(length);
     } catch (const std::bad_alloc &) {
-        RaiseOutOfMemory(length);
+        // Reported as any other way in which there is no block.
     }
+    RaiseOutOfMemory(length);
     return nullptr;
 }

@@ -15,7 +15,7 @@ namespace {
 /// How many of the dead are remembered by name.
 constexpr size_t kRememberedDead = 100000;
 
-thread_local const char *currentFunction = "the program";
+thread_local const char *currentFunction = kProgram;
 
 std::string DescribeThing(Kind kind, const Counted *thing)
 {
@@ -122,6 +122,11 @@ std::vector<std::string> Mistakes::All() const
 const char *CurrentFunction()
 {
     return currentFunction;
+}
+
+bool InsideFunction()
+{
+    return currentFunction != kProgram;
 }
 
 FunctionScope::FunctionScope(const char *name) : outer_(currentFunction)

@@ -57,8 +57,13 @@ private:
     std::vector<std::string> all_;
 };
 
-/// The name of the host function that runs on this thread; "the program" outside of all.
+/// What runs while no host function does.
+inline constexpr char kProgram[] = "the program";
+
+/// The name of the host function that runs on this thread; `kProgram` outside of all.
 const char *CurrentFunction();
+/// Whether a host function runs on this thread.
+bool InsideFunction();
 
 /// Names the host function that runs while this lives.
 class FunctionScope {

@@ -37,7 +37,7 @@ private:
     }
 
     CocoaScope cocoa_;
-    FunctionScope function_{"the program"};
+    FunctionScope function_{kProgram};
     bool entered_ = Enter();
     ExceptionScope outer_;
 };
@@ -131,7 +131,7 @@ std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, Pro
     static const Type selfType{TypeKind::Object, NativeType::Pointer, "Object"};
     auto run = [declaration, body = std::move(body)](const NativeValue *native) {
         const CocoaScope cocoa;
-        const FunctionScope function("the program");
+        const FunctionScope function(kProgram);
         try {
             const Value self = FromNativeArgument(selfType, native[0]);
             std::vector<Value> arguments;

@@ -137,4 +137,14 @@ void TraceCall(const NativeFunction &function, std::string arguments)
     Runtime::Current()->trace.Add(function.name, std::move(arguments));
 }
 
+bool Intercepts()
+{
+    return Runtime::Current()->interceptor && !InsideFunction();
+}
+
+bool Intercept(const NativeFunction &function, CallMoment moment)
+{
+    return Runtime::Current()->interceptor(function.name, moment);
+}
+
 } // namespace qzlhost

@@ -79,6 +79,17 @@ struct TraceEntry {
     std::string arguments;
 };
 
+enum class CallMoment {
+    /// The arguments are good; the function has done nothing yet.
+    Begins,
+    /// A function without a result has done its work.
+    Ends,
+};
+
+/// Looks on at a call of a host function. At its beginning it answers whether the call goes on: one that does
+/// not does nothing and answers its empty result. What it throws is what the function throws.
+using Interceptor = std::function<bool(const char *function, CallMoment moment)>;
+
 /// One host in a process at a time. Functions are called on the main thread unless their comment says
 /// otherwise.
 class Host {
@@ -114,6 +125,9 @@ public:
     void Fail(std::string_view function, bool fails = true);
     /// The resolver gives this function instead of the host's own.
     void Replace(std::string_view function, void *replacement);
+    /// Looks on at all calls that come from outside the host, from now on; empty for none. Called while no other
+    /// thread uses the host; the interceptor runs on the calling thread.
+    void Intercept(Interceptor interceptor);
     /// A global method or a built-in class's method that REALLoadGlobalMethod or REALLoadObjectMethod does
     /// not find.
     void LackMethod(std::string_view declaration);

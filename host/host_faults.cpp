@@ -54,6 +54,11 @@ void Host::Replace(std::string_view function, void *replacement)
     implementation_->faults.Replace(KnownFunction(function).name, replacement);
 }
 
+void Host::Intercept(Interceptor interceptor)
+{
+    implementation_->interceptor = std::move(interceptor);
+}
+
 void Host::LackMethod(std::string_view declaration)
 {
     implementation_->faults.ReplaceMethod(declaration, nullptr);

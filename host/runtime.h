@@ -28,6 +28,7 @@ struct Runtime {
     Mistakes mistakes;
     Trace trace;
     Faults faults;
+    Interceptor interceptor;
     ClassRegistry classes;
     EventKeys eventKeys;
     std::vector<ClassRecord> records;

@@ -3,9 +3,11 @@
 
 #include <atomic>
 #include <string>
+#include <type_traits>
 
 #include "host/accounts.h"
 #include "host/arguments.h"
+#include "host/host.h"
 
 namespace qzlhost {
 
@@ -20,6 +22,11 @@ bool Traces();
 void TraceCall(const NativeFunction &function, std::string arguments);
 /// Whether a host lives that can serve the call.
 bool HasHost();
+
+/// Whether a test looks on at the calls that come from outside the host.
+bool Intercepts();
+/// What the test does to a call: answers whether the call goes on, and may throw.
+bool Intercept(const NativeFunction &function, CallMoment moment);
 
 template <class... A>
 std::string ShownList(const A &...arguments)
@@ -42,12 +49,21 @@ struct Thunk<Function, Alias> {
     {
         if (!HasHost())
             return R();
+        const bool intercepted = Intercepts();
         const FunctionScope scope(description.name);
         if (Traces())
             TraceCall(description, ShownList(arguments...));
         if (!(IsAcceptable(arguments) && ...) || description.fails)
             return R();
-        return Function(arguments...);
+        if (intercepted && !Intercept(description, CallMoment::Begins))
+            return R();
+        if constexpr (std::is_void_v<R>) {
+            Function(arguments...);
+            if (intercepted)
+                Intercept(description, CallMoment::Ends);
+        } else {
+            return Function(arguments...);
+        }
     }
 };
 

@@ -41,10 +41,12 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
 /// The centre of the run loop of the thread that it is called on.
 void Constructor(REALobject self)
 {
-    if (ConstructorCalledTooOften(self))
-        return;
-    PrepareCocoaExceptionBridge();
-    GuardCocoaCalls([&] { AdoptHandle(self, [[DRNotificationCenter currentRunLoopCenter] retain]); });
+    GuardCocoaCalls([&] {
+        if (ConstructorCalledTooOften(self))
+            return;
+        PrepareCocoaExceptionBridge();
+        AdoptHandle(self, [[DRNotificationCenter currentRunLoopCenter] retain]);
+    });
 }
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {

@@ -66,9 +66,9 @@ void setSuspended(REALobject self, bool value)
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject,
                  int64_t suspensionBehavior)
 {
-    if (ObserverIsMissing(observer))
-        return;
     GuardCocoaCalls([&] {
+        if (ObserverIsMissing(observer))
+            return;
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
         [Center(self) addObserver:arguments.observer
                          selector:@selector(GotNotification:)

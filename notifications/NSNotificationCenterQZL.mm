@@ -45,10 +45,11 @@ void postNotificationName3(REALobject self, REALstring name, REALobject theObjec
 /// A plain new centre is the process's default centre.
 void Constructor(REALobject self)
 {
-    PrepareCocoaExceptionBridge();
-    if (ConstructorCalledTooOften(self))
-        return;
-    GuardCocoaCalls([&] { AdoptHandle(self, [[NSNotificationCenter defaultCenter] retain]); });
+    GuardCocoaCalls([&] {
+        PrepareCocoaExceptionBridge();
+        if (!ConstructorCalledTooOften(self))
+            AdoptHandle(self, [[NSNotificationCenter defaultCenter] retain]);
+    });
 }
 
 void postNotification(REALobject self, REALobject notification)
@@ -71,9 +72,9 @@ void removeObserver2(REALobject self, REALobject observer, REALstring name, REAL
 
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
-    if (ObserverIsMissing(observer))
-        return;
     GuardCocoaCalls([&] {
+        if (ObserverIsMissing(observer))
+            return;
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
         [Center(self) addObserver:arguments.observer
                          selector:@selector(GotNotification:)

@@ -3,6 +3,7 @@
 
 #include <pthread.h>
 
+#include "frame/cocoa_exceptions.h"
 #include "notifications/NSNotificationObserverQZL.h"
 
 @implementation NSNotificationObserver
@@ -30,8 +31,8 @@
     @try {
         RaiseGotNotification(target, notification);
     } @catch (NSException *exception) {
-        // There is no host code to raise it in.
-        NSLog(@"%@", exception);
+        // There is no host code to raise it in. Its own description may raise: a poster on another thread waits.
+        DropCocoaExceptions([&] { NSLog(@"%@", exception); });
     }
 }
 

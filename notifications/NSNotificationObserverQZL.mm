@@ -20,10 +20,12 @@ namespace {
 
 void Constructor(REALobject self)
 {
-    if (ConstructorCalledTooOften(self))
-        return;
-    PrepareCocoaExceptionBridge();
-    GuardCocoaCalls([&] { AdoptHandle(self, [[NSNotificationObserver alloc] initWithTarget:self]); });
+    GuardCocoaCalls([&] {
+        if (ConstructorCalledTooOften(self))
+            return;
+        PrepareCocoaExceptionBridge();
+        AdoptHandle(self, [[NSNotificationObserver alloc] initWithTarget:self]);
+    });
 }
 
 /// Withdraws the observer from these four centres and no others.
@@ -87,6 +89,7 @@ void RaiseGotNotification(REALobject observer, NSNotification *notification)
     const auto handler = reinterpret_cast<Handler>(REALGetEventInstance(observer, GotNotificationKey()));
     if (handler == nullptr)
         return;
-    const HostRef<REALobject> wrapper(NewNSNotificationQZL(notification));
+    HostRef<REALobject> wrapper(NewNSNotificationQZL(notification));
     handler(observer, wrapper.Get());
+    wrapper.GiveBack();
 }

@@ -63,22 +63,25 @@ void Print(REALobject self)
 
 void ConstructorWithHandle(REALobject self, int64_t handle)
 {
-    PrepareCocoaExceptionBridge();
-    if (ConstructorCalledTooOften(self))
-        return;
-    if (handle == 0) {
-        RaiseException("NilObjectException", "Handle is zero");
-        return;
-    }
-    GuardCocoaCalls([&] { AdoptHandle(self, [reinterpret_cast<id>(handle) retain]); });
+    GuardCocoaCalls([&] {
+        PrepareCocoaExceptionBridge();
+        if (ConstructorCalledTooOften(self))
+            return;
+        if (handle == 0) {
+            RaiseException("NilObjectException", "Handle is zero");
+            return;
+        }
+        AdoptHandle(self, [reinterpret_cast<id>(handle) retain]);
+    });
 }
 
 void Constructor(REALobject self, REALstring name, REALobject theObject, REALdictionary userInfo)
 {
-    PrepareCocoaExceptionBridge();
-    if (ConstructorCalledTooOften(self))
-        return;
-    GuardCocoaCalls([&] { AdoptHandle(self, [MakeNotification(name, theObject, userInfo) retain]); });
+    GuardCocoaCalls([&] {
+        PrepareCocoaExceptionBridge();
+        if (!ConstructorCalledTooOften(self))
+            AdoptHandle(self, [MakeNotification(name, theObject, userInfo) retain]);
+    });
 }
 
 REALobject notificationWithName(REALstring name, REALobject theObject, REALdictionary userInfo)

@@ -18,6 +18,7 @@ class Held {
 public:
     explicit Held(Element element) : element_(element) {}
     Element Get() const { return element_; }
+    void GiveBack() {}
 
 private:
     Element element_;
@@ -33,7 +34,7 @@ public:
 template <typename Element>
 struct ElementType {
     Element (*read)(REALarray array, int64_t index);
-    id (*convert)(Element element);
+    id (*convert)(Element element, const EnclosingContainers *enclosing);
 };
 
 template <typename Element>
@@ -47,14 +48,18 @@ Element ReadElement(const ElementType<Element> &type, REALarray array, int64_t i
 }
 
 template <typename Element>
-id ConvertArray(REALobject instance, const ElementType<Element> &type)
+id ConvertArray(REALobject instance, const ElementType<Element> &type, const EnclosingContainers *enclosing)
 {
+    if (Encloses(enclosing, instance))
+        return nil;
+    const EnclosingContainers here = {instance, enclosing};
     const auto array = reinterpret_cast<REALarray>(instance);
     NSMutableArray *const result = [NSMutableArray array];
     const int64_t bound = REALGetArrayUBound(array);
     for (int64_t index = 0; index <= bound; ++index) {
-        const Held<Element> element(ReadElement(type, array, index));
-        [result addObject:type.convert(element.Get())];
+        Held<Element> element(ReadElement(type, array, index));
+        [result addObject:type.convert(element.Get(), &here)];
+        element.GiveBack();
     }
     return result;
 }
@@ -67,14 +72,17 @@ NSString *EmptyForNil(NSString *string)
 /// The text of a host text through a variant of it, with one retain for the caller; null where there is none.
 __attribute__((cf_returns_retained)) CFStringRef CopyTextThroughVariant(REALtext text)
 {
-    const HostRef<REALobject> variant(REALNewVariantText(text));
+    HostRef<REALobject> variant(REALNewVariantText(text));
     if (!variant)
         return nullptr;
-    const HostRef<REALstring> string(GetVariantString(variant.Get()));
-    return REALGetStringCFString(string.Get(), 0);
+    HostRef<REALstring> string(GetVariantString(variant.Get()));
+    CFRef<CFStringRef> result(REALGetStringCFString(string.Get(), 0));
+    string.GiveBack();
+    variant.GiveBack();
+    return result.Release();
 }
 
-id ConvertText(REALtext text)
+id ConvertText(REALtext text, const EnclosingContainers *)
 {
     CFStringRef string = REALCopyTextCFString(text);
     if (string == nullptr)
@@ -83,65 +91,65 @@ id ConvertText(REALtext text)
 }
 
 constexpr ElementType<int64_t> kIntegers = {
-    REALGetArrayValueInteger, [](int64_t element) -> id { return [NSNumber numberWithLong:element]; }};
+    REALGetArrayValueInteger, [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLong:element]; }};
 constexpr ElementType<int64_t> kInt64s = {
-    REALGetArrayValueInt64, [](int64_t element) -> id { return [NSNumber numberWithLongLong:element]; }};
+    REALGetArrayValueInt64, [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLongLong:element]; }};
 constexpr ElementType<float> kSingles = {
-    REALGetArrayValueSingle, [](float element) -> id { return [NSNumber numberWithFloat:element]; }};
+    REALGetArrayValueSingle, [](float element, const EnclosingContainers *) -> id { return [NSNumber numberWithFloat:element]; }};
 constexpr ElementType<double> kDoubles = {
-    REALGetArrayValueDouble, [](double element) -> id { return [NSNumber numberWithDouble:element]; }};
+    REALGetArrayValueDouble, [](double element, const EnclosingContainers *) -> id { return [NSNumber numberWithDouble:element]; }};
 constexpr ElementType<bool> kBooleans = {
-    REALGetArrayValueBoolean, [](bool element) -> id { return [NSNumber numberWithBool:element]; }};
+    REALGetArrayValueBoolean, [](bool element, const EnclosingContainers *) -> id { return [NSNumber numberWithBool:element]; }};
 constexpr ElementType<REALobject> kDates = {REALGetArrayValueObject,
-                                            [](REALobject element) -> id { return NewNSDate(element); }};
+                                            [](REALobject element, const EnclosingContainers *) -> id { return NewNSDate(element); }};
 constexpr ElementType<REALstring> kStrings = {
-    REALGetArrayValueString, [](REALstring element) -> id { return EmptyForNil(NewNSString(element)); }};
+    REALGetArrayValueString, [](REALstring element, const EnclosingContainers *) -> id { return EmptyForNil(NewNSString(element)); }};
 constexpr ElementType<REALobject> kObjects = {REALGetArrayValueObject, GetVariantAsNSObject};
 constexpr ElementType<REALtext> kTexts = {REALGetArrayValueText, ConvertText};
 
 } // namespace
 
-id ConvertIntegerArray(REALobject array)
+id ConvertIntegerArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kIntegers);
+    return ConvertArray(array, kIntegers, enclosing);
 }
 
-id ConvertInt64Array(REALobject array)
+id ConvertInt64Array(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kInt64s);
+    return ConvertArray(array, kInt64s, enclosing);
 }
 
-id ConvertSingleArray(REALobject array)
+id ConvertSingleArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kSingles);
+    return ConvertArray(array, kSingles, enclosing);
 }
 
-id ConvertDoubleArray(REALobject array)
+id ConvertDoubleArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kDoubles);
+    return ConvertArray(array, kDoubles, enclosing);
 }
 
-id ConvertBooleanArray(REALobject array)
+id ConvertBooleanArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kBooleans);
+    return ConvertArray(array, kBooleans, enclosing);
 }
 
-id ConvertDateArray(REALobject array)
+id ConvertDateArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kDates);
+    return ConvertArray(array, kDates, enclosing);
 }
 
-id ConvertStringArray(REALobject array)
+id ConvertStringArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kStrings);
+    return ConvertArray(array, kStrings, enclosing);
 }
 
-id ConvertObjectArray(REALobject array)
+id ConvertObjectArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kObjects);
+    return ConvertArray(array, kObjects, enclosing);
 }
 
-id ConvertTextArray(REALobject array)
+id ConvertTextArray(REALobject array, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kTexts);
+    return ConvertArray(array, kTexts, enclosing);
 }

@@ -1,11 +1,12 @@
 // Host Dictionaries become Cocoa dictionaries.
 #pragma once
 
+#include "bridge/enclosing_containers.h"
 #include "frame/host_types.h"
 
 @class NSDictionary;
 
-/// An autoreleased Cocoa dictionary with every entry of the host Dictionary; nil for null, immutable where
-/// there are no entries. What has no Cocoa counterpart becomes `NSNull`. The Dictionary is borrowed. Called
+/// An autoreleased Cocoa dictionary with every entry of the host Dictionary; nil for null and for one that
+/// encloses itself, immutable where there are no entries. What has no Cocoa counterpart becomes `NSNull`. The Dictionary is borrowed. Called
 /// on the thread on which the host called in, on one thread at a time. Cocoa exceptions pass.
-NSDictionary *NewNSDictionary(REALdictionary dictionary);
+NSDictionary *NewNSDictionary(REALdictionary dictionary, const EnclosingContainers *enclosing = nullptr);

@@ -9,18 +9,19 @@
 
 namespace {
 
-id ObjectOrNull(REALobject variant)
+id ObjectOrNull(REALobject variant, const EnclosingContainers *enclosing)
 {
-    const id object = GetVariantAsNSObject(variant);
+    const id object = GetVariantAsNSObject(variant, enclosing);
     return object != nil ? object : [NSNull null];
 }
 
 } // namespace
 
-NSDictionary *NewNSDictionary(REALdictionary dictionary)
+NSDictionary *NewNSDictionary(REALdictionary dictionary, const EnclosingContainers *enclosing)
 {
-    if (dictionary == nullptr)
+    if (dictionary == nullptr || Encloses(enclosing, dictionary))
         return nil;
+    const EnclosingContainers here = {dictionary, enclosing};
     const REALobject source = AsInstance(dictionary);
     int64_t count = 0;
     REALGetPropValueInteger(source, "Count", &count);
@@ -36,15 +37,17 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary)
         // Before each use: converting a nested Dictionary takes the methods over.
         gDictionaryMethods.Use(source);
         const auto keyOf = gDictionaryMethods.LastDictionaryKeyGetter.load();
-        const HostRef<REALobject> key(keyOf == nullptr ? nullptr : keyOf(source, index));
+        HostRef<REALobject> key(keyOf == nullptr ? nullptr : keyOf(source, index));
         gDictionaryMethods.Use(source);
         const auto valueOf = gDictionaryMethods.LastDictionaryGetter.load();
-        const HostRef<REALobject> value(valueOf == nullptr ? nullptr : valueOf(source, key.Get()));
-        if (!key)
-            continue;
-        const id cocoaKey = ObjectOrNull(key.Get());
-        const id cocoaValue = ObjectOrNull(value.Get());
-        [result setObject:cocoaValue forKey:cocoaKey];
+        HostRef<REALobject> value(valueOf == nullptr ? nullptr : valueOf(source, key.Get()));
+        if (key) {
+            const id cocoaKey = ObjectOrNull(key.Get(), &here);
+            const id cocoaValue = ObjectOrNull(value.Get(), &here);
+            [result setObject:cocoaValue forKey:cocoaKey];
+        }
+        key.GiveBack();
+        value.GiveBack();
     }
     return result;
 }

@@ -33,13 +33,15 @@ namespace {
 /// A copy of the block's bytes; nil without any.
 NSData *DataOfMemoryBlock(REALobject object)
 {
-    const auto lock = HostRef<REALobject>::Locked(object);
+    HostLock<REALobject> lock(object);
     const auto block = reinterpret_cast<REALmemoryBlock>(object);
     const int64_t size = MemoryBlockSize(block);
     const void *const bytes = MyREALMemoryBlockGetPtr(block);
-    if (bytes == nullptr || size <= 0)
-        return nil;
-    return [NSData dataWithBytes:bytes length:static_cast<NSUInteger>(size)];
+    NSData *const data = bytes == nullptr || size <= 0
+                             ? nil
+                             : [NSData dataWithBytes:bytes length:static_cast<NSUInteger>(size)];
+    lock.GiveBack();
+    return data;
 }
 
 struct ValueClass {
@@ -86,18 +88,18 @@ id WrapInFamilyObject(REALobject object)
 
 } // namespace
 
-id GetObjectAsNSObject(REALobject object)
+id GetObjectAsNSObject(REALobject object, const EnclosingContainers *enclosing)
 {
     if (object != nullptr && IsOfHostClass(object, "MemoryBlock"))
         return DataOfMemoryBlock(object);
     if (IsFolderItem(object))
-        return NewFolderItemURL(object);
+        return object != nullptr ? NewFolderItemURL(object) : nil;
     if (object != nullptr && IsOfHostClass(object, "Dictionary"))
-        return NewNSDictionary(reinterpret_cast<REALdictionary>(object));
+        return NewNSDictionary(reinterpret_cast<REALdictionary>(object), enclosing);
     if (IsOfRememberedWrapperClass(object) || IsOfAny(object, kDelegateWrapperClasses))
         return WrapperHandle(object);
     if (const ValueClass *const valueClass = FindValueClass(object))
-        return valueClass->convert(object);
+        return object != nullptr ? valueClass->convert(object) : nil;
     if (IsOfAny(object, kOtherWrapperClasses))
         return WrapperHandle(object);
     return WrapInFamilyObject(object);

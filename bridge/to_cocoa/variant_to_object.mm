@@ -25,52 +25,55 @@ int64_t GetVariantType(REALobject variant)
     return type;
 }
 
-id ConvertLong(REALobject variant)
+id ConvertLong(REALobject variant, const EnclosingContainers *)
 {
     return [NSNumber numberWithLong:GetVariantInt64(variant)];
 }
 
-id ConvertLongLong(REALobject variant)
+id ConvertLongLong(REALobject variant, const EnclosingContainers *)
 {
     return [NSNumber numberWithLongLong:GetVariantInt64(variant)];
 }
 
-id ConvertSingle(REALobject variant)
+id ConvertSingle(REALobject variant, const EnclosingContainers *)
 {
     return [NSNumber numberWithFloat:GetVariantSingle(variant)];
 }
 
-id ConvertDouble(REALobject variant)
+id ConvertDouble(REALobject variant, const EnclosingContainers *)
 {
     return [NSNumber numberWithDouble:GetVariantDouble(variant)];
 }
 
 /// Only the low byte counts.
-id ConvertBoolean(REALobject variant)
+id ConvertBoolean(REALobject variant, const EnclosingContainers *)
 {
     return [NSNumber numberWithBool:static_cast<BOOL>(GetVariantInt64(variant))];
 }
 
-id ConvertDate(REALobject variant)
+id ConvertDate(REALobject variant, const EnclosingContainers *)
 {
     REALobject date = nullptr;
     if (!REALGetPropValueObject(variant, "DateValue", &date))
         return nil;
-    const HostRef<REALobject> owner(date);
-    return NewNSDate(date);
+    HostRef<REALobject> owner(date);
+    const id result = NewNSDate(date);
+    owner.GiveBack();
+    return result;
 }
 
 /// Never nil: the empty string stands in for what gives none.
-id ConvertString(REALobject variant)
+id ConvertString(REALobject variant, const EnclosingContainers *)
 {
-    const HostRef<REALstring> string(GetVariantString(variant));
+    HostRef<REALstring> string(GetVariantString(variant));
     NSString *const text = NewNSString(string.Get());
+    string.GiveBack();
     return text != nil ? text : @"";
 }
 
 constexpr struct {
     int64_t code;
-    id (*convert)(REALobject variant);
+    id (*convert)(REALobject variant, const EnclosingContainers *enclosing);
 } kConversions[] = {
     {2, ConvertLong},
     {3, ConvertLongLong},
@@ -102,13 +105,13 @@ constexpr struct {
 
 } // namespace
 
-id GetVariantAsNSObject(REALobject variant)
+id GetVariantAsNSObject(REALobject variant, const EnclosingContainers *enclosing)
 {
     if (variant == nullptr)
         return nil;
     const int64_t code = GetVariantType(variant);
     for (const auto &conversion : kConversions)
         if (conversion.code == code)
-            return conversion.convert(variant);
+            return conversion.convert(variant, enclosing);
     return nil;
 }

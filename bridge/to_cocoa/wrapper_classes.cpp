@@ -2,7 +2,7 @@
 #include "bridge/to_cocoa/wrapper_classes.h"
 
 #include <algorithm>
-#include <array>
+#include <atomic>
 #include <iterator>
 
 #include "frame/host_entry_points.h"
@@ -120,14 +120,18 @@ constexpr const char *kRememberedClasses[] = {
     "NSExpressionQZL",
 };
 
-using ClassRefs = std::array<REALclassRef, std::size(kRememberedClasses)>;
+/// What was looked up, null included, once `gLookedUp`.
+std::atomic<REALclassRef> gClassRefs[std::size(kRememberedClasses)];
+std::atomic<bool> gLookedUp{false};
 
-ClassRefs LookUpRememberedClasses()
+/// Looks all classes up the first time. Should the host come back in meanwhile, it does so there as well.
+void LookUpRememberedClasses()
 {
-    ClassRefs classes;
-    std::transform(std::begin(kRememberedClasses), std::end(kRememberedClasses), classes.begin(),
+    if (gLookedUp)
+        return;
+    std::transform(std::begin(kRememberedClasses), std::end(kRememberedClasses), std::begin(gClassRefs),
                    REALGetClassRef);
-    return classes;
+    gLookedUp = true;
 }
 
 bool IsInstance(REALobject object, REALclassRef classRef)
@@ -139,9 +143,9 @@ bool IsInstance(REALobject object, REALclassRef classRef)
 
 bool IsOfRememberedWrapperClass(REALobject object)
 {
-    static const ClassRefs classes = LookUpRememberedClasses();
-    return std::any_of(classes.begin(), classes.end(),
-                       [object](REALclassRef classRef) { return IsInstance(object, classRef); });
+    LookUpRememberedClasses();
+    return std::any_of(std::begin(gClassRefs), std::end(gClassRefs),
+                       [object](const auto &classRef) { return IsInstance(object, classRef); });
 }
 
 bool IsOfHostClass(REALobject object, const char *className)

@@ -6,8 +6,11 @@
 #include "bridge/to_host/object_to_variant.h"
 #include "frame/host_ref.h"
 
-REALobject NewHostArray(NSArray *array)
+REALobject NewHostArray(NSArray *array, const void *container, const EnclosingContainers *enclosing)
 {
+    if (Encloses(enclosing, container))
+        return nullptr;
+    const EnclosingContainers here = {container, enclosing};
     constexpr int64_t kObjectElements = 4;
     constexpr int64_t kEmpty = -1;
     HostRef<REALobject> result(AsInstance(REALCreateArray(kObjectElements, kEmpty)));
@@ -17,9 +20,13 @@ REALobject NewHostArray(NSArray *array)
     NSEnumerator *const elements = [array objectEnumerator];
     int64_t index = 0;
     while (const id element = [elements nextObject]) {
-        const HostRef<REALobject> variant(NewVariantFromNSObject(element));
-        if (!REALInsertArrayValueObject(hostArray, index++, variant.Get()))
+        HostRef<REALobject> variant(NewVariantFromNSObject(element, &here));
+        const bool inserted = REALInsertArrayValueObject(hostArray, index++, variant.Get());
+        variant.GiveBack();
+        if (!inserted) {
+            result.GiveBack();
             return nullptr;
+        }
     }
     return result.Release();
 }

@@ -4,7 +4,7 @@
 #include <ApplicationServices/ApplicationServices.h>
 
 #include "bridge/to_host/instance_data.h"
-#include "frame/host_entry_points.h"
+#include "frame/host_ref.h"
 
 namespace {
 
@@ -48,18 +48,18 @@ constexpr TypeRow kTypes[] = {
 
 REALobject NewCFWrapper(CFTypeRef object, const char *hostClassName)
 {
-    REALobject instance = REALnewInstance(hostClassName);
-    if (instance == nullptr)
-        instance = REALnewInstance(kAnyTypeClassName);
-    if (instance == nullptr)
+    const REALobject named = REALnewInstance(hostClassName);
+    HostRef<REALobject> instance(named != nullptr ? named : REALnewInstance(kAnyTypeClassName));
+    if (!instance)
         return nullptr;
-    CFWrapperData *const data = InstanceData<CFWrapperData>(instance);
-    // An instance without the signature is left to the host.
-    if (data->signature != kCFWrapperSignature)
+    CFWrapperData *const data = InstanceData<CFWrapperData>(instance.Get());
+    if (data->signature != kCFWrapperSignature) {
+        instance.Release(); // left to the host
         return nullptr;
+    }
     data->signature = kCFWrapperSignature;
     data->handle = CFRetain(object);
-    return instance;
+    return instance.Release();
 }
 
 const char *CFWrapperClassName(CFTypeRef object)

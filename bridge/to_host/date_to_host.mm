@@ -3,7 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "frame/host_entry_points.h"
+#include "frame/host_ref.h"
 
 REALobject NewHostDate(NSDate *date)
 {
@@ -20,24 +20,24 @@ REALobject NewHostDate(NSDate *date)
     const int64_t minute = [calendarDate minuteOfHour];
     const int64_t hour = [calendarDate hourOfDay];
 
-    const REALobject result = REALnewInstance("Date");
-    if (result == nullptr)
+    HostRef<REALobject> result(REALnewInstance("Date"));
+    if (!result)
         return nullptr;
     using Constructor = void (*)(REALobject self, int64_t year, int64_t month, int64_t day, int64_t hour,
                                  int64_t minute, int64_t second);
     const auto constructor = reinterpret_cast<Constructor>(REALLoadObjectMethod(
-        result,
+        result.Get(),
         "Year as Integer, Month as Integer = 1, Day as Integer = 1, hour as Integer = 0, minute as Integer = "
         "0, second as Integer = 0"));
     if (constructor != nullptr) {
-        constructor(result, year, month, day, hour, minute, second);
-        return result;
+        constructor(result.Get(), year, month, day, hour, minute, second);
+        return result.Release();
     }
-    REALSetPropValueInteger(result, "Year", year);
-    REALSetPropValueInteger(result, "Month", month);
-    REALSetPropValueInteger(result, "Day", day);
-    REALSetPropValueInteger(result, "Hour", hour);
-    REALSetPropValueInteger(result, "Minute", minute);
-    REALSetPropValueInteger(result, "Second", second);
-    return result;
+    REALSetPropValueInteger(result.Get(), "Year", year);
+    REALSetPropValueInteger(result.Get(), "Month", month);
+    REALSetPropValueInteger(result.Get(), "Day", day);
+    REALSetPropValueInteger(result.Get(), "Hour", hour);
+    REALSetPropValueInteger(result.Get(), "Minute", minute);
+    REALSetPropValueInteger(result.Get(), "Second", second);
+    return result.Release();
 }

@@ -7,26 +7,31 @@
 #include "bridge/to_host/object_to_variant.h"
 #include "frame/host_ref.h"
 
-REALdictionary NSDictionaryRB(NSDictionary *dictionary)
+REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainers *enclosing)
 {
-    if (dictionary == nil)
+    if (dictionary == nil || Encloses(enclosing, dictionary))
         return nullptr;
+    const EnclosingContainers here = {dictionary, enclosing};
     HostRef<REALobject> result(REALnewInstance("Dictionary"));
     if (!result)
         return nullptr;
 
-    const DictionaryMethodsEnd end;
     NSArray *const keys = [dictionary allKeys];
+    if (keys == nil)
+        return reinterpret_cast<REALdictionary>(result.Release());
+    const DictionaryMethodsEnd end;
     const NSUInteger count = [keys count];
     for (NSUInteger index = 0; index < count; ++index) {
         const id key = [keys objectAtIndex:index];
         const id value = [dictionary objectForKey:key];
-        const HostRef<REALobject> keyVariant(NewVariantFromNSObject(key));
-        const HostRef<REALobject> valueVariant(NewVariantFromNSObject(value));
+        HostRef<REALobject> keyVariant(NewVariantFromNSObject(key, &here));
+        HostRef<REALobject> valueVariant(NewVariantFromNSObject(value, &here));
         // Only now: a value that is a dictionary has taken the methods over.
         gDictionaryMethods.Use(result.Get());
         if (const auto setValue = gDictionaryMethods.LastDictionarySetter.load())
             setValue(result.Get(), keyVariant.Get(), valueVariant.Get());
+        keyVariant.GiveBack();
+        valueVariant.GiveBack();
     }
     return reinterpret_cast<REALdictionary>(result.Release());
 }

@@ -5,6 +5,7 @@
 #import <Foundation/Foundation.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 
 #include "frame/file_names.h"
@@ -14,8 +15,8 @@
 namespace {
 
 using TrueFolderItemFunction = REALobject (*)(REALstring path, int64_t pathMode);
-TrueFolderItemFunction GetTrueFolderItem;
-bool doneGetTrueFolderItem = false;
+std::atomic<TrueFolderItemFunction> GetTrueFolderItem{nullptr};
+std::atomic<bool> doneGetTrueFolderItem{false};
 
 constexpr UInt32 kVolumeRootNodeID = 2;
 constexpr size_t kLongestPath = 4096;
@@ -51,9 +52,11 @@ REALobject NewFolderItemByPath(const FSRef &item)
     if (FSRefMakePath(&item, path, sizeof path) != noErr)
         return nullptr;
     const auto length = static_cast<int64_t>(std::strlen(reinterpret_cast<const char *>(path)));
-    const HostRef<REALstring> string(REALBuildUnicodeString(path, length, kCFStringEncodingUTF8));
+    HostRef<REALstring> string(REALBuildUnicodeString(path, length, kCFStringEncodingUTF8));
     const TrueFolderItemFunction function = FindGetTrueFolderItem();
-    return function == nullptr ? nullptr : function(string.Get(), kPathMode);
+    HostRef<REALobject> folderItem(function == nullptr ? nullptr : function(string.Get(), kPathMode));
+    string.GiveBack();
+    return folderItem.Release();
 }
 
 REALobject NewFolderItemOfExistingItem(const FSRef &item)

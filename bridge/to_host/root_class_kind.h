@@ -1,9 +1,9 @@
-// Which objects leave it to the root class to say of which classes they are.
+// Tells classes whose objects answer for themselves of which classes they are from those that leave it to the root
+// class.
 #pragma once
 
 #include <objc/objc.h>
 
-/// Whether `isKindOfClass:` sent to the object is answered by NSObject's own method, which goes by the
-/// object's class chain: neither that method nor the one that it asks for the object's class is another.
-/// Sends the object nothing; the object has been sent a message before. Any thread.
-bool LeavesItsKindToTheRootClass(id object);
+/// Whether objects of the class answer `isKindOfClass:` and `class` by NSObject's own methods, now. Sends them no
+/// message. Any thread.
+bool LeavesItsKindToTheRootClass(Class type);

@@ -1,5 +1,4 @@
-// Tells objects that answer for themselves of which classes they are from those that leave it to the root
-// class.
+// Tells classes whose objects answer for themselves of which classes they are.
 #include "bridge/to_host/root_class_kind.h"
 
 #import <Foundation/Foundation.h>
@@ -14,25 +13,26 @@ IMP RootMethod(IMP &slot, SEL selector)
     return KeepFound(slot, [&] { return [NSObject instanceMethodForSelector:selector]; });
 }
 
-/// The object's method now, found as NSObject finds it, whatever the object would answer.
-IMP MethodOf(id object, SEL selector)
+/// The method of the class's objects now, found as NSObject finds it, whatever the class would answer.
+IMP MethodOf(Class type, SEL selector)
 {
     static IMP kept = nullptr;
-    const SEL find = @selector(methodForSelector:);
-    return reinterpret_cast<IMP (*)(id, SEL, SEL)>(RootMethod(kept, find))(object, find, selector);
+    const SEL find = @selector(instanceMethodForSelector:);
+    const IMP method = KeepFound(kept, [&] { return [NSObject methodForSelector:find]; });
+    return reinterpret_cast<IMP (*)(Class, SEL, SEL)>(method)(type, find, selector);
 }
 
-bool HasRootMethod(id object, IMP &slot, SEL selector)
+bool HasRootMethod(Class type, IMP &slot, SEL selector)
 {
-    return MethodOf(object, selector) == RootMethod(slot, selector);
+    return MethodOf(type, selector) == RootMethod(slot, selector);
 }
 
 } // namespace
 
-bool LeavesItsKindToTheRootClass(id object)
+bool LeavesItsKindToTheRootClass(Class type)
 {
     static IMP isKindOfClass = nullptr;
     static IMP ownClass = nullptr;
-    return HasRootMethod(object, isKindOfClass, @selector(isKindOfClass:)) &&
-           HasRootMethod(object, ownClass, @selector(class));
+    return HasRootMethod(type, isKindOfClass, @selector(isKindOfClass:)) &&
+           HasRootMethod(type, ownClass, @selector(class));
 }

@@ -17,6 +17,7 @@ static_assert(sizeof(WrapperData) == 8);
 class HostClassName {
 public:
     explicit HostClassName(Class cocoaClass);
+    explicit HostClassName(const char *name);
 
     /// Null for a class without a name or with one that is too long.
     const char *Get() const { return text_[0] == '\0' ? nullptr : text_; }

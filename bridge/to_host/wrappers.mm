@@ -8,7 +8,7 @@
 
 #include "bridge/to_host/instance_registry.h"
 #include "frame/cocoa_exceptions.h"
-#include "frame/host_entry_points.h"
+#include "frame/host_ref.h"
 
 namespace {
 
@@ -19,11 +19,14 @@ REALobject NewWrapperAlongClassChain(id object, Accepts accepts)
 {
     for (Class reached = [object class]; reached != Nil; reached = class_getSuperclass(reached)) {
         const HostClassName hostClass(reached);
-        const REALobject instance = hostClass.Get() == nullptr ? nullptr : REALnewInstance(hostClass.Get());
-        if (instance == nullptr || !accepts())
+        HostRef<REALobject> instance(hostClass.Get() == nullptr ? nullptr : REALnewInstance(hostClass.Get()));
+        if (!instance)
             continue;
-        InstanceData<WrapperData>(instance)->handle = [object retain];
-        return instance;
+        if (accepts()) {
+            InstanceData<WrapperData>(instance.Get())->handle = [object retain];
+            return instance.Release();
+        }
+        instance.Release(); // left to the host
     }
     return nullptr;
 }
@@ -31,9 +34,13 @@ REALobject NewWrapperAlongClassChain(id object, Accepts accepts)
 } // namespace
 
 HostClassName::HostClassName(Class cocoaClass)
+    : HostClassName(object_getClassName(reinterpret_cast<id>(cocoaClass)))
+{
+}
+
+HostClassName::HostClassName(const char *name)
 {
     constexpr char kSuffix[] = "QZL";
-    const char *const name = object_getClassName(reinterpret_cast<id>(cocoaClass));
     const size_t length = name == nullptr ? 0 : std::strlen(name);
     if (length == 0 || length > kLongestClassName)
         return;
@@ -56,10 +63,12 @@ REALobject NewRegisteredWrapper(id object, const char *hostClassName)
         REALLockObject(known);
         return known;
     }
-    const REALobject instance = REALnewInstance(hostClassName);
-    if (instance != nullptr)
-        AdoptHandle(instance, [object retain]);
-    return instance;
+    HostRef<REALobject> instance(REALnewInstance(hostClassName));
+    if (!instance)
+        return nullptr;
+    InstanceData<WrapperData>(instance.Get())->handle = [object retain];
+    RegisterInstance(object, instance.Get());
+    return instance.Release();
 }
 
 REALobject NewNSObjectQZL(id object, Class requiredClass)

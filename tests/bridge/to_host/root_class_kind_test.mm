@@ -32,7 +32,7 @@ IMP AnswerRootMethod(id, SEL, SEL selector)
 
 bool LeavesIt(Class cocoaClass)
 {
-    return LeavesItsKindToTheRootClass(MakeObject(cocoaClass));
+    return LeavesItsKindToTheRootClass(cocoaClass);
 }
 
 } // namespace
@@ -102,8 +102,8 @@ TEST_F(RootClassKind, IsOfObjectsThatInheritIt)
 {
     EXPECT_TRUE(LeavesIt([NSObject class]));
     EXPECT_TRUE(LeavesIt(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(@"text"));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass([NSPipe pipe]));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(@"text")));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass([NSPipe pipe])));
 }
 
 TEST_F(RootClassKind, IsNotOfObjectsWithAMethodOfTheirOwn)
@@ -124,47 +124,47 @@ TEST_F(RootClassKind, IsNotOfAnObjectWhoseClassGotAMethodMeanwhile)
 {
     const Class middle = MakeClass("QZLTestMiddle", [NSObject class]);
     const id object = MakeObject(MakeClass("QZLTestLeaf", middle));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
     class_addMethod(middle, sel_registerName(kOwnKind.selector), kOwnKind.implementation, kOwnKind.types);
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
 }
 
 TEST_F(RootClassKind, IsNotOfAnObjectThatGotAnotherClassMeanwhile)
 {
     const id object = MakeObject([NSObject class]);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
     AddMethods(object, "QZLTestOwnKind", {kOwnKind});
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
     object_setClass(object, [NSObject class]);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
 }
 
 TEST_F(RootClassKind, IsOfNoObjectOnceNSObjectsMethodIsAnother)
 {
     const id object = MakeObject([NSObject class]);
-    ASSERT_TRUE(LeavesItsKindToTheRootClass(object));
+    ASSERT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
     const Method method = class_getInstanceMethod([NSObject class], @selector(isKindOfClass:));
     const IMP original = method_setImplementation(method, reinterpret_cast<IMP>(AnswerNo));
-    const bool leavesIt = LeavesItsKindToTheRootClass(object);
+    const bool leavesIt = LeavesItsKindToTheRootClass(object_getClass(object));
     method_setImplementation(method, original);
     EXPECT_FALSE(leavesIt);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
 }
 
-TEST_F(RootClassKind, IsNotWhatTheObjectSaysOfItsMethods)
+TEST_F(RootClassKind, IsNotWhatTheClassSaysOfItsMethods)
 {
-    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestLiar", [NSObject class], {
-        kOwnKind,
-        {
-            "methodForSelector:", reinterpret_cast<IMP>(AnswerRootMethod), "^?24@0:8:16"
-        }
-    })));
+    const Class liar = MakeClass("QZLTestLiar", [NSObject class], { kOwnKind });
+    class_addMethod(object_getClass(liar), @selector(instanceMethodForSelector:),
+                    reinterpret_cast<IMP>(AnswerRootMethod), "^?24@0:8:16");
+    ASSERT_EQ([liar instanceMethodForSelector:@selector(isKindOfClass:)],
+              [NSObject instanceMethodForSelector:@selector(isKindOfClass:)]);
+    EXPECT_FALSE(LeavesIt(liar));
 }
 
 TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)
 {
     QZLTestSilentProxy *const proxy = [QZLTestSilentProxy alloc];
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(proxy));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(proxy)));
     EXPECT_EQ(proxy->_messages, 0);
     [proxy release];
 }
@@ -172,12 +172,12 @@ TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)
 TEST_F(RootClassKind, IsNotOfObjectsOfAnotherRootClass)
 {
     const id object = class_createInstance([QZLTestOtherRoot itself], 0);
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
     object_dispose(object);
 }
 
 TEST_F(RootClassKind, IsNotOfClassObjects)
 {
-    EXPECT_FALSE(LeavesItsKindToTheRootClass([NSObject class]));
-    EXPECT_FALSE(LeavesItsKindToTheRootClass([NSPipe class]));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass([NSObject class])));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass([NSPipe class])));
 }

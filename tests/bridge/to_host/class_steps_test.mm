@@ -1,4 +1,4 @@
-// The step of the chain that is remembered for an object's class: the one that asking about each class gives.
+// The step of the chain that an object takes by its class: the one that asking it about each class gives, each time.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -8,7 +8,7 @@
 #include <thread>
 #include <utility>
 
-#include "bridge/to_host/class_rows.h"
+#include "bridge/to_host/conversion_steps.h"
 #include "bridge/to_host/root_class_kind.h"
 #include "tests/bridge/to_host/to_host_test.h"
 
@@ -17,11 +17,14 @@ using qzlhost::Value;
 
 /// The class that the library does not find by its name, for now; null for none.
 static const char *gHiddenClass = nullptr;
+/// How often a class was looked up by its name.
+static std::atomic<int> gLookUps{0};
 
 // The linker leads the library's lookups here.
 extern "C" Class __real_objc_getClass(const char *name);
 extern "C" Class __wrap_objc_getClass(const char *name)
 {
+    ++gLookUps;
     const bool hidden = gHiddenClass != nullptr && std::strcmp(name, gHiddenClass) == 0;
     return hidden ? Nil : __real_objc_getClass(name);
 }
@@ -75,6 +78,38 @@ extern "C" Class __wrap_objc_getClass(const char *name)
 
 namespace {
 
+BOOL AnswerNo(id, SEL, Class)
+{
+    return NO;
+}
+
+Class gPipeClass = Nil;
+
+/// Answers no, and is of another class from then on.
+BOOL BecomePipe(id object, SEL, Class)
+{
+    object_setClass(object, gPipeClass);
+    return NO;
+}
+
+/// Puts one class where another one stands, while this lives: name, superclass and methods.
+class Replacement {
+public:
+    Replacement(Class place, Class replacement) : place_(place)
+    {
+        std::memcpy(stood_, reinterpret_cast<void *>(place), sizeof stood_);
+        std::memcpy(reinterpret_cast<void *>(place), reinterpret_cast<void *>(replacement), sizeof stood_);
+    }
+    ~Replacement() { std::memcpy(reinterpret_cast<void *>(place_), stood_, sizeof stood_); }
+    Replacement(const Replacement &) = delete;
+    Replacement &operator=(const Replacement &) = delete;
+
+private:
+    /// The size of a class in this runtime.
+    char stood_[13 * sizeof(void *)];
+    Class place_;
+};
+
 QZLTestStandIn *MakeStandIn(Class cocoaClass)
 {
     return [[[QZLTestStandIn alloc] initWithClass:cocoaClass] autorelease];
@@ -115,7 +150,7 @@ std::vector<Class> AllClasses()
     return classes;
 }
 
-class RememberedSteps : public LinkedTest {
+class ClassSteps : public LinkedTest {
 protected:
     /// With a host class for each of these Cocoa classes.
     Host &StartWith(const std::vector<std::string> &classNames)
@@ -147,11 +182,11 @@ protected:
         return ArgumentsOf(host(), "PluginNewInstance");
     }
 
-    /// The same of the class row that the object takes by what it answers.
-    std::vector<std::string> HostClassesWantedByRow(id object)
+    /// The same of a step.
+    std::vector<std::string> HostClassesWantedBy(const ConversionStep &step, id object)
     {
         host().ClearTrace();
-        EXPECT_EQ(ConvertByClassRow(object, ClassRowOf(object).row), nullptr);
+        EXPECT_EQ(step.convert({object, step.name, nullptr}), nullptr);
         return ArgumentsOf(host(), "PluginNewInstance");
     }
 };
@@ -165,7 +200,7 @@ bool BecomesValue(Class cocoaClass)
 
 } // namespace
 
-TEST_F(RememberedSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutEach)
+TEST_F(ClassSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutEach)
 {
     Start();
     size_t withRow = 0;
@@ -179,22 +214,23 @@ TEST_F(RememberedSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedA
         [cocoaClass class];
         const UninitializedObject object(cocoaClass);
         // Such objects are asked about each class anyway.
-        if (!LeavesItsKindToTheRootClass(object.Get()))
+        if (!LeavesItsKindToTheRootClass(cocoaClass))
             continue;
         const std::vector<std::string> cold = HostClassesWanted(object.Get());
         EXPECT_EQ(cold, HostClassesWanted(object.Get())) << "again";
         const id standIn = MakeStandIn(cocoaClass);
-        const bool hasRow = ClassRowOf(standIn).row < kClassRowCount;
-        if (hasRow)
-            EXPECT_EQ(cold, HostClassesWantedByRow(standIn));
+        const ConversionStep *const step = FindConversionStep(standIn);
+        EXPECT_EQ(FindConversionStep(object.Get()), step);
+        if (step != nullptr)
+            EXPECT_EQ(cold, HostClassesWantedBy(*step, standIn));
         EXPECT_EQ(object.Retains(), 0u);
-        ++(hasRow ? withRow : withoutRow);
+        ++(step != nullptr ? withRow : withoutRow);
     }
     EXPECT_GT(withRow, 200u);
     EXPECT_GT(withoutRow, 500u);
 }
 
-TEST_F(RememberedSteps, ClassThatAppearsLaterIsTakenUp)
+TEST_F(ClassSteps, ClassThatAppearsLaterIsTakenUp)
 {
     StartWith({"NSPipe", "NSObject"});
     const Registry registry;
@@ -218,7 +254,7 @@ TEST_F(RememberedSteps, ClassThatAppearsLaterIsTakenUp)
     }
 }
 
-TEST_F(RememberedSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
+TEST_F(ClassSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
 {
     // Of the first row, and of a later one for all cells, which registers nothing.
     StartWith({"NSPathComponentCell", "NSCell"});
@@ -230,7 +266,7 @@ TEST_F(RememberedSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
     EXPECT_TRUE(IsRegisteredWhenConverted(registry, cell.Get()));
 }
 
-TEST_F(RememberedSteps, ClassMadeAtRunTimeIsOfTheFirstRowInItsChain)
+TEST_F(ClassSteps, ClassMadeAtRunTimeIsOfTheFirstRowInItsChain)
 {
     StartWith({"NSPredicate", "NSComparisonPredicate", "NSObject"});
     Convert(MakeObject([NSObject class]));
@@ -239,7 +275,7 @@ TEST_F(RememberedSteps, ClassMadeAtRunTimeIsOfTheFirstRowInItsChain)
     EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeafOfLeaf", made))), "NSPredicateQZL");
 }
 
-TEST_F(RememberedSteps, ObjectThatAnswersForItselfIsAskedEachTime)
+TEST_F(ClassSteps, ObjectThatAnswersForItselfIsAskedEachTime)
 {
     StartWith({"NSPipe", "NSTask", "NSObject"});
     QZLTestStandIn *const first = MakeStandIn([NSPipe class]);
@@ -259,7 +295,7 @@ TEST_F(RememberedSteps, ObjectThatAnswersForItselfIsAskedEachTime)
     EXPECT_EQ(HostClassOf(first), "NSTaskQZL");
 }
 
-TEST_F(RememberedSteps, ObjectWhoseClassChangesTakesTheRowOfTheNewOne)
+TEST_F(ClassSteps, ObjectWhoseClassChangesTakesTheRowOfTheNewOne)
 {
     StartWith({"NSPipe", "NSTask", "NSObject"});
     const Class plain = MakeClass("QZLTestPlain", [NSObject class]);
@@ -277,7 +313,97 @@ TEST_F(RememberedSteps, ObjectWhoseClassChangesTakesTheRowOfTheNewOne)
     object_setClass(object, plain);
 }
 
-TEST_F(RememberedSteps, ObjectsOfThousandsOfClassesTakeTheirRows)
+TEST_F(ClassSteps, ClassThatStandsWhereAnotherOneStoodTakesItsOwnRow)
+{
+    StartWith({"NSPipe", "NSTask", "NSObject"});
+    const Class stood = MakeClass("QZLTestStood", [NSPipe class]);
+    const id object = MakeObject(stood);
+    EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
+
+    // What an allocator does that gives a new class the memory of one that was disposed of.
+    for (const Class super : {[NSTask class], [NSObject class]}) {
+        const Replacement replacement(stood, MakeClass("QZLTestNew" + std::string(class_getName(super)), super));
+        EXPECT_EQ(HostClassOf(object), std::string(class_getName(super)) + "QZL");
+    }
+    EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
+}
+
+TEST_F(ClassSteps, SuperclassThatStandsWhereAnotherOneStoodCounts)
+{
+    StartWith({"NSPipe", "NSTask"});
+    const Class stood = MakeClass("QZLTestStood", [NSPipe class]);
+    const id object = MakeObject(MakeClass("QZLTestLeaf", stood));
+    EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
+    const Replacement replacement(stood, MakeClass("QZLTestNew", [NSTask class]));
+    EXPECT_EQ(HostClassOf(object), "NSTaskQZL");
+}
+
+TEST_F(ClassSteps, ObjectWhoseClassGetsItsOwnAnswerIsAskedFromThenOn)
+{
+    StartWith({"NSPipe", "NSObject"});
+    const Class middle = MakeClass("QZLTestMiddle", [NSPipe class]);
+    const id object = MakeObject(MakeClass("QZLTestLeaf", middle));
+    EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
+    class_addMethod(middle, @selector(isKindOfClass:), reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16");
+    const Registry registry;
+    EXPECT_FALSE(IsRegisteredWhenConverted(registry, object)) << "the last step goes by the class chain alone";
+}
+
+TEST_F(ClassSteps, ObjectThatChangesItsClassWhileItIsAskedSaysNothingAboutItsFormerClass)
+{
+    StartWith({"NSPipe", "NSObject"});
+    const Class former = MakeClass("QZLTestFormer", [NSObject class],
+                                   {{"isKindOfClass:", reinterpret_cast<IMP>(BecomePipe), "C24@0:8#16"}});
+    gPipeClass = MakeClass("QZLTestPipe", [NSPipe class]);
+    const size_t room = class_getInstanceSize(gPipeClass);
+    for (int round = 0; round < 3; ++round) {
+        const id object = [NSAllocateObject(former, room, nullptr) autorelease];
+        EXPECT_EQ(HostClassOf(object), "NSPipeQZL") << round;
+    }
+    class_replaceMethod(former, @selector(isKindOfClass:), reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16");
+    EXPECT_EQ(HostClassOf(MakeObject(former)), "NSObjectQZL");
+}
+
+TEST_F(ClassSteps, RowBehindAMissingClassIsFoundWithAsFewLookUps)
+{
+    StartWith({"NSExpression", "NSObject"});
+    const id plain = MakeObject(MakeClass("QZLTestPlain", [NSObject class]));
+    const UninitializedObject expression([NSExpression class]);
+    const auto lookUpsFor = [&](id object) {
+        Convert(object);
+        gLookUps = 0;
+        Convert(object);
+        return gLookUps.load();
+    };
+    const int ofPlain = lookUpsFor(plain);
+    const int ofExpression = lookUpsFor(expression.Get());
+    EXPECT_LE(ofPlain, 1);
+    EXPECT_LE(ofExpression, 1);
+    gHiddenClass = "NSPathCell";
+    EXPECT_EQ(lookUpsFor(plain), ofPlain);
+    EXPECT_EQ(lookUpsFor(expression.Get()), ofExpression);
+    gHiddenClass = nullptr;
+}
+
+TEST_F(ClassSteps, NoLinkedClassDerivesFromAnother)
+{
+    for (const ConversionStep &step : kConversionSteps)
+        for (const ConversionStep &other : kConversionSteps)
+            if (step.isLinked && other.isLinked && &step != &other)
+                EXPECT_FALSE([objc_getClass(step.name) isSubclassOfClass:objc_getClass(other.name)])
+                    << step.name << " " << other.name;
+}
+
+TEST_F(ClassSteps, ClassOfAnEarlierRowsNameCountsBeforeTheValueThatItDerivesFrom)
+{
+    // No class of that name is there; its superclass is one of the last steps.
+    StartWith({"NSUserNotification"});
+    MakeClass("NSUserNotification", [NSValue class]);
+    EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeaf", objc_getClass("NSUserNotification")))),
+              "NSUserNotificationQZL");
+}
+
+TEST_F(ClassSteps, ObjectsOfThousandsOfClassesTakeTheirRows)
 {
     StartWith({"NSPipe", "NSTask", "NSUndoManager", "NSExpression", "NSObject"});
     const char *const supers[] = {"NSPipe", "NSTask", "NSUndoManager", "NSExpression", "NSObject"};
@@ -296,7 +422,7 @@ TEST_F(RememberedSteps, ObjectsOfThousandsOfClassesTakeTheirRows)
     }
 }
 
-TEST_F(RememberedSteps, ManyThreadsThatConvertForTheFirstTimeTakeTheSameRows)
+TEST_F(ClassSteps, ManyThreadsThatConvertForTheFirstTimeTakeTheSameRows)
 {
     constexpr int kThreads = 16;
     constexpr int kClasses = 200;

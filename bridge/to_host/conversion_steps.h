@@ -1,0 +1,159 @@
+// The steps of the conversion to the host that go by the class of an object, in the order in which they are tried.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <objc/objc.h>
+
+#include "bridge/to_host/step_conversions.h"
+
+/// How often a step's class is looked up by its name.
+enum class Lookup {
+    EachTime,
+    /// On first use only: a class that is not there then is left out for good.
+    Once,
+};
+
+struct ConversionStep {
+    /// Objects of this class take the step; for a step of one object, what that is called.
+    const char *name;
+    /// What becomes of them: with one reference for the caller, or null. Cocoa exceptions pass.
+    REALobject (*convert)(const ConversionSubject &subject) = NewNamedWrapper;
+    Lookup lookup = Lookup::EachTime;
+    /// Where the one object stands that takes the step; null for a step of a class.
+    const CFBooleanRef *object = nullptr;
+    /// The class is linked to, so it is the same as long as the process lives.
+    bool isLinked = false;
+};
+
+// First match wins, also where a later step can then never match.
+inline constexpr ConversionStep kConversionSteps[] = {
+    {.name = "NSURL", .convert = NewURLVariant, .isLinked = true},
+    {.name = "NSString", .convert = NewStringVariant, .isLinked = true},
+    {.name = "NSData", .convert = NewMemoryBlockOfData, .isLinked = true},
+    {.name = "NSArray", .convert = NewArrayOfElements, .isLinked = true},
+    {.name = "NSSet", .convert = NewArrayOfMembers, .isLinked = true},
+    {.name = "kCFBooleanFalse", .convert = NewFalse, .object = &kCFBooleanFalse},
+    {.name = "kCFBooleanTrue", .convert = NewTrue, .object = &kCFBooleanTrue},
+    {.name = "NSNumber", .convert = NewNumberVariant, .isLinked = true},
+    {.name = "NSDate", .convert = NewDateInstance, .isLinked = true},
+    {.name = "NSDictionary", .convert = NewDictionaryOfEntries, .isLinked = true},
+
+    {"NSPathComponentCell"},
+    {"NSPathCell"},
+    {"NSPathControl"},
+    {"NSPipe"},
+    {"NSTask"},
+    {"NSFileHandle"},
+    {"NSClipView"},
+    {"NSAnimation"},
+    {"NSCoder"},
+    {"NSTimeZone"},
+    {"NSDateComponents"},
+    {"NSAnimationContext"},
+    {"NSTimer"},
+    {"NSBox"},
+    {"NSComboBox"},
+    {"NSImageView"},
+    {"NSPopUpButton"},
+    {"NSTextField"},
+    {"NSSearchFieldCell"},
+    {"NSSecureTextField"},
+    {"NSSecureTextFieldCell"},
+    {"NSApplication"},
+    {"NSSearchField"},
+    {"NSTabView"},
+    {"NSTabViewItem"},
+    {"NSStepper"},
+    {"NSURLRequest"},
+    {"NSURLDownload"},
+    {"NSURLConnection"},
+    {"NSFontPanel"},
+    {"NSFontManager"},
+    {"NSImage"},
+    {"NSImageRep", NewNearestWrapper},
+    {"NSShadow"},
+    {"NSAffineTransform"},
+    {"NSFont"},
+    {"NSToolbarItem"},
+    {"NSToolbar"},
+    {"NSScreen"},
+    {"NSCharacterSet"},
+    {"NSTextStorage"},
+    {"NSColor"},
+    {"NSAttributedString", NewNearestWrapper},
+    {"NSAssertionHandler"},
+    {"NSMenu"},
+    {"NSFontDescriptor"},
+    {"NSMenuItem"},
+    {"NSError"},
+    {"NSViewController"},
+    {"NSWindowController"},
+    {"NSHTTPCookie"},
+    {"NSHTTPCookieStorage"},
+    {"NSPasteboard"},
+    {"NSBundle"},
+    {"NSEnumerator"},
+    {"NSDirectoryEnumerator"},
+    {"NSRunningApplication"},
+    {"NSURLCache"},
+    {"NSCell", NewNearestWrapper},
+    {"NSFileManager"},
+    {"NSSound"},
+    {"NSBezierPath"},
+    {"NSCursor"},
+    {"NSEvent"},
+    {"NSIndexSet", NewNearestWrapper},
+    {"NSCalendar"},
+    {"NSView", NewViewWrapper},
+    {"NSWindow", NewNearestWrapper},
+    {"NSColorList"},
+    {"NSColorSpace"},
+    {"NSTableColumn"},
+    {"NSUndoManager"},
+    {"NSScroller"},
+    {"NSResponder", NewNearestWrapper},
+    {"NSTextFieldCell", NewNearestWrapper},
+    {"NSText", NewNearestWrapper},
+    {"NSTableHeaderView"},
+    {"NSOperation"},
+    {"NSNotification"},
+    {"NSNotificationCenter", NewNearestWrapper},
+    {"NSDistributedNotificationCenter"},
+    {"NSUserDefaults"},
+    {"NSDockTile"},
+    {"NSLocale"},
+    {"NSAppleEventDescriptor"},
+    {"NSAppleScript"},
+    {"NSTableView"},
+    {"NSLayoutManager"},
+    {"NSTextContainer"},
+    {"NSTextView", NewNearestWrapper},
+    {"NSTextTab"},
+    {"NSParagraphStyle"},
+    {"NSPasteboardItem"},
+    {"NSRunLoop"},
+    {"NSMetadataQuery"},
+    {"NSMetadataItem"},
+    {"NSPredicate"},
+    {"NSCompoundPredicate"},
+    {"NSSortDescriptor"},
+    {"NSMetadataQueryResultGroup"},
+    {"NSComparisonPredicate"},
+    {"NSFileWrapper"},
+    {"NSTextAttachment"},
+    {"NSExpression"},
+    {"NSUserNotification", NewNamedWrapper, Lookup::Once},
+    {"NSDraggingImageComponent", NewNamedWrapper, Lookup::Once},
+    {"QuartzFilter", NewNamedWrapper, Lookup::Once},
+    {"QCComposition", NewNamedWrapper, Lookup::Once},
+    {"QCCompositionRepository", NewNamedWrapper, Lookup::Once},
+
+    {"QZLREALobjectWrapper", UnwrapHostObject},
+    {"NSValue", NewStructureInstance},
+};
+
+/// The first step that the object takes, now; null for none. Any thread. Cocoa exceptions pass.
+const ConversionStep *FindConversionStep(id object);
+
+/// The class of a step as its lookup finds it; `Nil` where there is none. Any thread.
+Class ClassOfStep(const ConversionStep &step);

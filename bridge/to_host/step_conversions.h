@@ -1,0 +1,44 @@
+// What the steps of the conversion to the host make of their objects: each a host value with one reference for the
+// caller, or null. Called on the thread on which the host called in. Cocoa exceptions pass.
+#pragma once
+
+#include <objc/objc.h>
+
+#include "bridge/enclosing_containers.h"
+#include "frame/host_types.h"
+
+struct ConversionSubject {
+    id object;
+    /// The step's: the name of the Cocoa class that the object is of.
+    const char *className;
+    const EnclosingContainers *enclosing;
+};
+
+// Values
+
+/// A folder item, or else the text of the URL.
+REALobject NewURLVariant(const ConversionSubject &subject);
+/// Made even of the null string.
+REALobject NewStringVariant(const ConversionSubject &subject);
+REALobject NewMemoryBlockOfData(const ConversionSubject &subject);
+REALobject NewArrayOfElements(const ConversionSubject &subject);
+/// Of a set, in its order.
+REALobject NewArrayOfMembers(const ConversionSubject &subject);
+REALobject NewFalse(const ConversionSubject &subject);
+REALobject NewTrue(const ConversionSubject &subject);
+REALobject NewNumberVariant(const ConversionSubject &subject);
+REALobject NewDateInstance(const ConversionSubject &subject);
+REALobject NewDictionaryOfEntries(const ConversionSubject &subject);
+/// Of a structure in an `NSValue`.
+REALobject NewStructureInstance(const ConversionSubject &subject);
+
+// Wrappers
+
+/// The registered wrapper of the host class that is named after the step's class.
+REALobject NewNamedWrapper(const ConversionSubject &subject);
+/// The wrapper of the nearest class that has a host class.
+REALobject NewNearestWrapper(const ConversionSubject &subject);
+/// What the family makes of the view, or else the nearest wrapper.
+REALobject NewViewWrapper(const ConversionSubject &subject);
+/// The host object in the family's wrapper, as the family gives it.
+REALobject UnwrapHostObject(const ConversionSubject &subject);

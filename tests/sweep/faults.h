@@ -1,0 +1,36 @@
+// One fault in one call of a host function that the library makes.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "host/host.h"
+
+enum class Fault {
+    /// The function does nothing and answers its empty result.
+    Fails,
+    /// It throws std::bad_alloc.
+    ThrowsStandard,
+    /// It throws an int.
+    ThrowsOther,
+    /// It raises an NSException.
+    RaisesCocoa,
+    /// It uses the library itself before it does its work.
+    ComesBack,
+};
+
+struct FaultyCall {
+    std::string function;
+    /// From 1 on, in the order in which the library calls the function.
+    int number = 0;
+    Fault fault = Fault::Fails;
+};
+
+/// Whether the function gives a reference back: one that throws has given it back before.
+bool GivesBack(const std::string &function);
+
+/// Counts the library's calls of each host function from now on, and makes this one faulty.
+void MakeFaulty(qzlhost::Host &host, const FaultyCall &call);
+
+/// Ends that. Answers how often each function was called.
+std::map<std::string, int> EndFaults(qzlhost::Host &host);
