@@ -115,8 +115,10 @@ REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
     try {
         if (const REALmemoryBlock block = CopyToMemoryBlock(bytes, length))
             return block;
+        RaiseOutOfMemory(length);
+        return nullptr;
     } catch (const std::bad_alloc &) {
-        // Reported as any other way in which there is no block.
+        // Of the block, and of the report that there is none.
     }
     RaiseOutOfMemory(length);
     return nullptr;

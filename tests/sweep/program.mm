@@ -231,6 +231,8 @@ void SweptProgram::AddValuesToCocoa()
             const Value info = host_.NewDictionary();
             host_.DictionarySet(info, "key", object);
             const Value notification = Notification(object, info);
+            if (notification.IsNil())
+                return std::string("no notification");
             return Shown(Get(notification, "objectVariant")) + Shown(Get(notification, "userInfo"));
         });
     };

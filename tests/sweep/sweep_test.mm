@@ -1,0 +1,86 @@
+// Makes each call of a host function faulty, one at a time, and looks at what becomes of the program.
+#import <Foundation/Foundation.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "tests/support/cocoa_objects.h"
+#include "tests/support/family.h"
+#include "tests/support/library_under_test.h"
+#include "tests/sweep/child.h"
+
+using qzlhost::Host;
+
+namespace {
+
+/// Of a function that is called more often, so many calls are made faulty, from the first to the last.
+int MostCalls()
+{
+    const char *const number = std::getenv("QZL_SWEPT_CALLS");
+    return number != nullptr ? std::atoi(number) : 200;
+}
+
+std::vector<int> CallNumbers(int calls)
+{
+    const int count = std::min(calls, MostCalls());
+    std::vector<int> numbers;
+    for (int index = 0; index < count; ++index)
+        numbers.push_back(count == 1 ? 1 : 1 + static_cast<int>(int64_t{index} * (calls - 1) / (count - 1)));
+    return numbers;
+}
+
+/// Functions that the host calls itself to tell a program of an exception.
+bool IsTheHostsOwn(const std::string &function)
+{
+    return function.compare(0, 17, "RuntimeException.") == 0;
+}
+
+class Sweep : public testing::TestWithParam<std::pair<const char *, Fault>> {
+protected:
+    Sweep() : family_(host_), program_(host_, family_) { host_.Load(LibraryPath()); }
+
+    /// The complaints about one case.
+    std::vector<std::string> Try(const FaultyCall &call, const Sight &sound)
+    {
+        std::string end;
+        const std::optional<Sight> seen = SightOf(host_, program_, call, end);
+        return seen ? Complaints(call, *seen, sound) : std::vector<std::string>{"the process ended: " + end};
+    }
+
+    Host host_;
+    Family family_;
+    SweptProgram program_;
+};
+
+} // namespace
+
+TEST_P(Sweep, FaultInAnyCallEndsWhereItShouldAndTheProgramRunsOn)
+{
+    std::string end;
+    const std::optional<Sight> sound = SightOf(host_, program_, {}, end);
+    ASSERT_TRUE(sound) << end;
+    ASSERT_TRUE(sound->leaks.empty() && sound->mistakes.empty());
+
+    int cases = 0;
+    for (const auto &[function, calls] : sound->calls) {
+        if (IsTheHostsOwn(function))
+            continue;
+        for (const int number : CallNumbers(calls)) {
+            ++cases;
+            for (const std::string &complaint : Try({function, number, GetParam().second}, *sound))
+                ADD_FAILURE() << function << ", call " << number << ": " << complaint;
+        }
+    }
+    EXPECT_GT(cases, 100);
+    std::printf("%d cases of %zu functions\n", cases, sound->calls.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(, Sweep,
+                         testing::Values(std::pair("Fails", Fault::Fails),
+                                         std::pair("ThrowsStandard", Fault::ThrowsStandard),
+                                         std::pair("ThrowsOther", Fault::ThrowsOther),
+                                         std::pair("RaisesCocoa", Fault::RaisesCocoa),
+                                         std::pair("ComesBack", Fault::ComesBack)),
+                         [](const auto &row) { return std::string(row.param.first); });
