@@ -1,0 +1,134 @@
+// Stands between the code that is linked into a test and the allocator: the linker leads the calls here.
+#include "tests/support/heap_watch.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <new>
+
+namespace {
+
+thread_local HeapWatch *tWatch;
+
+} // namespace
+
+HeapWatch::HeapWatch()
+{
+    tWatch = this;
+}
+
+HeapWatch::~HeapWatch()
+{
+    tWatch = nullptr;
+}
+
+int HeapWatch::Unfreed() const
+{
+    return kMostBlocks -
+           static_cast<int>(std::count(std::begin(blocks_), std::end(blocks_), static_cast<void *>(nullptr)));
+}
+
+bool HeapWatch::Fails()
+{
+    if (tWatch == nullptr || !tWatch->failsNext_)
+        return false;
+    tWatch->failsNext_ = false;
+    tWatch->hasFailed_ = true;
+    return true;
+}
+
+void *HeapWatch::Allocated(void *block, size_t size)
+{
+    if (tWatch == nullptr || block == nullptr)
+        return block;
+    ++tWatch->allocations_;
+    tWatch->lastSize_ = size;
+    void **const end = std::end(tWatch->blocks_);
+    void **const place = std::find(tWatch->blocks_, end, nullptr);
+    if (place == end)
+        std::abort();
+    *place = block;
+    return block;
+}
+
+void HeapWatch::Freed(void *block)
+{
+    if (tWatch != nullptr)
+        std::replace(std::begin(tWatch->blocks_), std::end(tWatch->blocks_), block,
+                     static_cast<void *>(nullptr));
+}
+
+// What the linker calls instead of a function, and how that one is reached: operators under their mangled
+// names.
+extern "C" {
+void *__real_malloc(size_t size);
+void *__real_calloc(size_t count, size_t size);
+void *__real_realloc(void *block, size_t size);
+void __real_free(void *block);
+void *__real__Znwm(size_t size);
+void *__real__Znam(size_t size);
+void *__real__ZnwmRKSt9nothrow_t(size_t size, const std::nothrow_t &);
+void *__real__ZnamRKSt9nothrow_t(size_t size, const std::nothrow_t &);
+void __real__ZdlPv(void *block);
+void __real__ZdaPv(void *block);
+
+void *__wrap_malloc(size_t size)
+{
+    return HeapWatch::Fails() ? nullptr : HeapWatch::Allocated(__real_malloc(size), size);
+}
+
+void *__wrap_calloc(size_t count, size_t size)
+{
+    return HeapWatch::Fails() ? nullptr : HeapWatch::Allocated(__real_calloc(count, size), count * size);
+}
+
+void *__wrap_realloc(void *block, size_t size)
+{
+    if (HeapWatch::Fails())
+        return nullptr;
+    HeapWatch::Freed(block);
+    return HeapWatch::Allocated(__real_realloc(block, size), size);
+}
+
+void __wrap_free(void *block)
+{
+    HeapWatch::Freed(block);
+    __real_free(block);
+}
+
+void *__wrap__Znwm(size_t size)
+{
+    if (HeapWatch::Fails())
+        throw std::bad_alloc();
+    return HeapWatch::Allocated(__real__Znwm(size), size);
+}
+
+void *__wrap__Znam(size_t size)
+{
+    if (HeapWatch::Fails())
+        throw std::bad_alloc();
+    return HeapWatch::Allocated(__real__Znam(size), size);
+}
+
+void *__wrap__ZnwmRKSt9nothrow_t(size_t size, const std::nothrow_t &tag)
+{
+    return HeapWatch::Fails() ? nullptr : HeapWatch::Allocated(__real__ZnwmRKSt9nothrow_t(size, tag), size);
+}
+
+void *__wrap__ZnamRKSt9nothrow_t(size_t size, const std::nothrow_t &tag)
+{
+    return HeapWatch::Fails() ? nullptr : HeapWatch::Allocated(__real__ZnamRKSt9nothrow_t(size, tag), size);
+}
+
+void __wrap__ZdlPv(void *block)
+{
+    HeapWatch::Freed(block);
+    __real__ZdlPv(block);
+}
+
+void __wrap__ZdaPv(void *block)
+{
+    HeapWatch::Freed(block);
+    __real__ZdaPv(block);
+}
+}
