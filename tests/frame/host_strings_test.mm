@@ -4,6 +4,7 @@
 #import <Foundation/Foundation.h>
 
 #include <cstring>
+#include <limits>
 
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"
@@ -18,11 +19,6 @@ using HostStrings = LinkedTest;
 Value Convert(NSString *string)
 {
     return Owned(CFString2RBString((CFStringRef)string));
-}
-
-Value Build(std::string_view bytes, uint32_t encoding)
-{
-    return Owned(REALBuildUnicodeString(bytes.data(), static_cast<int64_t>(bytes.size()), encoding));
 }
 
 struct Sample {
@@ -60,8 +56,8 @@ std::string RouteName(const ::testing::TestParamInfo<Route> &info)
     return info.param.name;
 }
 
-class UTF32ByVersion : public LinkedTest, public ::testing::WithParamInterface<double> {};
-class UTF16ByVersion : public LinkedTest, public ::testing::WithParamInterface<double> {};
+class BeforeCFStrings : public LinkedTest, public ::testing::WithParamInterface<double> {};
+class CFStringByVersion : public LinkedTest, public ::testing::WithParamInterface<double> {};
 class LengthAroundTheBuffer : public LinkedTest, public ::testing::WithParamInterface<size_t> {};
 
 } // namespace
@@ -140,15 +136,32 @@ TEST_F(HostStrings, HostThatGivesNoCFStringIsAskedTwiceFrom2012On)
     const Value string = Value::StringOfBytes("text", qzlhost::encoding::UTF8);
     EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), u"text");
     EXPECT_EQ(host.AsksFor("REALGetStringCFString"), 2);
+    EXPECT_EQ(host.CallsOf("REALGetStringCFString"), 2);
 }
 
-TEST_F(HostStrings, HostThatGivesNoCFStringIsAskedOnceBefore2012)
+TEST_P(BeforeCFStrings, HostThatGivesNoCFStringIsAskedOnce)
 {
-    Host &host = Start(2011.99, [](Host &unloaded) { unloaded.Fail("REALGetStringCFString"); });
+    Host &host = Start(GetParam(), [](Host &unloaded) { unloaded.Fail("REALGetStringCFString"); });
     const Value string = Value::StringOfBytes("text", qzlhost::encoding::UTF8);
     EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), u"text");
     EXPECT_EQ(host.AsksFor("REALGetStringCFString"), 1);
+    EXPECT_EQ(host.CallsOf("REALGetStringCFString"), 1);
 }
+
+// A version that is no number is below every other.
+INSTANTIATE_TEST_SUITE_P(Versions, BeforeCFStrings,
+                         ::testing::Values(0.0, 2011.99, std::numeric_limits<double>::quiet_NaN()));
+
+TEST_P(CFStringByVersion, IsAskedForOnceWhereTheHostHasOneAndTheBytesNot)
+{
+    Host &host = Start(GetParam());
+    const Value string = Value::StringOfBytes("text", qzlhost::encoding::UTF8);
+    EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), u"text");
+    EXPECT_EQ(host.CallsOf("REALGetStringCFString"), 1);
+    EXPECT_EQ(host.CallsOf("StringGetCString"), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, CFStringByVersion, ::testing::Values(0.0, 2011.99, 2012.0, 2024.01));
 
 TEST_F(HostStrings, MissingContentsOrLengthGivesNil)
 {
@@ -243,118 +256,3 @@ TEST_P(LengthAroundTheBuffer, KeepsTheWholeText)
 
 INSTANTIATE_TEST_SUITE_P(Lengths, LengthAroundTheBuffer,
                          ::testing::Values(1, 2, 98, 99, 100, 101, 199, 200, 10000));
-
-TEST_F(HostStrings, NoBytesGiveTheNullString)
-{
-    Host &host = Start();
-    EXPECT_EQ(REALBuildUnicodeString(nullptr, 4, kCFStringEncodingUTF8), nullptr);
-    EXPECT_EQ(REALBuildUnicodeString("text", 0, kCFStringEncodingUTF8), nullptr);
-    EXPECT_EQ(REALBuildUnicodeString("text", -1, kCFStringEncodingUTF8), nullptr);
-    EXPECT_EQ(REALBuildUnicodeString("text", 0x80000000, kCFStringEncodingUTF8), nullptr);
-    EXPECT_TRUE(host.Trace().empty());
-}
-
-TEST_F(HostStrings, BytesBelow0x80AreTaggedASCIIInEightBitEncodings)
-{
-    Start();
-    for (const uint32_t encoding :
-         {qzlhost::encoding::MacRoman, qzlhost::encoding::WindowsLatin1, qzlhost::encoding::Unknown}) {
-        EXPECT_EQ(Build("plain\x7F", encoding).StringEncoding(), qzlhost::encoding::ASCII);
-        const Value kept = Build("pl\x80in", encoding);
-        EXPECT_EQ(kept.StringEncoding(), encoding);
-        EXPECT_EQ(kept.StringBytes(), "pl\x80in");
-    }
-    EXPECT_EQ(Build("plain", qzlhost::encoding::Latin1).StringEncoding(), qzlhost::encoding::Latin1);
-    EXPECT_EQ(Build("plain", qzlhost::encoding::UTF8).StringEncoding(), qzlhost::encoding::UTF8);
-    EXPECT_EQ(Build("plain", 0x0A01).StringEncoding(), 0x0A01u);
-}
-
-TEST_P(UTF16ByVersion, HostThatBuildsNoStringGivesNull)
-{
-    Host &host = Start(GetParam(), [](Host &unloaded) {
-        unloaded.Fail("REALBuildString");
-        unloaded.Fail("REALBuildStringWithEncoding");
-    });
-    EXPECT_EQ(REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8), nullptr);
-    EXPECT_EQ(host.CallsOf("REALSetStringEncoding"), 0);
-    EXPECT_EQ(REALBuildUnicodeStringUTF16(u"text", 8), nullptr);
-    EXPECT_EQ(host.CallsOf("REALConvertString"), GetParam() >= 2012.0 ? 1 : 0);
-}
-
-TEST_P(UTF16ByVersion, ComesOutAsUTF8)
-{
-    Host &host = Start(GetParam());
-    const std::u16string units = u"\u00E4\U0001F600";
-    const Value string = Build(BytesOfUnits(units), kCFStringEncodingUTF16);
-    EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
-    EXPECT_EQ(string.StringBytes(), "\xC3\xA4\xF0\x9F\x98\x80");
-    const bool encodingAware = GetParam() >= 2012.0;
-    EXPECT_EQ(host.CallsOf("REALBuildStringWithEncoding"), encodingAware ? 1 : 0);
-    EXPECT_EQ(host.CallsOf("REALBuildString"), encodingAware ? 0 : 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Versions, UTF16ByVersion, ::testing::Values(0.0, 2011.99, 2012.0, 2024.01));
-
-TEST_P(UTF32ByVersion, ComesOutAsUTF8)
-{
-    Host &host = Start(GetParam());
-    const std::u32string points = U"a\u00E4\U0001F600";
-    const Value string = Build(BytesOfUnits(points), kCFStringEncodingUTF32);
-    EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
-    EXPECT_EQ(string.StringBytes(), "a\xC3\xA4\xF0\x9F\x98\x80");
-    const qzlhost::TraceEntry built = host.Trace().at(0);
-    EXPECT_EQ(built.function, GetParam() >= 2012.0 ? "REALBuildStringWithEncoding" : "REALBuildString");
-    // Twelve bytes of UTF-32 where the host knows it, else four units of UTF-16.
-    EXPECT_EQ(built.arguments, GetParam() >= 2013.0   ? "\"a\", 12, 201326848"
-                               : GetParam() >= 2012.0 ? "\"a\", 8, 256"
-                                                      : "\"a\", 8");
-}
-
-INSTANTIATE_TEST_SUITE_P(Versions, UTF32ByVersion,
-                         ::testing::Values(0.0, 2011.99, 2012.0, 2012.99, 2013.0, 2024.01));
-
-TEST_F(HostStrings, OldHostGetsUTF16WithSurrogatePairsForUTF32)
-{
-    Host &host = Start(2011.0);
-    std::u32string points;
-    points += char32_t{0x1F600};
-    points += char32_t{0xD800};
-    points += char32_t{0xDFFF};
-    points += char32_t{0x110000};
-    points += char32_t{0xFFFF};
-    points += char32_t{0x10FFFF};
-    // The host's own conversion is kept out: what was built for it is read.
-    static std::u16string built;
-    using Convert = REALstring (*)(REALstring, uint32_t);
-    static constexpr Convert kSee = [](REALstring string, uint32_t) -> REALstring {
-        const Value seen = Value::Share(reinterpret_cast<qzlhost::String *>(string));
-        const std::string bytes = seen.StringBytes();
-        built.assign(reinterpret_cast<const char16_t *>(bytes.data()), bytes.size() / 2);
-        return nullptr;
-    };
-    host.Replace("REALConvertString", reinterpret_cast<void *>(kSee));
-    EXPECT_TRUE(Build(BytesOfUnits(points), kCFStringEncodingUTF32).AsString().empty());
-    EXPECT_EQ(built, (std::u16string{0xD83D, 0xDE00, 0xFFFD, 0xFFFF, 0xDBFF, 0xDFFF}));
-}
-
-TEST_F(HostStrings, UTF32OfManyPairsFitsItsBuffers)
-{
-    Start(2011.0);
-    for (const size_t points : std::initializer_list<size_t>{1, 99, 100, 101, 199, 200, 201, 1000}) {
-        std::string expected;
-        for (size_t index = 0; index < points; ++index)
-            expected += "\xF0\x9F\x98\x80";
-        EXPECT_EQ(
-            Build(BytesOfUnits(std::u32string(points, U'\U0001F600')), kCFStringEncodingUTF32).StringBytes(),
-            expected)
-            << points;
-    }
-}
-
-TEST_F(HostStrings, IncompleteLastUTF32CharacterIsLeftOut)
-{
-    Start(2011.0);
-    const std::u32string points = U"ab";
-    EXPECT_EQ(Build(BytesOfUnits(points).substr(0, 7), kCFStringEncodingUTF32).StringBytes(), "a");
-    EXPECT_TRUE(Build(BytesOfUnits(points).substr(0, 3), kCFStringEncodingUTF32).AsString().empty());
-}
