@@ -2,10 +2,9 @@
 #include "frame/errors.h"
 
 #include <new>
-#include <stdexcept>
-#include <typeinfo>
 
 #include "frame/host_strings.h"
+#include "tests/frame/standard_exceptions.h"
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
@@ -36,6 +35,24 @@ void ExpectRaised(Host &host, const std::function<void()> &body, const std::stri
     ExpectException([&] { AsMember(host, body); }, className, message);
 }
 
+/// The calls of the host's functions, with their arguments; not those that the host makes itself.
+std::vector<std::string> Calls(const Host &host)
+{
+    std::vector<std::string> calls;
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        if (entry.function.find('.') == std::string::npos)
+            calls.push_back(entry.function + "(" + entry.arguments + ")");
+    return calls;
+}
+
+/// A function that the host lacks.
+struct LackRow {
+    const char *function;
+    bool losesMessage;
+};
+
+class ErrorsWithout : public LinkedTest, public ::testing::WithParamInterface<LackRow> {};
+
 struct BoundsRow {
     int64_t value;
     int64_t count;
@@ -44,37 +61,7 @@ struct BoundsRow {
 
 class OutOfBounds : public LinkedTest, public ::testing::WithParamInterface<BoundsRow> {};
 
-struct Derived : std::out_of_range {
-    using std::out_of_range::out_of_range;
-};
-
-/// The exception that the host's string builder throws next time; it then works again.
-std::function<void()> gThrow;
-REALstring (*gRealBuildString)(const char *, int32_t);
-
-REALstring ThrowingBuildString(const char *bytes, int32_t length)
-{
-    if (gThrow) {
-        const std::function<void()> thrower = std::move(gThrow);
-        gThrow = nullptr;
-        thrower();
-    }
-    return gRealBuildString(bytes, length);
-}
-
-struct StandardRow {
-    const char *name;
-    std::function<void()> thrower;
-    const char *className;
-    std::string message;
-};
-
 class StandardExceptions : public LinkedTest, public ::testing::WithParamInterface<StandardRow> {};
-
-std::string RowName(const ::testing::TestParamInfo<StandardRow> &info)
-{
-    return info.param.name;
-}
 
 } // namespace
 
@@ -102,8 +89,39 @@ TEST_F(Errors, ErrorNumberIsZeroWhateverIsPassed)
     Host &host = Start();
     ExpectRaised(
         host, [] { RaiseException("RuntimeException", "text", 42, 77); }, "RuntimeException", "text");
-    // Set, not only left at what a new exception has.
-    EXPECT_EQ(host.CallsOf("REALSetPropValueInteger"), 1);
+}
+
+TEST_F(Errors, AreMadeRaisedAndGivenBackInThisOrder)
+{
+    Host &host = Start();
+    RaiseException("NilObjectException", "text", 42, 77);
+    const Value exception = host.TakeException();
+    EXPECT_EQ(Calls(host),
+              (std::vector<std::string>{
+                  "REALBuildString(\"text\", 4)",
+                  "REALSetStringEncoding(\"text\" (String #1), 1536)",
+                  "PluginNewInstance(\"NilObjectException\")",
+                  "REALSetPropValueString(NilObjectException #2, \"Message\", \"text\" (String #1))",
+                  "REALSetPropValueInteger(NilObjectException #2, \"ErrorNumber\", 0)",
+                  "RuntimeRaiseException(NilObjectException #2)",
+                  "REALUnlockObject(NilObjectException #2)",
+                  "REALUnlockString(\"text\" (String #1))",
+              }));
+}
+
+TEST_F(Errors, OfAnUnknownClassAreMadeOfTheFallbackNext)
+{
+    Host &host = Start();
+    RaiseException("NoSuchException", nullptr);
+    const Value exception = host.TakeException();
+    EXPECT_EQ(Calls(host), (std::vector<std::string>{
+                               "PluginNewInstance(\"NoSuchException\")",
+                               "PluginNewInstance(\"RuntimeException\")",
+                               "REALSetPropValueString(RuntimeException #1, \"Message\", the empty string)",
+                               "REALSetPropValueInteger(RuntimeException #1, \"ErrorNumber\", 0)",
+                               "RuntimeRaiseException(RuntimeException #1)",
+                               "REALUnlockObject(RuntimeException #1)",
+                           }));
 }
 
 TEST_F(Errors, UnknownClassFallsBackToRuntimeException)
@@ -116,8 +134,49 @@ TEST_F(Errors, UnknownClassFallsBackToRuntimeException)
 TEST_F(Errors, WithoutInstancesNothingIsRaised)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginNewInstance"); });
-    EXPECT_NO_THROW(RaiseException("RuntimeException", "unheard"));
-    EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 0);
+    RaiseException("NilObjectException", "unheard");
+    EXPECT_EQ(host.AsksFor("PluginNewInstance"), 2);
+    EXPECT_EQ(Calls(host), (std::vector<std::string>{
+                               "REALBuildString(\"unheard\", 7)",
+                               "REALSetStringEncoding(\"unheard\" (String #1), 1536)",
+                               "REALUnlockString(\"unheard\" (String #1))",
+                           }));
+}
+
+TEST_P(ErrorsWithout, AHostFunctionSkipOnlyItsStep)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack(GetParam().function); });
+    const std::string message = GetParam().losesMessage ? "" : "text";
+    ExpectRaised(
+        host, [] { RaiseException("NilObjectException", "text"); }, "NilObjectException", message);
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, ErrorsWithout,
+                         ::testing::Values(LackRow{"REALBuildString", true},
+                                           LackRow{"REALSetStringEncoding", false},
+                                           LackRow{"REALSetPropValueString", true},
+                                           LackRow{"REALSetPropValueInteger", false}),
+                         [](const auto &info) { return std::string(info.param.function); });
+
+TEST_F(Errors, WithoutAWayToRaiseEverythingIsGivenBack)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("RuntimeRaiseException"); });
+    RaiseException("NilObjectException", "unheard");
+    EXPECT_TRUE(host.TakeException().IsNil());
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
+    EXPECT_EQ(host.CallsOf("REALUnlockString"), 1);
+}
+
+TEST_F(Errors, ThatTheHostEndsWithAnExceptionGiveEverythingBack)
+{
+    using SetString = bool (*)(REALobject, const char *, REALstring);
+    static constexpr SetString kThrows = [](REALobject, const char *, REALstring) -> bool { throw 42; };
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("REALSetPropValueString", reinterpret_cast<void *>(kThrows));
+    });
+    EXPECT_THROW(RaiseException("NilObjectException", "unheard"), int);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
+    EXPECT_EQ(host.CallsOf("REALUnlockString"), 1);
 }
 
 TEST_F(Errors, MessageIsTaggedASCII)
@@ -154,42 +213,17 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(StandardExceptions, BecomeHostExceptions)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        gRealBuildString =
-            reinterpret_cast<decltype(gRealBuildString)>(unloaded.Resolver()("REALBuildString"));
-        unloaded.Replace("REALBuildString", reinterpret_cast<void *>(ThrowingBuildString));
-    });
-    gThrow = GetParam().thrower;
-    REALstring result = nullptr;
+    Host &host = Start(2024.01, ThrowingBuilder::Install);
+    ThrowingBuilder::ThrowNext(GetParam().thrower);
+    REALstring result = reinterpret_cast<REALstring>(this);
     ExpectRaised(
         host, [&] { result = REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8); },
         GetParam().className, GetParam().message);
     EXPECT_EQ(result, nullptr);
+    EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, StandardExceptions,
-    ::testing::Values(
-        StandardRow{"BadAlloc", [] { throw std::bad_alloc(); }, "OutOfMemoryException",
-                    "Failed to allocate memory."},
-        StandardRow{"BadArrayNewLength", [] { throw std::bad_array_new_length(); }, "OutOfMemoryException",
-                    "Failed to allocate memory."},
-        StandardRow{"RangeError", [] { throw std::range_error("range"); }, "OutOfBoundsException", "range"},
-        StandardRow{"OutOfRange", [] { throw std::out_of_range("out"); }, "OutOfBoundsException", "out"},
-        StandardRow{"DerivedOutOfRange", [] { throw Derived("derived"); }, "OutOfBoundsException", "derived"},
-        StandardRow{"OverflowError", [] { throw std::overflow_error("over"); }, "OutOfBoundsException",
-                    "over"},
-        StandardRow{"UnderflowError", [] { throw std::underflow_error("under"); }, "OutOfBoundsException",
-                    "under"},
-        StandardRow{"LogicError", [] { throw std::logic_error("logic"); }, "RuntimeException", "logic"},
-        StandardRow{"LengthError", [] { throw std::length_error("length"); }, "RuntimeException", "length"},
-        StandardRow{"RuntimeError", [] { throw std::runtime_error("runtime"); }, "RuntimeException",
-                    "runtime"},
-        StandardRow{"BadCast", [] { throw std::bad_cast(); }, "IllegalCastException", std::bad_cast().what()},
-        StandardRow{"Exception", [] { throw std::exception(); }, "RuntimeException", std::exception().what()},
-        StandardRow{"AnythingElse", [] { throw 42; }, "RuntimeException",
-                    "Sorry, but there was an unnamed C++ Exception."}),
-    RowName);
+INSTANTIATE_TEST_SUITE_P(Rows, StandardExceptions, ::testing::ValuesIn(kStandardRows), RowName);
 
 TEST_F(Errors, StringBuilderThatKeepsThrowingEndsWithAnEmptyMessage)
 {
@@ -204,7 +238,10 @@ TEST_F(Errors, StringBuilderThatKeepsThrowingEndsWithAnEmptyMessage)
         host, [] { REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8); }, "OutOfMemoryException", "");
 }
 
-TEST_F(Errors, DummyExceptionIsNil)
+TEST_F(Errors, DummyExceptionIsNilForAnyInstance)
 {
-    EXPECT_EQ(DummyException(nullptr), nullptr);
+    Host &host = Start();
+    const Value instance = host.New("RuntimeException");
+    EXPECT_EQ(DummyException(ObjectOf(instance)), nullptr);
+    EXPECT_TRUE(host.Trace().empty());
 }

@@ -1,7 +1,5 @@
 // What the library registers with a host, and what it makes of the host's version.
-#include <dlfcn.h>
-
-#include <cstdio>
+#include <limits>
 
 #include "tests/support/plugin_test.h"
 
@@ -207,13 +205,14 @@ TEST_P(RegistrationByVersion, DeclaresTheRecordVersionOfTheHost)
         EXPECT_EQ(record.version, static_cast<uint32_t>(GetParam().record)) << record.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(AllVersions, RegistrationByVersion,
-                         ::testing::Values(VersionRow{std::nullopt, 9}, VersionRow{0.0, 9},
-                                           VersionRow{2011.43, 9}, VersionRow{2011.999, 9},
-                                           VersionRow{2012.0, 10}, VersionRow{2012.99, 10},
-                                           VersionRow{2013.0, 11}, VersionRow{2013.02, 11},
-                                           VersionRow{2013.03, 12}, VersionRow{2013.03999, 12},
-                                           VersionRow{2013.04, 13}, VersionRow{2026.1, 13}));
+INSTANTIATE_TEST_SUITE_P(
+    AllVersions, RegistrationByVersion,
+    ::testing::Values(VersionRow{std::nullopt, 9}, VersionRow{0.0, 9}, VersionRow{2011.43, 9},
+                      VersionRow{2011.999, 9}, VersionRow{2012.0, 10}, VersionRow{2012.99, 10},
+                      VersionRow{2013.0, 11}, VersionRow{2013.02, 11}, VersionRow{2013.03, 12},
+                      VersionRow{2013.03999, 12}, VersionRow{2013.04, 13}, VersionRow{2026.1, 13},
+                      VersionRow{std::numeric_limits<double>::infinity(), 13},
+                      VersionRow{std::numeric_limits<double>::quiet_NaN(), 9}, VersionRow{-2024.01, 9}));
 
 TEST_F(Registration, GivesTheClassesInOrder)
 {
