@@ -2,65 +2,11 @@
 // missing.
 #include <gtest/gtest.h>
 
-#include <map>
-#include <string>
-#include <tuple>
-
 #include "frame/host_entry_points.h"
 #include "frame/plugin.h"
+#include "tests/frame/sample_host.h"
 
 namespace {
-
-/// What the resolver answers, and how often it was asked.
-std::map<std::string, void *> gAnswers;
-std::map<std::string, int> gAsks;
-
-void *Resolve(const char *name)
-{
-    ++gAsks[name];
-    const auto found = gAnswers.find(name);
-    return found == gAnswers.end() ? nullptr : found->second;
-}
-
-/// A value of a type that is not the type's empty value.
-template <typename T>
-T Sample()
-{
-    if constexpr (std::is_same_v<T, bool>)
-        return true;
-    else if constexpr (std::is_pointer_v<T>)
-        return reinterpret_cast<T>(uintptr_t{0x1230});
-    else
-        return static_cast<T>(-7);
-}
-
-/// A host function that keeps its arguments and answers the sample of its result.
-template <typename Result, typename... Parameters>
-struct HostFunction {
-    static inline std::tuple<std::decay_t<Parameters>...> arguments;
-    static inline int calls = 0;
-
-    static Result Call(Parameters... given)
-    {
-        ++calls;
-        arguments = std::make_tuple(given...);
-        if constexpr (!std::is_void_v<Result>)
-            return Sample<Result>();
-    }
-};
-
-/// Whether the wrapper's answer is empty. A procedure has none.
-template <typename Wrapper, typename... Arguments>
-bool IsEmpty(Wrapper wrapper, Arguments... arguments)
-{
-    using Result = decltype(wrapper(arguments...));
-    if constexpr (std::is_void_v<Result>) {
-        wrapper(arguments...);
-        return true;
-    } else {
-        return wrapper(arguments...) == Result();
-    }
-}
 
 /// `HostResult` is the host function's own result where the wrapper answers something else.
 template <typename HostResult, typename Result, typename... Parameters>
@@ -73,22 +19,35 @@ void CheckWrapperOf(const std::string &name, Result (*wrapper)(Parameters...))
     gAsks.clear();
     Function::calls = 0;
     Function::arguments = {};
+    const auto callMissing = [&] {
+        if constexpr (std::is_void_v<Result>)
+            wrapper(Sample<Parameters>()...);
+        else
+            EXPECT_EQ(wrapper(Sample<Parameters>()...), Result());
+    };
+    const auto callFound = [&] {
+        if constexpr (std::is_void_v<Result>)
+            wrapper(Sample<Parameters>()...);
+        else
+            EXPECT_EQ(wrapper(Sample<Parameters>()...), Sample<Result>());
+    };
 
-    EXPECT_TRUE(IsEmpty(wrapper, Sample<Parameters>()...));
-    EXPECT_TRUE(IsEmpty(wrapper, Sample<Parameters>()...));
+    callMissing();
+    callMissing();
     EXPECT_EQ(gAsks[name], 2) << "asked again as long as it is missing";
     EXPECT_EQ(gAsks.size(), 1u) << "asked for another name";
 
     gAnswers[name] = reinterpret_cast<void *>(&Function::Call);
-    EXPECT_EQ(IsEmpty(wrapper, Sample<Parameters>()...), std::is_void_v<Result>);
+    callFound();
     EXPECT_EQ(gAsks[name], 3);
     EXPECT_EQ(Function::calls, 1);
     EXPECT_EQ(Function::arguments, std::make_tuple(Sample<Parameters>()...));
 
     gAnswers.clear();
-    IsEmpty(wrapper, Sample<Parameters>()...);
+    callFound();
     EXPECT_EQ(gAsks[name], 3) << "kept once found";
     EXPECT_EQ(Function::calls, 2);
+    EXPECT_EQ(gAsks.size(), 1u) << "asked for another name";
 }
 
 template <typename Result, typename... Parameters>
@@ -101,10 +60,12 @@ void CheckWrapper(const std::string &name, Result (*wrapper)(Parameters...))
 template <typename Value>
 struct PropertyFunction {
     static inline std::string name;
+    static inline REALobject variant;
 
-    static bool Call(REALobject, const char *given, Value *value)
+    static bool Call(REALobject givenVariant, const char *given, Value *value)
     {
         name = given;
+        variant = givenVariant;
         *value = Sample<Value>();
         return true;
     }
@@ -127,56 +88,17 @@ void CheckVariantReader(const std::string &name, Value (*wrapper)(REALobject),
     gAnswers[propertyFunction] = reinterpret_cast<void *>(&PropertyFunction<Value>::Call);
     EXPECT_EQ(wrapper(variant), Sample<Value>());
     EXPECT_EQ(PropertyFunction<Value>::name, property);
+    EXPECT_EQ(PropertyFunction<Value>::variant, variant);
     EXPECT_EQ(gAsks[name], 2) << "asked again as long as it is missing";
 
     PropertyFunction<Value>::name.clear();
     gAnswers[name] = reinterpret_cast<void *>(&HostFunction<Value, REALobject>::Call);
     EXPECT_EQ(wrapper(variant), Sample<Value>());
+    EXPECT_EQ((HostFunction<Value, REALobject>::arguments), std::make_tuple(variant));
     EXPECT_EQ(wrapper(variant), Sample<Value>());
     EXPECT_EQ(PropertyFunction<Value>::name, "") << "the property counts only without the function";
     EXPECT_EQ(gAsks[name], 3) << "kept once found";
 }
-
-/// An element reader that keeps its arguments, behind a host function that gives it for an array.
-template <typename Element>
-struct ElementReader {
-    static inline REALarray array;
-    static inline int64_t index;
-
-    static Element Read(REALarray givenArray, int64_t givenIndex)
-    {
-        array = givenArray;
-        index = givenIndex;
-        return Sample<Element>();
-    }
-    static void *ReaderOf(REALarray) { return reinterpret_cast<void *>(&Read); }
-    static void *NoReader(REALarray) { return nullptr; }
-};
-
-template <typename Element>
-void CheckElementReader(const std::string &name, Element (*wrapper)(REALarray, int64_t))
-{
-    SCOPED_TRACE(name);
-    using Reader = ElementReader<Element>;
-    gResolver = Resolve;
-    gAnswers.clear();
-    gAsks.clear();
-    const auto array = Sample<REALarray>();
-
-    EXPECT_EQ(wrapper(array, 3), Element());
-    EXPECT_EQ(gAsks[name], 1);
-    EXPECT_EQ(gAsks.size(), 1u);
-
-    gAnswers[name] = reinterpret_cast<void *>(&Reader::ReaderOf);
-    EXPECT_EQ(wrapper(array, 3), Sample<Element>());
-    EXPECT_EQ(Reader::array, array);
-    EXPECT_EQ(Reader::index, 3);
-    EXPECT_EQ(wrapper(array, -1), Sample<Element>());
-    EXPECT_EQ(Reader::index, -1);
-    EXPECT_EQ(gAsks[name], 2);
-}
-
-REALobject gInserted;
 
 } // namespace
 
@@ -244,65 +166,16 @@ TEST(HostEntryPoints, ReadVariantsThroughTheirPropertiesWhereTheFunctionIsMissin
     CheckVariantReader("VariantToSingle", GetVariantSingle, "REALGetPropValueSingle", "SingleValue");
 }
 
-TEST(HostEntryPoints, ReadElementsThroughTheReaderOfTheArray)
-{
-    CheckElementReader("PluginIntegerArrayGetProc", REALGetArrayValueInteger);
-    CheckElementReader("PluginInt64ArrayGetProc", REALGetArrayValueInt64);
-    CheckElementReader("PluginBooleanArrayGetProc", REALGetArrayValueBoolean);
-    CheckElementReader("PluginSingleArrayGetProc", REALGetArrayValueSingle);
-    CheckElementReader("PluginDoubleArrayGetProc", REALGetArrayValueDouble);
-    CheckElementReader("PluginStringArrayGetProc", REALGetArrayValueString);
-    CheckElementReader("PluginTextArrayGetProc", REALGetArrayValueText);
-    CheckElementReader("PluginObjectArrayGetProc", REALGetArrayValueObject);
-}
-
-TEST(HostEntryPoints, ArrayWithoutAReaderReadsAsZero)
-{
-    gResolver = Resolve;
-    gAnswers["PluginDoubleArrayGetProc"] = reinterpret_cast<void *>(&ElementReader<double>::NoReader);
-    EXPECT_EQ(REALGetArrayValueDouble(Sample<REALarray>(), 0), 0.0);
-}
-
-TEST(HostEntryPoints, BooleanElementsAreZeroOrOne)
-{
-    gResolver = Resolve;
-    gAnswers["PluginBooleanArrayGetProc"] = reinterpret_cast<void *>(&ElementReader<uint8_t>::ReaderOf);
-    ASSERT_GT(Sample<uint8_t>(), 1);
-    const bool element = REALGetArrayValueBoolean(Sample<REALarray>(), 0);
-    EXPECT_EQ(static_cast<int>(element), 1);
-}
-
-TEST(HostEntryPoints, InsertAnElementThroughTheProcedureOfTheArray)
-{
-    gResolver = Resolve;
-    const auto array = Sample<REALarray>();
-    const auto value = Sample<REALobject>();
-    EXPECT_FALSE(REALInsertArrayValueObject(array, 0, value));
-
-    using InsertProc = void (*)(REALarray, int64_t, REALobject);
-    static constexpr InsertProc kInsert = [](REALarray, int64_t, REALobject inserted) {
-        gInserted = inserted;
-    };
-    using ProcOf = void *(*)(REALarray);
-    static constexpr ProcOf kProcOf = [](REALarray) { return reinterpret_cast<void *>(kInsert); };
-    gAnswers["PluginObjectArrayInsertProc"] = reinterpret_cast<void *>(kProcOf);
-    EXPECT_TRUE(REALInsertArrayValueObject(array, 0, value));
-    EXPECT_EQ(gInserted, value);
-}
-
-TEST(HostEntryPoints, ArrayWithoutAnInsertProcedureTakesNothing)
-{
-    gResolver = Resolve;
-    using ProcOf = void *(*)(REALarray);
-    static constexpr ProcOf kNone = [](REALarray) -> void * { return nullptr; };
-    gAnswers["PluginObjectArrayInsertProc"] = reinterpret_cast<void *>(kNone);
-    EXPECT_FALSE(REALInsertArrayValueObject(Sample<REALarray>(), 0, Sample<REALobject>()));
-}
-
 TEST(HostEntryPoints, LockingSaysWhetherTheHostCan)
 {
     gResolver = Resolve;
     EXPECT_FALSE(REALLockObject(Sample<REALobject>()));
+    EXPECT_FALSE(REALLockString(Sample<REALstring>()));
+    EXPECT_FALSE(REALLockText(Sample<REALtext>()));
     gAnswers["REALLockObject"] = reinterpret_cast<void *>(&HostFunction<void, REALobject>::Call);
+    gAnswers["REALLockString"] = reinterpret_cast<void *>(&HostFunction<void, REALstring>::Call);
+    gAnswers["PluginLockText"] = reinterpret_cast<void *>(&HostFunction<void, REALtext>::Call);
     EXPECT_TRUE(REALLockObject(Sample<REALobject>()));
+    EXPECT_TRUE(REALLockString(Sample<REALstring>()));
+    EXPECT_TRUE(REALLockText(Sample<REALtext>()));
 }
