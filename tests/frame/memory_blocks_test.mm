@@ -6,10 +6,10 @@
 #include <sys/mman.h>
 
 #include <new>
-
-#include "frame/host_entry_points.h"
 #include <utility>
 
+#include "frame/host_entry_points.h"
+#include "tests/frame/folded_bytes.h"
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
@@ -70,6 +70,19 @@ REALobject NoBlock(int32_t size)
 void ConstructNothing(REALobject, int64_t size)
 {
     gAsked.push_back(Ask(kConstructor, size));
+}
+
+void ConstructOutOfMemory(REALobject, int64_t)
+{
+    throw std::bad_alloc();
+}
+
+/// Where blocks have their bytes.
+void *gTarget;
+
+void *PointerToTarget(REALobject)
+{
+    return gTarget;
 }
 
 /// The size that a block reports after the constructor has run.
@@ -155,35 +168,11 @@ protected:
     }
 
     void ExpectNoException() { EXPECT_TRUE(host().TakeException().IsNil()); }
-
-    /// How often the host was asked for the method of an instance.
-    int AsksForMethod(const std::string &declaration)
-    {
-        int asks = 0;
-        for (const qzlhost::TraceEntry &entry : host().Trace())
-            if (entry.function == "REALLoadObjectMethod" &&
-                entry.arguments.find(declaration) != std::string::npos)
-                ++asks;
-        return asks;
-    }
 };
 
 NSData *ThreeBytes()
 {
     return [NSData dataWithBytes:"a\0b" length:3];
-}
-
-REALmemoryBlock BlockHandle(const Value &block)
-{
-    return reinterpret_cast<REALmemoryBlock>(ObjectOf(block));
-}
-
-/// What lies at the block's pointer, as long as the block.
-std::string TextAtPointer(const Value &block)
-{
-    const void *const bytes = MyREALMemoryBlockGetPtr(BlockHandle(block));
-    const size_t size = Host::Current().MemoryBlockBytes(block).size();
-    return bytes == nullptr ? "no pointer" : std::string(static_cast<const char *>(bytes), size);
 }
 
 } // namespace
@@ -274,6 +263,43 @@ TEST_F(MemoryBlocks, BlockThatIsSmallerThanAskedIsGivenBack)
     EXPECT_EQ(gAsked, (std::vector<std::string>{Ask(kConstructor, 0x7FFFFFFF), "Size"}));
 }
 
+TEST_F(MemoryBlocks, DataBeyondThePlainLengthsAreCopiedToTheirEnd)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.ReplaceMethod(kConstructor, reinterpret_cast<void *>(&ConstructNothing));
+        unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&ReportSize));
+        unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&PointerToTarget));
+    });
+    // The first of them, and one that 32 bits cannot say.
+    for (const NSUInteger length : {kConstructorLengths[0], kConstructorLengths[2]}) {
+        SCOPED_TRACE(length);
+        const FoldedBytes source(length, 'd');
+        const FoldedBytes target(length, '-');
+        gTarget = target.Start();
+        gReportedSize = static_cast<int64_t>(length);
+
+        const Value block = BlockOf([NSData dataWithBytesNoCopy:source.Start()
+                                                         length:length
+                                                   freeWhenDone:NO]);
+
+        EXPECT_FALSE(block.IsNil());
+        EXPECT_EQ(host.References(block), 1);
+        EXPECT_EQ(target.Start()[0], 'd');
+        EXPECT_EQ(target.Start()[length - 1], 'd');
+        EXPECT_EQ(target.Start()[length], '-');
+        ExpectNoException();
+    }
+}
+
+TEST_F(MemoryBlocks, ConstructorThatThrowsIsOutOfMemoryAndItsInstanceIsGivenBack)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.ReplaceMethod(kConstructor, reinterpret_cast<void *>(&ConstructOutOfMemory));
+    });
+    ExpectOutOfMemory([QZLSparseData dataOfLength:kConstructorLengths[0]]);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 2) << "a block and the exception";
+}
+
 TEST_F(MemoryBlocks, MissingFunctionForPlainBlocksIsOutOfMemory)
 {
     StartLacking("newMemoryBlock");
@@ -356,136 +382,4 @@ TEST_F(MemoryBlocks, StandardExceptionWhileThePointerIsAskedForGivesTheBlockBack
         unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&OutOfMemoryForAPointer));
     });
     ExpectOutOfMemory(ThreeBytes());
-}
-
-TEST_F(MemoryBlocks, ConstructorMakesABlockOfTheSize)
-{
-    Host &host = Start();
-    MemoryBlockRequest request = {16, nullptr};
-    REALNewMemoryBlockWork(&request);
-    const Value block = Owned(reinterpret_cast<REALobject>(request.block));
-    ASSERT_FALSE(block.IsNil());
-    EXPECT_EQ(host.Get(block, "Size").AsInteger(), 16);
-    EXPECT_EQ(host.References(block), 1);
-    EXPECT_EQ(request.size, 16);
-}
-
-TEST_F(MemoryBlocks, ConstructorMayMakeMoreThanAsked)
-{
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&ReportSize));
-    });
-    gReportedSize = 17;
-    MemoryBlockRequest request = {16, nullptr};
-    REALNewMemoryBlockWork(&request);
-    EXPECT_FALSE(Owned(reinterpret_cast<REALobject>(request.block)).IsNil());
-}
-
-TEST_F(MemoryBlocks, ConstructorsBlockHasItsSizeFromTheHostFunctionWithoutTheProperty)
-{
-    Host &host = StartLacking("REALGetPropValueInteger");
-    MemoryBlockRequest request = {16, nullptr};
-    REALNewMemoryBlockWork(&request);
-    EXPECT_FALSE(Owned(reinterpret_cast<REALobject>(request.block)).IsNil());
-    EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
-}
-
-TEST_F(MemoryBlocks, ConstructorsBlockWithoutAnySizeIsGivenBack)
-{
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Lack("REALGetPropValueInteger");
-        unloaded.Lack("memoryBlockGetSize");
-    });
-    MemoryBlockRequest request = {16, nullptr};
-    REALNewMemoryBlockWork(&request);
-    EXPECT_EQ(request.block, nullptr);
-}
-
-TEST_F(MemoryBlocks, ConstructorIsLookedUpOnce)
-{
-    Host &host = Start();
-    for (int round = 0; round < 3; ++round) {
-        MemoryBlockRequest request = {16, nullptr};
-        REALNewMemoryBlockWork(&request);
-        EXPECT_FALSE(Owned(reinterpret_cast<REALobject>(request.block)).IsNil());
-    }
-    EXPECT_EQ(AsksForMethod(kConstructor), 1);
-    EXPECT_EQ(host.CallsOf("MemoryBlock.Constructor"), 3);
-}
-
-TEST_F(MemoryBlocks, MissingConstructorIsLookedUpOnce)
-{
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConstructor); });
-    for (int round = 0; round < 3; ++round) {
-        MemoryBlockRequest request = {16, nullptr};
-        REALNewMemoryBlockWork(&request);
-        EXPECT_EQ(request.block, nullptr);
-    }
-    EXPECT_EQ(AsksForMethod(kConstructor), 1);
-    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 3);
-    ExpectNoException();
-}
-
-TEST_F(MemoryBlocks, NoBlockHasNoPointer)
-{
-    Host &host = Start();
-    EXPECT_EQ(MyREALMemoryBlockGetPtr(nullptr), nullptr);
-    EXPECT_TRUE(host.Trace().empty());
-}
-
-TEST_F(MemoryBlocks, PointerMethodIsFoundOnceThroughATemporaryBlock)
-{
-    Host &host = Start();
-    const Value first = host.NewMemoryBlock("first");
-    const Value second = host.NewMemoryBlock("second");
-    EXPECT_EQ(TextAtPointer(first), "first");
-    EXPECT_EQ(TextAtPointer(second), "second");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
-    ASSERT_EQ(host.CallsOf("newMemoryBlock"), 1);
-    EXPECT_EQ(host.Trace().at(0).arguments, "4");
-    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
-    EXPECT_EQ(host.CallsOf("memoryBlockGetPtr"), 0);
-}
-
-TEST_F(MemoryBlocks, PointerMethodIsThatOfTheTemporaryBlockNotOfAProgramsOwnClass)
-{
-    Host &host = Start();
-    qzlhost::ClassDefinition definition;
-    definition.name = "ProgramBlock";
-    definition.super = "MemoryBlock";
-    definition.methods.push_back(
-        {kConvertToPointer, [](const Value &, const std::vector<Value> &) { return Value(int64_t{0}); }});
-    host.DefineClass(std::move(definition));
-    const Value block = host.New("ProgramBlock", {3});
-    EXPECT_NE(MyREALMemoryBlockGetPtr(BlockHandle(block)), nullptr);
-}
-
-TEST_F(MemoryBlocks, PointerMethodIsAskedOfTheBlockItselfWithoutATemporaryOne)
-{
-    Host &host = StartLacking("newMemoryBlock");
-    const Value block = host.NewMemoryBlock("bytes");
-    EXPECT_EQ(TextAtPointer(block), "bytes");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
-    EXPECT_EQ(host.References(block), 1);
-}
-
-TEST_F(MemoryBlocks, PointerComesFromTheHostFunctionWithoutTheMethodWhichIsLookedForAgain)
-{
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConvertToPointer); });
-    const Value block = host.NewMemoryBlock("bytes");
-    for (int round = 0; round < 3; ++round)
-        EXPECT_EQ(TextAtPointer(block), "bytes");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 3);
-    EXPECT_EQ(host.CallsOf("newMemoryBlock"), 3);
-    EXPECT_EQ(host.CallsOf("memoryBlockGetPtr"), 3);
-}
-
-TEST_F(MemoryBlocks, PointerMethodThatComesLaterIsFound)
-{
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConvertToPointer); });
-    const Value block = host.NewMemoryBlock("bytes");
-    MyREALMemoryBlockGetPtr(BlockHandle(block));
-    host.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NoPointer));
-    EXPECT_EQ(MyREALMemoryBlockGetPtr(BlockHandle(block)), nullptr);
-    EXPECT_EQ(host.CallsOf("memoryBlockGetPtr"), 1);
 }
