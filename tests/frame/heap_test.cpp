@@ -12,6 +12,18 @@ using qzlhost::Host;
 using qzlhost::Value;
 using namespace std::string_literals;
 
+/// How often the library had Core Foundation write a text into a buffer.
+static int gConversions;
+
+// The linker leads the library's calls here.
+extern "C" Boolean __real_CFStringGetCString(CFStringRef, char *, CFIndex, CFStringEncoding);
+extern "C" Boolean __wrap_CFStringGetCString(CFStringRef string, char *buffer, CFIndex size,
+                                             CFStringEncoding encoding)
+{
+    ++gConversions;
+    return __real_CFStringGetCString(string, buffer, size, encoding);
+}
+
 namespace {
 
 /// The bytes that a host was last asked to make a string of.
@@ -241,10 +253,12 @@ TEST_F(NoMemory, GivesTheNullStringForALongCocoaStringAndRaisesNothing)
         EXPECT_EQ(CFString2RBString(text.Get()), nullptr);
         EXPECT_TRUE(heap.HasFailed());
     }
+    EXPECT_EQ(gConversions, 0) << "there is no buffer";
     EXPECT_TRUE(host.Trace().empty());
     EXPECT_TRUE(host.TakeException().IsNil());
 
     EXPECT_EQ(Owned(CFString2RBString(text.Get())).StringBytes(), std::string(100, 'a')) << "now there is";
+    EXPECT_EQ(gConversions, 1);
 }
 
 TEST_F(NoMemory, GivesTheNullStringForLongUTF32)
