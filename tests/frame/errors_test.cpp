@@ -225,6 +225,16 @@ TEST_P(StandardExceptions, BecomeHostExceptions)
 
 INSTANTIATE_TEST_SUITE_P(Rows, StandardExceptions, ::testing::ValuesIn(kStandardRows), RowName);
 
+TEST_F(Errors, TextOfAStandardExceptionIsTaggedASCII)
+{
+    Host &host = Start(2024.01, ThrowingBuilder::Install);
+    ThrowingBuilder::ThrowNext([] { throw std::runtime_error("text"); });
+    EXPECT_EQ(REALBuildUnicodeString("bytes", 5, kCFStringEncodingUTF8), nullptr);
+    const Value message = host.Get(host.TakeException(), "Message");
+    EXPECT_EQ(message.StringBytes(), "text");
+    EXPECT_EQ(message.StringEncoding(), qzlhost::encoding::ASCII);
+}
+
 TEST_F(Errors, StringBuilderThatKeepsThrowingEndsWithAnEmptyMessage)
 {
     using BuildString = REALstring (*)(const char *, int32_t);
