@@ -42,6 +42,15 @@ const std::vector<Sample> &Samples()
     return samples;
 }
 
+/// The arguments of the first call of a host function.
+std::string ArgumentsOf(const Host &host, const std::string &function)
+{
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        if (entry.function == function)
+            return entry.arguments;
+    return "never called";
+}
+
 /// A host version together with whether it answers with Core Foundation strings.
 struct Route {
     const char *name;
@@ -58,6 +67,7 @@ std::string RouteName(const ::testing::TestParamInfo<Route> &info)
 
 class BeforeCFStrings : public LinkedTest, public ::testing::WithParamInterface<double> {};
 class CFStringByVersion : public LinkedTest, public ::testing::WithParamInterface<double> {};
+class TextWithout : public LinkedTest, public ::testing::WithParamInterface<const char *> {};
 class LengthAroundTheBuffer : public LinkedTest, public ::testing::WithParamInterface<size_t> {};
 
 } // namespace
@@ -177,6 +187,27 @@ TEST_F(HostStrings, MissingContentsOrLengthGivesNil)
     EXPECT_EQ(host.AsksFor("REALLoadGlobalMethod"), 2);
 }
 
+TEST_P(TextWithout, AFunctionForItsBytesIsNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("REALGetStringCFString");
+        unloaded.Lack(GetParam());
+    });
+    for (const uint32_t encoding :
+         {qzlhost::encoding::UTF8, qzlhost::encoding::UTF16, qzlhost::encoding::Unknown}) {
+        for (const char *bytes : {"", "text"}) {
+            const Value string = Value::StringOfBytes(bytes, encoding);
+            EXPECT_EQ(NewNSString(StringOf(string)), nil);
+            EXPECT_EQ(host.References(string), 1);
+        }
+    }
+    EXPECT_EQ(host.AsksFor(GetParam()), 6) << "asked again as long as it is missing";
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, TextWithout,
+                         ::testing::Values("StringGetCString", "REALLoadGlobalMethod"),
+                         [](const auto &info) { return std::string(info.param); });
+
 TEST_F(HostStrings, LenBIsLoadedOnceWhenItIsThere)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetStringCFString"); });
@@ -184,6 +215,7 @@ TEST_F(HostStrings, LenBIsLoadedOnceWhenItIsThere)
     for (int round = 0; round < 3; ++round)
         EXPECT_NE(NewNSString(StringOf(string)), nil);
     EXPECT_EQ(host.CallsOf("REALLoadGlobalMethod"), 1);
+    EXPECT_EQ(ArgumentsOf(host, "REALLoadGlobalMethod"), "null, \"LenB( s as string ) as integer\"");
     EXPECT_EQ(host.CallsOf("REALLockString"), 3);
     EXPECT_EQ(host.CallsOf("REALUnlockString"), 3);
 }

@@ -11,6 +11,7 @@ const std::u16string kText = u"plain gr\u00FC\u00DF \u4E2D\u6587 \U0001F600 \U00
 
 class TextByRoute : public EncodingTest, public ::testing::WithParamInterface<Route> {};
 using TextFromBytes = EncodingTest;
+class HostsCFString : public EncodingTest, public ::testing::WithParamInterface<double> {};
 
 } // namespace
 
@@ -128,7 +129,7 @@ TEST_F(TextFromBytes, OfUTF32RefusesSurrogatesAndWhatIsBeyondUnicode)
         EXPECT_EQ(Read(bytes, qzlhost::encoding::UTF32), std::nullopt) << testing::PrintToString(bytes);
 }
 
-TEST_F(EncodingTest, HostsCFStringIsTakenAsItIs)
+TEST_P(HostsCFString, IsTakenAsItIs)
 {
     static NSString *const kAnswer = @"\uFEFFwhat the host says";
     using GetString = CFStringRef (*)(REALstring, int64_t);
@@ -136,13 +137,16 @@ TEST_F(EncodingTest, HostsCFStringIsTakenAsItIs)
         EXPECT_EQ(option, 0);
         return (CFStringRef)[kAnswer retain];
     };
-    Start(2024.01, [](Host &unloaded) {
+    Start(GetParam(), [](Host &unloaded) {
         unloaded.Replace("REALGetStringCFString", reinterpret_cast<void *>(kGetString));
     });
     const Value string = Value::StringOfBytes("the bytes", qzlhost::encoding::Latin1);
 
     EXPECT_EQ(NewNSString(StringOf(string)), kAnswer);
 }
+
+// Asked for by one function of the library's, or by the other.
+INSTANTIATE_TEST_SUITE_P(Versions, HostsCFString, ::testing::Values(2011.99, 2012.0, 2024.01));
 
 TEST_F(EncodingTest, HostReadsUTF32InTheMachinesOrder)
 {

@@ -3,6 +3,7 @@
 
 #include "frame/host_strings.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/texts.h"
 #include "tests/support/throwing.h"
 
 using qzlhost::Host;
@@ -68,7 +69,56 @@ bool ReadingEnds(const Value &string, Ending ending)
     return false;
 }
 
+// A host whose strings have their bytes in place only while they are locked.
+
+std::string gContents;
+std::string gBytes;
+
+void PutBytesInPlace(REALstring)
+{
+    gBytes = gContents;
+}
+
+void TakeBytesAway(REALstring)
+{
+    gBytes.assign(gBytes.size(), 'x');
+}
+
+const char *WhereBytesAre(REALstring)
+{
+    return gBytes.data();
+}
+
+int64_t CountBytes(REALstring)
+{
+    return static_cast<int64_t>(gBytes.size());
+}
+
+class LockedBytes : public LinkedTest, public ::testing::WithParamInterface<uint32_t> {};
+
 } // namespace
+
+TEST_P(LockedBytes, AreReadWhileTheLockLasts)
+{
+    Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("REALGetStringCFString");
+        unloaded.Replace("REALLockString", reinterpret_cast<void *>(&PutBytesInPlace));
+        unloaded.Replace("REALUnlockString", reinterpret_cast<void *>(&TakeBytesAway));
+        unloaded.Replace("StringGetCString", reinterpret_cast<void *>(&WhereBytesAre));
+        unloaded.ReplaceMethod(kLenB, reinterpret_cast<void *>(&CountBytes));
+    });
+    const std::u16string units = u"text";
+    gContents = GetParam() == qzlhost::encoding::UTF16 ? std::string(BytesOfUnits(units)) : "text";
+    const Value string = Value::StringOfBytes("other", GetParam());
+
+    EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), units);
+
+    EXPECT_EQ(gBytes, std::string(gContents.size(), 'x')) << "unlocked";
+}
+
+INSTANTIATE_TEST_SUITE_P(Encodings, LockedBytes,
+                         ::testing::Values(qzlhost::encoding::UTF8, qzlhost::encoding::UTF16,
+                                           qzlhost::encoding::Unknown));
 
 TEST_P(StringLock, IsGivenBackWhenTheReadingEndsWithAnException)
 {
