@@ -1,0 +1,215 @@
+// How many entries of a host Dictionary are asked for, and what becomes of those that cannot be read.
+#include <objc/runtime.h>
+
+#include "tests/bridge/to_cocoa/member_conversion.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+constexpr char kGetter[] = "Value(key As Variant) As Variant";
+constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
+
+int64_t gCount;
+
+bool AnswerCount(qzlhost::Instance *, const char *name, int64_t *count)
+{
+    EXPECT_STREQ(name, "Count");
+    *count = gCount;
+    return true;
+}
+
+/// What the getter below gives, with a reference each time, and how often it was asked for no key.
+Value *gValueOfNoKey;
+int gAsksForNoKey;
+
+qzlhost::Instance *GiveValueOfNoKey(qzlhost::Instance *, qzlhost::Instance *key)
+{
+    gAsksForNoKey += key == nullptr;
+    Value reference = *gValueOfNoKey;
+    const auto lock =
+        reinterpret_cast<void (*)(qzlhost::Instance *)>(Host::Current().Resolver()("REALLockObject"));
+    lock(reference.ObjectPointer());
+    return reference.ObjectPointer();
+}
+
+/// Makes Cocoa refuse dictionaries while it lives.
+class RefusedDictionaries {
+public:
+    RefusedDictionaries()
+        : method_(class_getClassMethod([NSMutableDictionary class], @selector(dictionaryWithCapacity:))),
+          original_(method_setImplementation(method_, reinterpret_cast<IMP>(&Refuse)))
+    {
+        gCapacities.clear();
+    }
+    ~RefusedDictionaries() { method_setImplementation(method_, original_); }
+    RefusedDictionaries(const RefusedDictionaries &) = delete;
+    RefusedDictionaries &operator=(const RefusedDictionaries &) = delete;
+
+    static inline std::vector<NSUInteger> gCapacities;
+
+private:
+    static id Refuse(id, SEL, NSUInteger capacity)
+    {
+        gCapacities.push_back(capacity);
+        return nil;
+    }
+
+    Method method_;
+    IMP original_;
+};
+
+class DictionaryCounts : public MemberConversion {
+protected:
+    /// A Dictionary with these entries, whose class has a key getter of its own.
+    Value NewDictionary(int64_t entries, std::function<Value(const Value &self, int64_t index)> key)
+    {
+        qzlhost::ClassDefinition definition;
+        definition.name = "ProgramDictionary";
+        definition.super = "Dictionary";
+        definition.methods = {{kKeyGetter, [key](const Value &self, const auto &arguments) {
+                                   return key(self, arguments[0].AsInteger());
+                               }}};
+        host().DefineClass(std::move(definition));
+        const Value dictionary = host().New("ProgramDictionary");
+        for (int64_t entry = 0; entry < entries; ++entry)
+            host().DictionarySet(dictionary, "key " + std::to_string(entry), entry);
+        return dictionary;
+    }
+
+    Value NewDictionary(const char *key, const Value &value)
+    {
+        const Value dictionary = host().NewDictionary();
+        host().DictionarySet(dictionary, key, value);
+        return dictionary;
+    }
+
+    /// Of what the conversion makes of a Dictionary that has an entry.
+    void ExpectEmptyAndImmutable()
+    {
+        const Value dictionary = NewDictionary("key", "value");
+        host().ClearTrace();
+        NSDictionary *const converted = ConvertDictionary(dictionary);
+        ASSERT_NE(converted, nil);
+        EXPECT_EQ([converted count], 0u);
+        EXPECT_FALSE([converted isKindOfClass:[NSMutableDictionary class]]);
+        EXPECT_EQ(host().CallsOf("REALLoadObjectMethod"), 0) << "no entry is asked for";
+    }
+};
+
+} // namespace
+
+TEST_F(DictionaryCounts, EntriesThatAreAddedMeanwhileAreNotAskedFor)
+{
+    Host &host = Start();
+    std::vector<int64_t> asked;
+    const Value dictionary = NewDictionary(2, [&](const Value &self, int64_t index) {
+        asked.push_back(index);
+        host.DictionarySet(self, "added " + std::to_string(index), "added");
+        return host.DictionaryKey(self, index);
+    });
+    host.ClearTrace();
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    EXPECT_EQ(host.DictionaryCount(dictionary), 4);
+    EXPECT_TRUE([converted isEqual:(
+                                       @{@"key 0" : @0,
+                                         @"key 1" : @1})])
+        << [[converted description] UTF8String];
+    EXPECT_EQ(asked, (std::vector<int64_t>{0, 1}));
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
+}
+
+TEST_F(DictionaryCounts, EntriesThatAreRemovedMeanwhileAreAskedForAllTheSame)
+{
+    Host &host = Start();
+    std::vector<int64_t> asked;
+    const Value dictionary = NewDictionary(3, [&](const Value &self, int64_t index) {
+        asked.push_back(index);
+        if (index == 1)
+            host.Call(self, "Clear");
+        return Value("key " + std::to_string(index));
+    });
+    host.ClearTrace();
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    EXPECT_EQ(asked, (std::vector<int64_t>{0, 1, 2}));
+    NSDictionary *const expected = @{@"key 0" : @0, @"key 1" : [NSNull null], @"key 2" : [NSNull null]};
+    EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
+}
+
+TEST_F(DictionaryCounts, NoOrNegativeCountIsTheEmptyImmutableDictionary)
+{
+    Start({}, [](Host &unloaded) {
+        unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&AnswerCount));
+    });
+    for (const int64_t count : {INT64_C(0), INT64_C(-1), INT64_MIN}) {
+        SCOPED_TRACE(count);
+        gCount = count;
+        ExpectEmptyAndImmutable();
+    }
+}
+
+TEST_F(DictionaryCounts, HostThatCannotCountGivesTheEmptyImmutableDictionary)
+{
+    Start({}, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
+    ExpectEmptyAndImmutable();
+}
+
+TEST_F(DictionaryCounts, HostThatFailsToCountGivesTheEmptyImmutableDictionary)
+{
+    Start().Fail("REALGetPropValueInteger");
+    ExpectEmptyAndImmutable();
+}
+
+TEST_F(DictionaryCounts, HostWithoutMethodsGivesAMutableDictionaryWithoutEntries)
+{
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("REALLoadObjectMethod"); });
+    const Value dictionary = NewDictionary("key", "value");
+    host.ClearTrace();
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    ASSERT_NE(converted, nil);
+    EXPECT_EQ([converted count], 0u);
+    EXPECT_TRUE([converted isKindOfClass:[NSMutableDictionary class]]);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
+    EXPECT_EQ(host.CallsOf("Dictionary.Key") + host.CallsOf("Dictionary.Value"), 0);
+}
+
+TEST_F(DictionaryCounts, ValueOfNoKeyIsAskedForAndGivenBackAndNotStored)
+{
+    Host &host = Start({}, [](Host &unloaded) {
+        unloaded.LackMethod(kKeyGetter);
+        unloaded.ReplaceMethod(kGetter, reinterpret_cast<void *>(&GiveValueOfNoKey));
+    });
+    Value value = host.NewMemoryBlock("value");
+    gValueOfNoKey = &value;
+    const Value dictionary = NewDictionary("key", "value");
+    host.DictionarySet(dictionary, "another", "value");
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    ASSERT_NE(converted, nil);
+    EXPECT_EQ([converted count], 0u);
+    EXPECT_EQ(gAsksForNoKey, 2);
+    EXPECT_EQ(host.References(value), 1);
+}
+
+TEST_F(DictionaryCounts, DictionaryIsNilWhereCocoaMakesNoneOfItsCapacity)
+{
+    Host &host = Start();
+    const Value dictionary = NewDictionary("key", "value");
+    host.DictionarySet(dictionary, "another", "value");
+    host.ClearTrace();
+    const RefusedDictionaries refused;
+
+    EXPECT_EQ(ConvertDictionary(dictionary), nil);
+
+    EXPECT_EQ(refused.gCapacities, std::vector<NSUInteger>{2});
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0) << "no entry is asked for";
+}

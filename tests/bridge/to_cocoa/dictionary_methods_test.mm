@@ -1,0 +1,160 @@
+// The methods of host Dictionaries: when they are loaded, and that each Dictionary is read by its own.
+#include <functional>
+
+#include "tests/bridge/to_cocoa/member_conversion.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
+constexpr char kGetter[] = "Value(key As Variant) As Variant";
+constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
+
+using LoadMethod = void *(qzlhost::Instance *object, const char *declaration);
+
+LoadMethod *gLoadMethod;
+/// The Dictionary that has no getter.
+qzlhost::Instance *gWithoutGetter;
+
+void *LoadMethodButOneGetter(qzlhost::Instance *object, const char *declaration)
+{
+    const bool withheld = object == gWithoutGetter && std::string_view(declaration) == kGetter;
+    return withheld ? nullptr : gLoadMethod(object, declaration);
+}
+
+class DictionaryMethods : public MemberConversion {
+protected:
+    /// A Dictionary of a program's own class, whose entries its own methods give.
+    Value NewProgramDictionary(int entries, std::function<Value(int64_t index)> key,
+                               std::function<Value(const Value &key)> value)
+    {
+        qzlhost::ClassDefinition definition;
+        definition.name = "ProgramDictionary";
+        definition.super = "Dictionary";
+        definition.methods = {
+            {kKeyGetter,
+             [key](const Value &, const auto &arguments) { return key(arguments[0].AsInteger()); }},
+            {kGetter, [value](const Value &, const auto &arguments) { return value(arguments[0]); }},
+        };
+        host().DefineClass(std::move(definition));
+        const Value dictionary = host().New("ProgramDictionary");
+        for (int entry = 0; entry < entries; ++entry)
+            host().DictionarySet(dictionary, "stored key " + std::to_string(entry), "stored value");
+        return dictionary;
+    }
+
+    Value NewDictionaryOf(const std::vector<const char *> &keys)
+    {
+        const Value dictionary = host().NewDictionary();
+        for (const char *key : keys)
+            host().DictionarySet(dictionary, key, "value");
+        return dictionary;
+    }
+
+    /// Which methods were loaded, by the classes of their Dictionaries.
+    std::vector<std::string> Loads()
+    {
+        std::vector<std::string> loads;
+        for (const std::string &arguments : ArgumentsOf("REALLoadObjectMethod"))
+            for (const char *method : {kSetter, kGetter, kKeyGetter})
+                if (arguments.find('"' + std::string(method) + '"') != std::string::npos)
+                    loads.push_back(arguments.substr(0, arguments.find(' ')) + " " + method);
+        return loads;
+    }
+};
+
+/// What is loaded for each of these Dictionaries, by their classes.
+std::vector<std::string> LoadsFor(const std::vector<std::string> &classes)
+{
+    std::vector<std::string> loads;
+    for (const std::string &className : classes)
+        for (const char *method : {kSetter, kGetter, kKeyGetter})
+            loads.push_back(className + " " + method);
+    return loads;
+}
+
+} // namespace
+
+TEST_F(DictionaryMethods, AreLoadedOnceForAllEntries)
+{
+    Host &host = Start();
+    const Value dictionary = NewDictionaryOf({"first", "second", "third"});
+    host.ClearTrace();
+
+    EXPECT_EQ([ConvertDictionary(dictionary) count], 3u);
+
+    EXPECT_EQ(Loads(), LoadsFor({"Dictionary"}));
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainByTheNextConversionOfTheSameDictionary)
+{
+    Host &host = Start();
+    const Value dictionary = NewDictionaryOf({"key"});
+    host.ClearTrace();
+
+    EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);
+    EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);
+
+    EXPECT_EQ(Loads(), LoadsFor({"Dictionary", "Dictionary"}));
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainForTheValueAfterAKeyGetterThatConvertsAnotherDictionary)
+{
+    Host &host = Start();
+    const Value other = NewDictionaryOf({"other"});
+    const Value dictionary = NewProgramDictionary(
+        2,
+        [&](int64_t index) {
+            EXPECT_EQ([ConvertDictionary(other) count], 1u);
+            return Value("key " + std::to_string(index));
+        },
+        [](const Value &key) { return Value("value of " + key.AsString()); });
+    host.ClearTrace();
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    // The other one's getter would have given what is stored.
+    NSDictionary *const expected = @{@"key 0" : @"value of key 0", @"key 1" : @"value of key 1"};
+    EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
+    EXPECT_EQ(Loads(), LoadsFor({"ProgramDictionary", "Dictionary", "ProgramDictionary", "Dictionary",
+                                 "ProgramDictionary"}));
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainForTheKeyAfterAValueGetterThatConvertsAnotherDictionary)
+{
+    Host &host = Start();
+    const Value other = NewDictionaryOf({"other"});
+    const Value dictionary = NewProgramDictionary(
+        2, [](int64_t index) { return Value("key " + std::to_string(index)); },
+        [&](const Value &key) {
+            EXPECT_EQ([ConvertDictionary(other) count], 1u);
+            return Value("value of " + key.AsString());
+        });
+    host.ClearTrace();
+
+    NSDictionary *const converted = ConvertDictionary(dictionary);
+
+    NSDictionary *const expected = @{@"key 0" : @"value of key 0", @"key 1" : @"value of key 1"};
+    EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
+    EXPECT_EQ(Loads(), LoadsFor({"ProgramDictionary", "Dictionary", "ProgramDictionary", "Dictionary"}));
+}
+
+TEST_F(DictionaryMethods, OfTheOuterDictionaryAreNotThoseOfOneWithoutThem)
+{
+    Host &host = Start({}, [](Host &unloaded) {
+        gLoadMethod = reinterpret_cast<LoadMethod *>(unloaded.Resolver()("REALLoadObjectMethod"));
+        unloaded.Replace("REALLoadObjectMethod", reinterpret_cast<void *>(&LoadMethodButOneGetter));
+    });
+    const Value inner = NewDictionaryOf({"inner"});
+    const Value outer = host.NewDictionary();
+    host.DictionarySet(outer, "first", inner);
+    host.DictionarySet(outer, "second", 2);
+    gWithoutGetter = inner.ObjectPointer();
+
+    NSDictionary *const converted = ConvertDictionary(outer);
+
+    NSDictionary *const expected = @{@"first" : @{@"inner" : [NSNull null]}, @"second" : @2};
+    EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
+}

@@ -1,0 +1,64 @@
+// A test of what the built library makes of a program's values, by way of a member that converts them.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include "tests/support/plugin_test.h"
+
+/// A new notification takes any object and any Dictionary, and converts both at once.
+class MemberConversion : public PluginTest {
+protected:
+    /// The notification that the library makes of these; nil where a Cocoa exception ended the constructor
+    /// and nobody raised it in the program.
+    NSNotification *NotificationOf(const qzlhost::Value &object, const qzlhost::Value &userInfo = {})
+    {
+        const qzlhost::Value wrapper = host().New("NSNotificationQZL", {"Name", object, userInfo});
+        return [[HandleOf<NSNotification *>(host(), wrapper) retain] autorelease];
+    }
+
+    id Convert(const qzlhost::Value &object) { return [NotificationOf(object) object]; }
+
+    /// Of a Dictionary only: nothing asks what it is.
+    NSDictionary *ConvertDictionary(const qzlhost::Value &dictionary)
+    {
+        return [NotificationOf({}, dictionary) userInfo];
+    }
+
+    /// The Cocoa exception that converting the object ends with, in a program where the family raises them.
+    NSException *ExceptionOf(const qzlhost::Value &object)
+    {
+        try {
+            NotificationOf(object);
+            return nil;
+        } catch (const qzlhost::ProgramException &raised) {
+            return [[HandleOf<NSException *>(host(), raised.Exception()) retain] autorelease];
+        }
+    }
+
+    /// The arguments of the calls of this host function, in order.
+    std::vector<std::string> ArgumentsOf(std::string_view function)
+    {
+        std::vector<std::string> arguments;
+        for (const qzlhost::TraceEntry &entry : host().Trace())
+            if (entry.function == function)
+                arguments.push_back(entry.arguments);
+        return arguments;
+    }
+};
+
+/// A host class that holds a Cocoa object, as the family's wrapper classes do.
+inline void DefineHolderClass(qzlhost::Host &host, const std::string &name)
+{
+    qzlhost::ClassDefinition definition;
+    definition.name = name;
+    definition.dataSize = sizeof(id);
+    host.DefineClass(std::move(definition));
+}
+
+/// A new instance of such a class, which borrows the Cocoa object.
+inline qzlhost::Value NewHolder(qzlhost::Host &host, const std::string &className, id handle)
+{
+    const qzlhost::Value holder = host.New(className);
+    *static_cast<id *>(host.InstanceData(holder)) = handle;
+    return holder;
+}
