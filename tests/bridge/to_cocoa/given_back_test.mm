@@ -1,0 +1,180 @@
+// When the host values that a conversion reads on its way are given back: after Cocoa has what they became.
+#include <objc/runtime.h>
+
+#include "tests/bridge/to_cocoa/member_conversion.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+namespace code = qzlhost::code;
+
+using Unlock = void(void *reference);
+using AddObject = void(id self, SEL selector, id object);
+using SetObject = void(id self, SEL selector, id object, id key);
+
+/// What happens meanwhile, in order.
+std::vector<std::string> gEvents;
+/// What events call the references that are given back; others are not noted.
+std::map<const void *, std::string> gNames;
+
+/// Stands in for the host's functions that take references back, and notes each.
+template <int Kind>
+struct NotedUnlock {
+    static inline Unlock *original;
+
+    static void Call(void *reference)
+    {
+        const auto name = gNames.find(reference);
+        if (name != gNames.end())
+            gEvents.push_back("unlock " + name->second);
+        original(reference);
+    }
+
+    static void StandIn(Host &unloaded, const char *function)
+    {
+        original = reinterpret_cast<Unlock *>(unloaded.Resolver()(function));
+        unloaded.Replace(function, reinterpret_cast<void *>(&Call));
+    }
+};
+
+AddObject *gAddObject;
+SetObject *gSetObject;
+
+void NoteAddition(id self, SEL selector, id object)
+{
+    gEvents.push_back("append");
+    gAddObject(self, selector, object);
+}
+
+void NoteStore(id self, SEL selector, id object, id key)
+{
+    gEvents.push_back("store");
+    gSetObject(self, selector, object, key);
+}
+
+/// Notes what this method of Cocoa's class does, while it lives.
+class NotedMethod {
+public:
+    template <typename Function>
+    NotedMethod(Class cocoaClass, SEL selector, Function *&original, Function *noting)
+        : method_(class_getInstanceMethod(cocoaClass, selector)),
+          original_(method_setImplementation(method_, reinterpret_cast<IMP>(noting)))
+    {
+        original = reinterpret_cast<Function *>(original_);
+    }
+    ~NotedMethod() { method_setImplementation(method_, original_); }
+    NotedMethod(const NotedMethod &) = delete;
+    NotedMethod &operator=(const NotedMethod &) = delete;
+
+private:
+    Method method_;
+    IMP original_;
+};
+
+void StandInForUnlocks(Host &unloaded)
+{
+    NotedUnlock<0>::StandIn(unloaded, "REALUnlockObject");
+    NotedUnlock<1>::StandIn(unloaded, "REALUnlockString");
+    NotedUnlock<2>::StandIn(unloaded, "PluginUnlockText");
+}
+
+struct ElementKind {
+    const char *name;
+    int64_t code;
+    Value (*make)(Host &host);
+};
+
+void PrintTo(const ElementKind &kind, std::ostream *stream)
+{
+    *stream << kind.name;
+}
+
+constexpr ElementKind kKinds[] = {
+    {"Strings", code::String, [](Host &) { return Value("string"); }},
+    {"Texts", code::Text, [](Host &) { return Value::TextOf("text"); }},
+    {"Dates", code::Date, [](Host &host) { return host.NewDate(2024, 2, 29, 14, 5, 9); }},
+    {"Objects", code::Object, [](Host &host) { return NewHolder(host, "NSTimerQZL", @"object"); }},
+};
+
+class ElementsGivenBack : public MemberConversion, public ::testing::WithParamInterface<ElementKind> {};
+class EntriesGivenBack : public MemberConversion {
+protected:
+    /// What happens while a Dictionary with this one entry is converted.
+    std::vector<std::string> EventsOfEntry(const Value &key, const Value &value)
+    {
+        const Value dictionary = host().NewDictionary();
+        host().DictionarySet(dictionary, key, value);
+        gNames = {{key.ObjectPointer(), "key"}, {value.ObjectPointer(), "value"}};
+        gNames.erase(nullptr);
+        gEvents.clear();
+        {
+            const NotedMethod noted([[NSMutableDictionary dictionary] class], @selector(setObject:forKey:),
+                                    gSetObject, &NoteStore);
+            ConvertDictionary(dictionary);
+        }
+        gNames.clear();
+        return gEvents;
+    }
+};
+
+} // namespace
+
+TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
+{
+    Host &host = Start({}, StandInForUnlocks);
+    DefineHolderClass(host, "NSTimerQZL");
+    const Value element = GetParam().make(host);
+    const Value array = host.NewArray(GetParam().code, {element, element});
+    for (const void *const reference : {static_cast<const void *>(element.ObjectPointer()),
+                                        static_cast<const void *>(element.StringPointer()),
+                                        static_cast<const void *>(element.TextPointer())})
+        if (reference != nullptr)
+            gNames[reference] = "element";
+    // Cocoa's first date fills arrays of Cocoa's own.
+    Convert(array);
+    {
+        const NotedMethod noted([[NSMutableArray array] class], @selector(addObject:), gAddObject,
+                                &NoteAddition);
+        gEvents.clear();
+        Convert(array);
+    }
+    gNames.clear();
+    EXPECT_EQ(gEvents, (std::vector<std::string>{"append", "unlock element", "append", "unlock element"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ElementsGivenBack, ::testing::ValuesIn(kKinds),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(EntriesGivenBack, KeyAfterItIsStored)
+{
+    Host &host = Start({}, StandInForUnlocks);
+    DefineHolderClass(host, "NSTimerQZL");
+    EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), 1),
+              (std::vector<std::string>{"store", "unlock key"}));
+}
+
+TEST_F(EntriesGivenBack, ValueAfterItIsStored)
+{
+    Host &host = Start({}, StandInForUnlocks);
+    DefineHolderClass(host, "NSTimerQZL");
+    EXPECT_EQ(EventsOfEntry("key", NewHolder(host, "NSTimerQZL", @"value")),
+              (std::vector<std::string>{"store", "unlock value"}));
+}
+
+TEST_F(EntriesGivenBack, KeyBeforeItsValue)
+{
+    Host &host = Start({}, StandInForUnlocks);
+    DefineHolderClass(host, "NSTimerQZL");
+    EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), NewHolder(host, "NSTimerQZL", @"value")),
+              (std::vector<std::string>{"store", "unlock key", "unlock value"}));
+}
+
+TEST_F(EntriesGivenBack, ValueOfNoKeyWithoutAStore)
+{
+    Host &host = Start({}, StandInForUnlocks);
+    DefineHolderClass(host, "NSTimerQZL");
+    EXPECT_EQ(EventsOfEntry({}, NewHolder(host, "NSTimerQZL", @"value")),
+              (std::vector<std::string>{"unlock value"}));
+}
