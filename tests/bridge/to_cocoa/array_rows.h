@@ -3,8 +3,9 @@
 
 #import <Foundation/Foundation.h>
 
-#include "bridge/to_cocoa/variant_to_object.h"
-#include "tests/support/linked_test.h"
+#include <gtest/gtest.h>
+
+#include "host/host.h"
 
 /// One element type of host arrays.
 struct ArrayRow {
@@ -160,22 +161,6 @@ inline std::string NameOfRow(const ::testing::TestParamInfo<ArrayRow> &info)
     return info.param.name;
 }
 
-inline NSMutableArray *Convert(const qzlhost::Value &array)
-{
-    return GetVariantAsNSObject(ObjectOf(array));
-}
-
-/// The name of the Cocoa exception that converting the array ends with; nil where it ends well.
-inline NSString *ExceptionOf(const qzlhost::Value &array)
-{
-    @try {
-        Convert(array);
-        return nil;
-    } @catch (NSException *exception) {
-        return [exception name];
-    }
-}
-
 /// Equal, and a number of the same type.
 inline void ExpectSame(id actual, id expected)
 {
@@ -187,15 +172,3 @@ inline void ExpectSame(id actual, id expected)
         EXPECT_STREQ([actual objCType], [expected objCType]);
     }
 }
-
-/// A test with arrays of these types.
-class ArrayTest : public LinkedTest {
-protected:
-    qzlhost::Value NewArray(const ArrayRow &row, int64_t count)
-    {
-        std::vector<qzlhost::Value> elements;
-        for (int64_t index = 0; index < count; ++index)
-            elements.push_back(row.element(host(), index));
-        return host().NewArray(row.elementCode, elements);
-    }
-};

@@ -1,9 +1,7 @@
 // Host arrays become Cocoa arrays.
-#include "bridge/to_cocoa/array_to_cocoa.h"
-
 #include <algorithm>
 
-#include "tests/bridge/to_cocoa/array_rows.h"
+#include "tests/bridge/to_cocoa/array_test.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -13,19 +11,19 @@ namespace {
 namespace code = qzlhost::code;
 
 /// Answers more bytes than the two that a boolean has.
-uint8_t ReadIndexAsBoolean(REALarray, int64_t index)
+uint8_t ReadIndexAsBoolean(qzlhost::Instance *, int64_t index)
 {
     return static_cast<uint8_t>(index);
 }
 
-void *GiveReaderOfIndexes(REALarray)
+void *GiveReaderOfIndexes(qzlhost::Instance *)
 {
     return reinterpret_cast<void *>(&ReadIndexAsBoolean);
 }
 
 int64_t gTypeCode;
 
-int64_t AnswerTypeCode(REALobject)
+int64_t AnswerTypeCode(qzlhost::Instance *)
 {
     return gTypeCode;
 }
@@ -147,15 +145,15 @@ TEST_P(TextArray, HoldsEmptyStringsForNullElements)
 TEST_P(NilArray, EndsInACocoaExceptionWithoutAReader)
 {
     Start(2024.01, [](Host &unloaded) { unloaded.Lack(GetParam().reader); });
-    EXPECT_TRUE([ExceptionOf(NewArray(GetParam(), 1)) isEqual:NSInvalidArgumentException]);
-    EXPECT_EQ(ExceptionOf(NewArray(GetParam(), 0)), nil);
+    EXPECT_TRUE([ExceptionNameOf(NewArray(GetParam(), 1)) isEqual:NSInvalidArgumentException]);
+    EXPECT_EQ(ExceptionNameOf(NewArray(GetParam(), 0)), nil);
 }
 
 TEST_P(NilArray, EndsInACocoaExceptionWhereTheReaderIsNull)
 {
     Host &host = Start();
     host.Fail(GetParam().reader);
-    EXPECT_TRUE([ExceptionOf(NewArray(GetParam(), 1)) isEqual:NSInvalidArgumentException]);
+    EXPECT_TRUE([ExceptionNameOf(NewArray(GetParam(), 1)) isEqual:NSInvalidArgumentException]);
 }
 
 TEST_P(NilArray, EndsInACocoaExceptionForANilElementAndGivesReferencesBack)
@@ -165,7 +163,7 @@ TEST_P(NilArray, EndsInACocoaExceptionForANilElementAndGivesReferencesBack)
     const Value array = host.NewArray(GetParam().elementCode, {element, Value(), element});
     const int64_t references = host.References(element);
 
-    EXPECT_TRUE([ExceptionOf(array) isEqual:NSInvalidArgumentException]);
+    EXPECT_TRUE([ExceptionNameOf(array) isEqual:NSInvalidArgumentException]);
 
     EXPECT_EQ(host.References(element), references);
     EXPECT_EQ(host.References(array), 1);
@@ -178,7 +176,7 @@ TEST_P(NilArray, GivesAnElementBackThatHasNoCocoaObject)
     const Value array = host.NewArray(GetParam().elementCode, {element});
     const int64_t references = host.References(element);
 
-    EXPECT_TRUE([ExceptionOf(array) isEqual:NSInvalidArgumentException]);
+    EXPECT_TRUE([ExceptionNameOf(array) isEqual:NSInvalidArgumentException]);
 
     EXPECT_EQ(host.References(element), references);
 }
@@ -204,7 +202,7 @@ TEST_F(ArrayToCocoa, ArraysOfCurrencyAreNilAlthoughCurrencyIsANumber)
     const Value array = host.NewArray(code::Currency, {currency});
     ASSERT_EQ(array.Code(), 4102);
     EXPECT_EQ(Convert(array), nil);
-    EXPECT_TRUE([GetVariantAsNSObject(ObjectOf(currency.Boxed())) isEqual:@1.5]);
+    EXPECT_TRUE([Convert(currency) isEqual:@1.5]);
 }
 
 TEST_F(ArrayToCocoa, BooleansAreTheTwoSharedObjects)
@@ -249,7 +247,7 @@ TEST_F(ArrayToCocoa, NilDeepInsideGivesEveryReferenceBack)
     const Value outer = host.NewArray(code::Object, {integers, inner, integers});
     const int64_t references = host.References(integers);
 
-    EXPECT_TRUE([ExceptionOf(outer) isEqual:NSInvalidArgumentException]);
+    EXPECT_TRUE([ExceptionNameOf(outer) isEqual:NSInvalidArgumentException]);
 
     EXPECT_EQ(host.References(integers), references);
     EXPECT_EQ(host.References(inner), 2);

@@ -30,7 +30,7 @@ Reference Note(Reference made)
 
 } // namespace
 
-// The linker leads the library's calls here.
+// The linker leads the library's calls here. On macOS, null arguments end the process.
 extern "C" {
 CFURLRef __real_CFURLCreateFromFSRef(CFAllocatorRef allocator, const FSRef *reference);
 CFURLRef __wrap_CFURLCreateFromFSRef(CFAllocatorRef allocator, const FSRef *reference)
@@ -52,6 +52,7 @@ CFMutableStringRef __real_CFStringCreateMutableCopy(CFAllocatorRef allocator, CF
 CFMutableStringRef __wrap_CFStringCreateMutableCopy(CFAllocatorRef allocator, CFIndex longest,
                                                     CFStringRef string)
 {
+    EXPECT_NE(string, nullptr);
     if (gRefused == Step::Copy)
         return nullptr;
     return Note(__real_CFStringCreateMutableCopy(allocator, longest, string));
@@ -62,6 +63,8 @@ CFURLRef __real_CFURLCreateCopyAppendingPathComponent(CFAllocatorRef allocator, 
 CFURLRef __wrap_CFURLCreateCopyAppendingPathComponent(CFAllocatorRef allocator, CFURLRef url,
                                                       CFStringRef component, Boolean isDirectory)
 {
+    EXPECT_NE(url, nullptr);
+    EXPECT_NE(component, nullptr);
     if (gRefused == Step::Appending)
         return nullptr;
     return Note(__real_CFURLCreateCopyAppendingPathComponent(allocator, url, component, isDirectory));

@@ -5,14 +5,19 @@
 
 #include "tests/support/plugin_test.h"
 
-/// A new notification takes any object and any Dictionary, and converts both at once.
+/// The host exception that `member` ends with; Nil where it ends well.
+qzlhost::Value ExceptionOutOf(const std::function<void()> &member);
+
+/// A new notification takes any object and any Dictionary, and converts both at once. It has no name, which
+/// takes no call of the host.
 class MemberConversion : public PluginTest {
 protected:
     /// The notification that the library makes of these; nil where a Cocoa exception ended the constructor
     /// and nobody raised it in the program.
     NSNotification *NotificationOf(const qzlhost::Value &object, const qzlhost::Value &userInfo = {})
     {
-        const qzlhost::Value wrapper = host().New("NSNotificationQZL", {"Name", object, userInfo});
+        const qzlhost::Value wrapper =
+            host().New("NSNotificationQZL", {qzlhost::Value::EmptyString(), object, userInfo});
         return [[HandleOf<NSNotification *>(host(), wrapper) retain] autorelease];
     }
 
@@ -27,12 +32,8 @@ protected:
     /// The Cocoa exception that converting the object ends with, in a program where the family raises them.
     NSException *ExceptionOf(const qzlhost::Value &object)
     {
-        try {
-            NotificationOf(object);
-            return nil;
-        } catch (const qzlhost::ProgramException &raised) {
-            return [[HandleOf<NSException *>(host(), raised.Exception()) retain] autorelease];
-        }
+        const qzlhost::Value raised = ExceptionOutOf([&] { NotificationOf(object); });
+        return raised.IsNil() ? nil : [[HandleOf<NSException *>(host(), raised) retain] autorelease];
     }
 
     /// The arguments of the calls of this host function, in order.

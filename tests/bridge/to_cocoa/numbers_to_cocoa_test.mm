@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/support/variant_test.h"
+#include "tests/bridge/to_cocoa/variant_conversion.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -52,10 +52,10 @@ constexpr double kDoubles[] = {0.0,
 /// Stands in for the host's reading of integers: every variant holds the one that is stated.
 struct Stated {
     static inline int64_t integer;
-    static int64_t Integer(REALobject) { return integer; }
+    static int64_t Integer(qzlhost::Instance *) { return integer; }
 };
 
-using NumbersToCocoa = VariantTest;
+using NumbersToCocoa = VariantConversion;
 
 /// The same value, of the same type.
 void ExpectSameNumber(NSNumber *actual, NSNumber *expected)
@@ -65,9 +65,9 @@ void ExpectSameNumber(NSNumber *actual, NSNumber *expected)
     EXPECT_EQ([actual class], [expected class]);
 }
 
-class IntegerOfCode : public VariantTest, public ::testing::WithParamInterface<int64_t> {};
-class DoubleOfCode : public VariantTest, public ::testing::WithParamInterface<int64_t> {};
-class StringOfCode : public VariantTest, public ::testing::WithParamInterface<int64_t> {};
+class IntegerOfCode : public VariantConversion, public ::testing::WithParamInterface<int64_t> {};
+class DoubleOfCode : public VariantConversion, public ::testing::WithParamInterface<int64_t> {};
+class StringOfCode : public VariantConversion, public ::testing::WithParamInterface<int64_t> {};
 
 } // namespace
 
@@ -147,7 +147,7 @@ TEST_F(NumbersToCocoa, BooleansAreCoreFoundationsOwn)
 
 TEST_F(NumbersToCocoa, OnlyTheLowByteOfABooleanCounts)
 {
-    Start(2024.01, [](Host &unloaded) {
+    Start({}, [](Host &unloaded) {
         unloaded.Replace("VariantToInt64", reinterpret_cast<void *>(&Stated::Integer));
     });
     for (const int64_t integer : {INT64_C(0), INT64_C(256), INT64_C(0x100000000), INT64_C(-256), INT64_MIN}) {

@@ -235,16 +235,6 @@ TEST_F(ObjectToCocoa, AnyOtherObjectIsNilUntilTheFamilyWrapsIt)
     EXPECT_EQ(host.References(object), 2) << "the program's and the wrapper's";
 }
 
-TEST_F(ObjectToCocoa, NoObjectSkipsTheFirstAndThirdTest)
-{
-    Host &host = Start();
-    EXPECT_EQ(GetObjectAsNSObject(nullptr), nil);
-    for (const qzlhost::TraceEntry &entry : host.Trace()) {
-        EXPECT_EQ(entry.arguments.find("MemoryBlock"), std::string::npos);
-        EXPECT_EQ(entry.arguments.find("Dictionary"), std::string::npos);
-    }
-}
-
 TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });

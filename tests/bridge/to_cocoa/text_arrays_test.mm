@@ -1,5 +1,5 @@
 // Host arrays of texts: straight from the host, or through variants.
-#include "tests/bridge/to_cocoa/array_rows.h"
+#include "tests/bridge/to_cocoa/array_test.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -11,9 +11,35 @@ using TextArrays = ArrayTest;
 /// What every text is copied to.
 NSMutableString *gCopy;
 
-CFStringRef CopyText(REALtext)
+CFStringRef CopyText(qzlhost::Text *)
 {
     return (CFStringRef)[gCopy retain];
+}
+
+/// Gives the null text for every element.
+void *GiveReaderOfNulls(qzlhost::Instance *)
+{
+    using Reader = qzlhost::Text *(qzlhost::Instance * array, int64_t index);
+    static constexpr Reader *kReader = [](qzlhost::Instance *, int64_t) -> qzlhost::Text * {
+        return nullptr;
+    };
+    return reinterpret_cast<void *>(kReader);
+}
+
+/// The texts that the host was given to copy, or to make variants of.
+std::vector<qzlhost::Text *> gAskedFor;
+
+CFStringRef CopyEmptyText(qzlhost::Text *text)
+{
+    gAskedFor.push_back(text);
+    return (CFStringRef)[@"copied" retain];
+}
+
+/// Without a reference for the library, which then may give none back.
+qzlhost::Instance *NoteTextWithoutVariant(qzlhost::Text *text)
+{
+    gAskedFor.push_back(text);
+    return nullptr;
 }
 
 } // namespace
@@ -95,4 +121,38 @@ TEST_F(TextArrays, AreEmptyWhereNeitherWayIsOpen)
         EXPECT_TRUE([Convert(NewArray(kTexts, 2)) isEqual:(@[ @"", @"" ])]) << function;
         host.Fail(function, false);
     }
+}
+
+TEST_F(TextArrays, NullIsATextThatTheHostCopies)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("PluginTextArrayGetProc", reinterpret_cast<void *>(&GiveReaderOfNulls));
+        unloaded.Replace("PluginCopyTextCFString", reinterpret_cast<void *>(&CopyEmptyText));
+    });
+    EXPECT_TRUE([Convert(NewArray(kTexts, 2)) isEqual:(@[ @"copied", @"copied" ])]);
+    EXPECT_EQ(gAskedFor, (std::vector<qzlhost::Text *>{nullptr, nullptr}));
+    EXPECT_EQ(host.CallsOf("PluginUnlockText"), 0);
+}
+
+TEST_F(TextArrays, NullIsATextThatTheHostMakesAVariantOf)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("PluginTextArrayGetProc", reinterpret_cast<void *>(&GiveReaderOfNulls));
+        unloaded.Lack("PluginCopyTextCFString");
+        unloaded.Replace("PluginNewVariantText", reinterpret_cast<void *>(&NoteTextWithoutVariant));
+    });
+    EXPECT_TRUE([Convert(NewArray(kTexts, 1)) isEqual:(@[ @"" ])]);
+    EXPECT_EQ(gAskedFor, (std::vector<qzlhost::Text *>{nullptr}));
+    EXPECT_EQ(host.CallsOf("PluginUnlockText"), 0);
+}
+
+TEST_F(TextArrays, NullIsTheTextOfAnElementThatCannotBeRead)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("PluginTextArrayGetProc");
+        unloaded.Replace("PluginCopyTextCFString", reinterpret_cast<void *>(&CopyEmptyText));
+    });
+    EXPECT_TRUE([Convert(NewArray(kTexts, 1)) isEqual:(@[ @"copied" ])]);
+    EXPECT_EQ(gAskedFor, (std::vector<qzlhost::Text *>{nullptr}));
+    EXPECT_EQ(host.CallsOf("PluginUnlockText"), 0);
 }

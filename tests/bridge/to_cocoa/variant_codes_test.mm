@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "tests/support/variant_test.h"
+#include "tests/bridge/to_cocoa/variant_conversion.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -17,14 +17,14 @@ constexpr int64_t kConvertedCodes[] = {2,  3,  4,  5,    6,    7,    8,    9,   
 /// Stands in for the host's reading of type codes: every variant is of the one that is stated.
 struct Stated {
     static inline int64_t code;
-    static int64_t Code(REALobject) { return code; }
+    static int64_t Code(qzlhost::Instance *) { return code; }
 };
 
-class VariantCodes : public VariantTest {
+class VariantCodes : public VariantConversion {
 protected:
     Host &StartWithStatedCodes()
     {
-        return Start(2024.01, [](Host &unloaded) {
+        return Start({}, [](Host &unloaded) {
             unloaded.ReplaceMethod(kVarType, reinterpret_cast<void *>(&Stated::Code));
         });
     }
@@ -91,7 +91,7 @@ constexpr Fallback kFallbacks[] = {
     {"Text", 37, Words, "words", "", "VariantToString", "REALGetPropValueString", "StringValue"},
 };
 
-class ValueByFallback : public VariantTest, public ::testing::WithParamInterface<Fallback> {};
+class ValueByFallback : public VariantConversion, public ::testing::WithParamInterface<Fallback> {};
 
 std::string FallbackName(const ::testing::TestParamInfo<Fallback> &info)
 {
@@ -107,9 +107,13 @@ TEST_P(CodeWithoutObject, IsNil)
     const Value variant = Value(5).Boxed();
     host.ClearTrace();
 
-    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(variant)), nil);
+    EXPECT_EQ(MemberConversion::Convert(variant), nil);
 
-    EXPECT_EQ(host.Trace().size(), 1u) << "more than the loading of VarType";
+    // The loading of VarType, before the notification is made.
+    std::vector<std::string> calls;
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        calls.push_back(entry.function);
+    EXPECT_EQ(calls, std::vector<std::string>{"REALLoadGlobalMethod"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, CodeWithoutObject,
@@ -128,7 +132,7 @@ TEST_F(VariantCodes, EveryCodeUpTo5000IsNilOrListed)
         Stated::code = code;
         if (std::find(std::begin(kConvertedCodes), std::end(kConvertedCodes), code) ==
             std::end(kConvertedCodes))
-            EXPECT_EQ(GetVariantAsNSObject(ObjectOf(variant)), nil) << code;
+            EXPECT_EQ(MemberConversion::Convert(variant), nil) << code;
     }
 }
 
@@ -147,7 +151,7 @@ TEST_P(ValueByFallback, ComesFromTheFunctionWhereThereIsOne)
 TEST_P(ValueByFallback, ComesFromThePropertyWithoutTheFunction)
 {
     const Fallback &fallback = GetParam();
-    Host &host = Start(2024.01, [&](Host &unloaded) { unloaded.Lack(fallback.function); });
+    Host &host = Start({}, [&](Host &unloaded) { unloaded.Lack(fallback.function); });
 
     const id object = Convert(fallback.code, fallback.content());
 
@@ -161,7 +165,7 @@ TEST_P(ValueByFallback, ComesFromThePropertyWithoutTheFunction)
 TEST_P(ValueByFallback, IsEmptyWithoutBoth)
 {
     const Fallback &fallback = GetParam();
-    Start(2024.01, [&](Host &unloaded) {
+    Start({}, [&](Host &unloaded) {
         unloaded.Lack(fallback.function);
         unloaded.Lack(fallback.getter);
     });
@@ -175,7 +179,7 @@ TEST_P(ValueByFallback, IsEmptyWithoutBoth)
 TEST_P(ValueByFallback, ComesFromTheFunctionAsSoonAsThereIsOne)
 {
     const Fallback &fallback = GetParam();
-    Host &host = Start(2024.01, [&](Host &unloaded) { unloaded.AnswerFrom(fallback.function, 2); });
+    Host &host = Start({}, [&](Host &unloaded) { unloaded.AnswerFrom(fallback.function, 2); });
 
     for (int round = 0; round < 3; ++round)
         EXPECT_STREQ([[Convert(fallback.code, fallback.content()) description] UTF8String],
@@ -189,7 +193,7 @@ TEST_P(ValueByFallback, ComesFromTheFunctionAsSoonAsThereIsOne)
 TEST_P(ValueByFallback, IsConvertedByTheTypePropertyWithoutVarType)
 {
     const Fallback &fallback = GetParam();
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kVarType); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.LackMethod(kVarType); });
 
     const id object = Convert(fallback.code, fallback.content());
 
@@ -201,7 +205,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, ValueByFallback, ::testing::ValuesIn(kFallbacks)
 
 TEST_F(VariantCodes, WithoutAnyTypeCodeVariantsAreNil)
 {
-    Start(2024.01, [](Host &unloaded) {
+    Start({}, [](Host &unloaded) {
         unloaded.LackMethod(kVarType);
         unloaded.Lack("REALGetPropValueInteger");
     });
@@ -211,7 +215,7 @@ TEST_F(VariantCodes, WithoutAnyTypeCodeVariantsAreNil)
 
 TEST_F(VariantCodes, VarTypeIsLoadedOnceWhenItIsThere)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.AnswerFrom("REALLoadGlobalMethod", 3); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.AnswerFrom("REALLoadGlobalMethod", 3); });
     for (int round = 0; round < 5; ++round)
         EXPECT_EQ([Convert(7) intValue], 7);
     EXPECT_EQ(host.AsksFor("REALLoadGlobalMethod"), 3);

@@ -1,19 +1,16 @@
-// A test of what the library makes of host variants.
+// A test of what becomes of a program's variants.
 #pragma once
 
-#import <Foundation/Foundation.h>
+#include "tests/bridge/to_cocoa/member_conversion.h"
 
-#include "bridge/to_cocoa/variant_to_object.h"
-#include "tests/support/linked_test.h"
-
-class VariantTest : public LinkedTest {
+class VariantConversion : public MemberConversion {
 protected:
     /// What the library makes of a variant with this content.
     id Convert(const qzlhost::Value &content)
     {
         const qzlhost::Value variant = content.Boxed();
         const int64_t references = host().References(variant);
-        const id object = GetVariantAsNSObject(ObjectOf(variant));
+        const id object = MemberConversion::Convert(variant);
         EXPECT_EQ(host().References(variant), references);
         return object;
     }

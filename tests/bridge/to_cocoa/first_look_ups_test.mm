@@ -1,0 +1,86 @@
+// When the references of the remembered wrapper classes are looked up: together, once, by whom it takes.
+#include "tests/bridge/to_cocoa/chain_classes.h"
+#include "tests/bridge/to_cocoa/member_conversion.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+class FirstLookUps : public MemberConversion {
+protected:
+    /// The classes that the host is asked for while the object is converted.
+    std::vector<std::string> AskedFor(const Value &object)
+    {
+        host().ClearTrace();
+        Convert(object);
+        return ClassesAskedFor(host());
+    }
+
+    /// A class that appears now is one that was not looked up yet.
+    void ExpectNothingRemembered()
+    {
+        DefineHolderClass(host(), "NSPathComponentCellQZL");
+        NSObject *const handle = [[[NSObject alloc] init] autorelease];
+        EXPECT_EQ(Convert(NewHolder(host(), "NSPathComponentCellQZL", handle)), handle);
+    }
+};
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(FirstLookUps, AreNotMadeForABlock)
+{
+    Host &host = Start();
+    EXPECT_EQ(AskedFor(host.NewMemoryBlock("block")), Names{"MemoryBlock"});
+    ExpectNothingRemembered();
+}
+
+TEST_F(FirstLookUps, AreNotMadeForAFolderItem)
+{
+    Host &host = Start();
+    EXPECT_EQ(AskedFor(host.NewFolderItem("/tmp")), Names{"MemoryBlock"});
+    ExpectNothingRemembered();
+}
+
+TEST_F(FirstLookUps, AreNotMadeForADictionary)
+{
+    Host &host = Start();
+    EXPECT_EQ(AskedFor(host.NewDictionary()), (Names{"MemoryBlock", "Dictionary"}));
+    ExpectNothingRemembered();
+}
+
+TEST_F(FirstLookUps, AreAllMadeForAnObjectOfTheFirstClass)
+{
+    Host &host = Start();
+    DefineHolderClass(host, "NSPathComponentCellQZL");
+    const Value object = NewHolder(host, "NSPathComponentCellQZL", @"handle");
+    EXPECT_EQ(AskedFor(object), AndRemembered({"MemoryBlock", "Dictionary"}));
+    EXPECT_EQ(AskedFor(object), (Names{"MemoryBlock", "Dictionary"}));
+}
+
+TEST_F(FirstLookUps, AreAllMadeForAnyOtherObject)
+{
+    Host &host = Start();
+    host.DefineClass({"Unrelated", ""});
+    const Value object = host.New("Unrelated");
+    EXPECT_EQ(AskedFor(object), AndOthers(AndRemembered({"MemoryBlock", "Dictionary"})));
+    EXPECT_EQ(AskedFor(object), AndOthers({"MemoryBlock", "Dictionary"}));
+}
+
+TEST_F(FirstLookUps, AreNotMadeAgainForClassesThatWereNotThere)
+{
+    Host &host = Start();
+    host.DefineClass({"Unrelated", ""});
+    Convert(host.New("Unrelated"));
+    for (const char *className : kRememberedNames) {
+        // The library's own were there.
+        if (host.HasClass(className))
+            continue;
+        DefineHolderClass(host, className);
+        const Value object = NewHolder(host, className, @"handle");
+        EXPECT_EQ(AskedFor(object), AndOthers({"MemoryBlock", "Dictionary"})) << className;
+        EXPECT_EQ(Convert(object), nil) << className;
+    }
+}

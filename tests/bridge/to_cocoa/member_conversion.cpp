@@ -1,0 +1,14 @@
+// Catches what a member raises in a program.
+#include <functional>
+
+#include "host/host.h"
+
+qzlhost::Value ExceptionOutOf(const std::function<void()> &member)
+{
+    try {
+        member();
+        return {};
+    } catch (const qzlhost::ProgramException &raised) {
+        return raised.Exception();
+    }
+}

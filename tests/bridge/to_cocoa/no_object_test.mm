@@ -1,0 +1,80 @@
+// No host object at all, which goes through the tests of an object like any other but for two.
+#import <Foundation/Foundation.h>
+
+#include "bridge/to_cocoa/object_to_cocoa.h"
+#include "tests/bridge/to_cocoa/chain_classes.h"
+#include "tests/support/family.h"
+#include "tests/support/linked_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+int gReferencesAskedFor;
+
+void *FindEveryMethod(REALobject, const char *)
+{
+    return reinterpret_cast<void *>(&FindEveryMethod);
+}
+
+bool CountReference(REALobject, FSRef *, HFSUniStr255 *)
+{
+    ++gReferencesAskedFor;
+    return false;
+}
+
+bool IsOfEveryClass(REALobject, REALclassRef)
+{
+    return true;
+}
+
+using NoObject = LinkedTest;
+
+} // namespace
+
+TEST_F(NoObject, GoesOnToTheFamilysWrapperWithoutTheTestsForBlocksAndDictionaries)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferObjectWrapper();
+    host.ClearTrace();
+
+    const id converted = GetObjectAsNSObject(nullptr);
+
+    EXPECT_STREQ([NSStringFromClass([converted class]) UTF8String], "QZLREALobjectWrapper");
+    EXPECT_EQ(family.Wrapped(converted), nullptr);
+    EXPECT_EQ(ClassesAskedFor(host), AndOthers(AndRemembered({})));
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 1) << "the test for folder items";
+}
+
+TEST_F(NoObject, ThatPassesForAFolderItemIsNilAndTheHostIsNotAskedForItsReference)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("REALLoadObjectMethod", reinterpret_cast<void *>(&FindEveryMethod));
+        unloaded.Replace("REALFSRefFromFolderItem", reinterpret_cast<void *>(&CountReference));
+    });
+    Family family(host);
+    family.OfferObjectWrapper();
+    host.ClearTrace();
+
+    EXPECT_EQ(GetObjectAsNSObject(nullptr), nil);
+
+    EXPECT_EQ(gReferencesAskedFor, 0);
+    EXPECT_TRUE(ClassesAskedFor(host).empty()) << "no later test";
+}
+
+TEST_F(NoObject, ThatPassesForAWrapperIsNil)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("RuntimeObjectIsa", reinterpret_cast<void *>(&IsOfEveryClass));
+    });
+    Family family(host);
+    family.OfferObjectWrapper();
+    family.OfferWrapperClass("NSTimerQZL");
+    host.ClearTrace();
+
+    EXPECT_EQ(GetObjectAsNSObject(nullptr), nil);
+
+    EXPECT_EQ(ClassesAskedFor(host), AndRemembered({})) << "no other test";
+}
