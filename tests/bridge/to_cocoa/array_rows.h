@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "host/host.h"
 
 /// One element type of host arrays.
@@ -72,15 +74,18 @@ inline id ExpectedText(int64_t index)
     return [NSString stringWithUTF8String:TextOfIndex(index).c_str()];
 }
 
+/// The instant is the C library's.
 inline id ExpectedDate(int64_t index)
 {
-    return [NSCalendarDate dateWithYear:2024
-                                  month:2
-                                    day:29
-                                   hour:14
-                                 minute:5
-                                 second:static_cast<NSUInteger>(index % 60)
-                               timeZone:[NSTimeZone localTimeZone]];
+    std::tm local{};
+    local.tm_year = 2024 - 1900;
+    local.tm_mon = 1;
+    local.tm_mday = 29;
+    local.tm_hour = 14;
+    local.tm_min = 5;
+    local.tm_sec = static_cast<int>(index % 60);
+    local.tm_isdst = -1;
+    return [NSDate dateWithTimeIntervalSince1970:static_cast<NSTimeInterval>(std::mktime(&local))];
 }
 
 inline id NoObject()

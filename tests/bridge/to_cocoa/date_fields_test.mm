@@ -71,18 +71,6 @@ std::time_t InstantInUTC(const Fields &fields)
     return timegm(&utc);
 }
 
-/// What Cocoa itself gives for the fields in UTC.
-NSCalendarDate *CocoasDate(const Fields &fields)
-{
-    return [NSCalendarDate dateWithYear:fields[0]
-                                  month:static_cast<NSUInteger>(fields[1])
-                                    day:static_cast<NSUInteger>(fields[2])
-                                   hour:static_cast<NSUInteger>(fields[3])
-                                 minute:static_cast<NSUInteger>(fields[4])
-                                 second:static_cast<NSUInteger>(fields[5])
-                               timeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
-}
-
 struct OutOfRange {
     const char *name;
     Fields fields;
@@ -100,7 +88,6 @@ std::string RowName(const ::testing::TestParamInfo<Row> &info)
 }
 
 class DateThatCocoaNormalizes : public DateFields, public ::testing::WithParamInterface<OutOfRange> {};
-class DateThatCocoaReadsInItsWay : public DateFields, public ::testing::WithParamInterface<OutOfRange> {};
 class DateWithoutAField : public DateFields, public ::testing::WithParamInterface<size_t> {};
 
 } // namespace
@@ -127,29 +114,6 @@ INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaNormalizes,
                                            OutOfRange{"Minute60", {2024, 2, 28, 23, 60, 0}},
                                            OutOfRange{"Second60", {2024, 2, 28, 23, 59, 60}},
                                            OutOfRange{"Second100000", {2024, 3, 1, 0, 0, 100000}}),
-                         RowName<OutOfRange>);
-
-/// Cocoa takes all but the year as unsigned. On Linux it knows no month and no year below 1, and loses days
-/// on the way over two years of months.
-TEST_P(DateThatCocoaReadsInItsWay, IsCocoasInstant)
-{
-    StartWithFields(GetParam().fields);
-    const Value date = NewDate();
-
-    NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
-
-    ASSERT_NE(converted, nil);
-    EXPECT_TRUE([converted isEqual:CocoasDate(GetParam().fields)]);
-}
-
-INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaReadsInItsWay,
-                         ::testing::Values(OutOfRange{"Month0", {2024, 0, 1, 0, 0, 0}},
-                                           OutOfRange{"Month25", {2024, 25, 1, 0, 0, 0}},
-                                           OutOfRange{"NegativeHour", {2024, 3, 1, -1, 0, 0}},
-                                           OutOfRange{"NegativeMinute", {2024, 3, 1, 0, -1, 0}},
-                                           OutOfRange{"NegativeSecond", {2024, 3, 1, 0, 0, -1}},
-                                           OutOfRange{"Year0", {0, 1, 1, 0, 0, 0}},
-                                           OutOfRange{"NegativeYear", {-5, 1, 1, 0, 0, 0}}),
                          RowName<OutOfRange>);
 
 TEST_F(DateFields, AreReadOnceEachInTheirOrder)

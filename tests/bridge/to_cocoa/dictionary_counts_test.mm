@@ -1,7 +1,6 @@
 // How many entries of a host Dictionary are asked for, and what becomes of those that cannot be read.
-#include <objc/runtime.h>
-
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/bridge/to_cocoa/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -34,31 +33,14 @@ qzlhost::Instance *GiveValueOfNoKey(qzlhost::Instance *, qzlhost::Instance *key)
     return reference.ObjectPointer();
 }
 
-/// Makes Cocoa refuse dictionaries while it lives.
-class RefusedDictionaries {
-public:
-    RefusedDictionaries()
-        : method_(class_getClassMethod([NSMutableDictionary class], @selector(dictionaryWithCapacity:))),
-          original_(method_setImplementation(method_, reinterpret_cast<IMP>(&Refuse)))
-    {
-        gCapacities.clear();
-    }
-    ~RefusedDictionaries() { method_setImplementation(method_, original_); }
-    RefusedDictionaries(const RefusedDictionaries &) = delete;
-    RefusedDictionaries &operator=(const RefusedDictionaries &) = delete;
+/// The capacities of the dictionaries that Cocoa was asked for, and refused.
+std::vector<NSUInteger> gCapacities;
 
-    static inline std::vector<NSUInteger> gCapacities;
-
-private:
-    static id Refuse(id, SEL, NSUInteger capacity)
-    {
-        gCapacities.push_back(capacity);
-        return nil;
-    }
-
-    Method method_;
-    IMP original_;
-};
+id RefuseDictionary(id, SEL, NSUInteger capacity)
+{
+    gCapacities.push_back(capacity);
+    return nil;
+}
 
 class DictionaryCounts : public MemberConversion {
 protected:
@@ -206,10 +188,12 @@ TEST_F(DictionaryCounts, DictionaryIsNilWhereCocoaMakesNoneOfItsCapacity)
     const Value dictionary = NewDictionary("key", "value");
     host.DictionarySet(dictionary, "another", "value");
     host.ClearTrace();
-    const RefusedDictionaries refused;
+    const ReplacedMethod<decltype(RefuseDictionary)> refused(
+        class_getClassMethod([NSMutableDictionary class], @selector(dictionaryWithCapacity:)),
+        &RefuseDictionary);
 
     EXPECT_EQ(ConvertDictionary(dictionary), nil);
 
-    EXPECT_EQ(refused.gCapacities, std::vector<NSUInteger>{2});
+    EXPECT_EQ(gCapacities, std::vector<NSUInteger>{2});
     EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0) << "no entry is asked for";
 }

@@ -1,7 +1,6 @@
 // When the host values that a conversion reads on its way are given back: after Cocoa has what they became.
-#include <objc/runtime.h>
-
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/bridge/to_cocoa/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -54,25 +53,6 @@ void NoteStore(id self, SEL selector, id object, id key)
     gSetObject(self, selector, object, key);
 }
 
-/// Notes what this method of Cocoa's class does, while it lives.
-class NotedMethod {
-public:
-    template <typename Function>
-    NotedMethod(Class cocoaClass, SEL selector, Function *&original, Function *noting)
-        : method_(class_getInstanceMethod(cocoaClass, selector)),
-          original_(method_setImplementation(method_, reinterpret_cast<IMP>(noting)))
-    {
-        original = reinterpret_cast<Function *>(original_);
-    }
-    ~NotedMethod() { method_setImplementation(method_, original_); }
-    NotedMethod(const NotedMethod &) = delete;
-    NotedMethod &operator=(const NotedMethod &) = delete;
-
-private:
-    Method method_;
-    IMP original_;
-};
-
 void StandInForUnlocks(Host &unloaded)
 {
     NotedUnlock<0>::StandIn(unloaded, "REALUnlockObject");
@@ -110,8 +90,11 @@ protected:
         gNames.erase(nullptr);
         gEvents.clear();
         {
-            const NotedMethod noted([[NSMutableDictionary dictionary] class], @selector(setObject:forKey:),
-                                    gSetObject, &NoteStore);
+            const ReplacedMethod<SetObject> noted(
+                class_getInstanceMethod([[NSMutableDictionary dictionary] class], @selector(setObject:
+                                                                                               forKey:)),
+                &NoteStore);
+            gSetObject = noted.Original();
             ConvertDictionary(dictionary);
         }
         gNames.clear();
@@ -135,8 +118,9 @@ TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
     // Cocoa's first date fills arrays of Cocoa's own.
     Convert(array);
     {
-        const NotedMethod noted([[NSMutableArray array] class], @selector(addObject:), gAddObject,
-                                &NoteAddition);
+        const ReplacedMethod<AddObject> noted(
+            class_getInstanceMethod([[NSMutableArray array] class], @selector(addObject:)), &NoteAddition);
+        gAddObject = noted.Original();
         gEvents.clear();
         Convert(array);
     }

@@ -120,15 +120,15 @@ private:
         if (![actual isKindOfClass:[NSDictionary class]] || [actual count] != expected.entries.size())
             return false;
         for (const auto &[key, value] : expected.entries) {
-            const id cocoaKey = KeyOf(key);
+            const id cocoaKey = KeyOf(key, actual);
             Compare(value, [actual objectForKey:cocoaKey], path + "/" + Described(cocoaKey));
         }
         return true;
     }
 
-    static id KeyOf(const Tree &key)
+    /// The key to look for in this dictionary.
+    static id KeyOf(const Tree &key, NSDictionary *dictionary)
     {
-        const auto field = [&](size_t index) { return static_cast<NSUInteger>(key.date[index]); };
         switch (key.kind) {
         case Tree::Kind::Text:
             return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(key.text.data())
@@ -139,13 +139,10 @@ private:
         case Tree::Kind::Double:
             return [NSNumber numberWithDouble:key.number];
         case Tree::Kind::Date:
-            return [NSCalendarDate dateWithYear:key.date[0]
-                                          month:field(1)
-                                            day:field(2)
-                                           hour:field(3)
-                                         minute:field(4)
-                                         second:field(5)
-                                       timeZone:[NSTimeZone localTimeZone]];
+            for (const id candidate in [dictionary allKeys])
+                if (IsDate(key, candidate))
+                    return candidate;
+            return nil;
         default:
             return [NSNull null];
         }
