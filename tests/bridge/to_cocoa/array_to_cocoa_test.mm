@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "tests/bridge/to_cocoa/array_test.h"
+#include "tests/bridge/to_cocoa/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -26,6 +27,15 @@ int64_t gTypeCode;
 int64_t AnswerTypeCode(qzlhost::Instance *)
 {
     return gTypeCode;
+}
+
+/// What Cocoa is given for booleans.
+std::vector<int> gBooleans;
+
+id NoteBoolean(id, SEL, uint8_t boolean)
+{
+    gBooleans.push_back(boolean);
+    return @"boolean";
 }
 
 class EveryArray : public ArrayTest, public ::testing::WithParamInterface<ArrayRow> {};
@@ -222,6 +232,32 @@ TEST_F(ArrayToCocoa, EveryByteOfABooleanButZeroIsTrue)
     ASSERT_EQ([converted count], 256u);
     for (NSUInteger index = 0; index < 256; ++index)
         EXPECT_EQ([converted objectAtIndex:index], [NSNumber numberWithBool:index != 0]) << index;
+}
+
+TEST_F(ArrayToCocoa, EveryBooleanReachesCocoaAsZeroOrOne)
+{
+    Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("PluginBooleanArrayGetProc", reinterpret_cast<void *>(&GiveReaderOfIndexes));
+    });
+    const Value array = NewArray(kBooleans, 256);
+    {
+        const ReplacedMethod<decltype(NoteBoolean)> noted(
+            class_getClassMethod([NSNumber class], @selector(numberWithBool:)), &NoteBoolean);
+        Convert(array);
+    }
+    std::vector<int> expected(256, 1);
+    expected[0] = 0;
+    EXPECT_EQ(gBooleans, expected);
+}
+
+TEST_F(ArrayToCocoa, DatesAreReadAsDatesAndNotAsVariants)
+{
+    Host &host = Start();
+    const Value array = NewArray(kDates, 1);
+    host.ClearTrace();
+    EXPECT_EQ([Convert(array) count], 1u);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 6) << "the fields";
+    EXPECT_EQ(host.CallsOf("REALGetPropValueObject"), 0) << "the date of a variant";
 }
 
 TEST_F(ArrayToCocoa, NestsArrays)

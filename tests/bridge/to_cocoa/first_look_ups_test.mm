@@ -1,4 +1,6 @@
 // When the references of the remembered wrapper classes are looked up: together, once, by whom it takes.
+#include <algorithm>
+
 #include "tests/bridge/to_cocoa/chain_classes.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
 
@@ -83,4 +85,16 @@ TEST_F(FirstLookUps, AreNotMadeAgainForClassesThatWereNotThere)
         EXPECT_EQ(AskedFor(object), AndOthers({"MemoryBlock", "Dictionary"})) << className;
         EXPECT_EQ(Convert(object), nil) << className;
     }
+}
+
+TEST_F(FirstLookUps, LeaveOutTheTestForClassesThatTheHostLacks)
+{
+    Host &host = Start();
+    host.DefineClass({"Unrelated", ""});
+    const Value object = host.New("Unrelated");
+    const std::vector<std::string> asked = AskedFor(object);
+    const auto present = std::count_if(asked.begin(), asked.end(),
+                                       [&](const std::string &name) { return host.HasClass(name); });
+    EXPECT_EQ(present, 5) << "the host's two and the library's three";
+    EXPECT_EQ(host.CallsOf("RuntimeObjectIsa"), present);
 }

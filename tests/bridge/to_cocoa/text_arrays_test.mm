@@ -42,6 +42,15 @@ qzlhost::Instance *NoteTextWithoutVariant(qzlhost::Text *text)
     return nullptr;
 }
 
+/// What the host was asked for along with each string.
+std::vector<int64_t> gOptions;
+
+CFStringRef NoteOption(qzlhost::String *, int64_t option)
+{
+    gOptions.push_back(option);
+    return (CFStringRef)[@"of the string" retain];
+}
+
 } // namespace
 
 TEST_F(TextArrays, ComeStraightFromTheHost)
@@ -79,6 +88,16 @@ TEST_F(TextArrays, ComeThroughVariantsWhereTheHostCopiesNoTexts)
     for (const char *function : {"PluginNewVariantText", "VariantToString", "REALGetStringCFString",
                                  "REALUnlockString", "REALUnlockObject", "PluginUnlockText"})
         EXPECT_EQ(host.CallsOf(function), 2) << function;
+}
+
+TEST_F(TextArrays, ComeThroughVariantsWithoutAnyOption)
+{
+    Start(2024.01, [](Host &unloaded) {
+        unloaded.Lack("PluginCopyTextCFString");
+        unloaded.Replace("REALGetStringCFString", reinterpret_cast<void *>(&NoteOption));
+    });
+    EXPECT_TRUE([Convert(NewArray(kTexts, 1)) isEqual:(@[ @"of the string" ])]);
+    EXPECT_EQ(gOptions, std::vector<int64_t>{0});
 }
 
 TEST_F(TextArrays, ComeThroughVariantsWhereTheCopyIsNull)
@@ -143,6 +162,7 @@ TEST_F(TextArrays, NullIsATextThatTheHostMakesAVariantOf)
     });
     EXPECT_TRUE([Convert(NewArray(kTexts, 1)) isEqual:(@[ @"" ])]);
     EXPECT_EQ(gAskedFor, (std::vector<qzlhost::Text *>{nullptr}));
+    EXPECT_EQ(host.CallsOf("VariantToString"), 0) << "there is no variant";
     EXPECT_EQ(host.CallsOf("PluginUnlockText"), 0);
 }
 

@@ -213,6 +213,20 @@ TEST_F(VariantCodes, WithoutAnyTypeCodeVariantsAreNil)
         EXPECT_EQ(Convert(content), nil);
 }
 
+TEST_F(VariantCodes, VarTypeIsLoadedFromNoModule)
+{
+    using LoadMethod = void *(void *module, const char *declaration);
+    static std::vector<std::pair<void *, std::string>> asked;
+    static constexpr LoadMethod *kNote = [](void *module, const char *declaration) -> void * {
+        asked.emplace_back(module, declaration);
+        return nullptr;
+    };
+    Start({},
+          [](Host &unloaded) { unloaded.Replace("REALLoadGlobalMethod", reinterpret_cast<void *>(kNote)); });
+    EXPECT_EQ([Convert(7) intValue], 7);
+    EXPECT_EQ(asked, (std::vector<std::pair<void *, std::string>>{{nullptr, kVarType}}));
+}
+
 TEST_F(VariantCodes, VarTypeIsLoadedOnceWhenItIsThere)
 {
     Host &host = Start({}, [](Host &unloaded) { unloaded.AnswerFrom("REALLoadGlobalMethod", 3); });

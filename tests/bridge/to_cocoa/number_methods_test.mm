@@ -1,0 +1,70 @@
+// Which of Cocoa's methods makes the number of a variant, and of an element of an array.
+#include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/bridge/to_cocoa/replaced_method.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+namespace code = qzlhost::code;
+
+/// A class method of NSNumber that answers its own name.
+template <typename Number>
+class Named {
+public:
+    explicit Named(SEL selector) : replaced_(class_getClassMethod([NSNumber class], selector), &AnswerName) {}
+
+private:
+    static id AnswerName(id, SEL selector, Number) { return NSStringFromSelector(selector); }
+
+    ReplacedMethod<id(id, SEL, Number)> replaced_;
+};
+
+/// All of them.
+struct NamedMethods {
+    Named<long> numberWithLong { @selector(numberWithLong:) };
+    Named<long long> numberWithLongLong { @selector(numberWithLongLong:) };
+    Named<float> numberWithFloat { @selector(numberWithFloat:) };
+    Named<double> numberWithDouble { @selector(numberWithDouble:) };
+    Named<BOOL> numberWithBool { @selector(numberWithBool:) };
+};
+
+struct NumberKind {
+    int64_t code;
+    const char *method;
+    bool inArrays;
+};
+
+constexpr NumberKind kKinds[] = {
+    {code::Int32, "numberWithLong:", true},   {code::Int64, "numberWithLongLong:", true},
+    {code::Single, "numberWithFloat:", true}, {code::Double, "numberWithDouble:", true},
+    {code::Boolean, "numberWithBool:", true}, {code::Currency, "numberWithDouble:", false},
+    {code::Color, "numberWithLong:", false},
+};
+
+using NumberMethods = MemberConversion;
+
+} // namespace
+
+TEST_F(NumberMethods, OfVariantsAreThoseOfTheirCodes)
+{
+    Start();
+    for (const NumberKind &kind : kKinds) {
+        const Value variant = Value::OfCode(kind.code, 1);
+        const NamedMethods named;
+        EXPECT_STREQ([[Convert(variant) description] UTF8String], kind.method) << kind.code;
+    }
+}
+
+TEST_F(NumberMethods, OfElementsAreThoseOfTheirCodes)
+{
+    Host &host = Start();
+    for (const NumberKind &kind : kKinds) {
+        if (!kind.inArrays)
+            continue;
+        const Value array = host.NewArray(kind.code, {Value::OfCode(kind.code, 1)});
+        const NamedMethods named;
+        EXPECT_STREQ([[[Convert(array) lastObject] description] UTF8String], kind.method) << kind.code;
+    }
+}
