@@ -255,3 +255,38 @@ TEST_F(DateFields, OfADateVariantAreNotReadWhenTheHostFails)
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
 }
+
+TEST_F(DateFields, OfADateVariantAreNotReadWhenTheHostRefusesItsDate)
+{
+    using GetObject = bool (*)(REALobject, const char *, REALobject *);
+    static REALobject borrowed;
+    static constexpr GetObject kRefuse = [](REALobject, const char *, REALobject *value) {
+        *value = borrowed;
+        return false;
+    };
+    Host &host = Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace("REALGetPropValueObject", reinterpret_cast<void *>(kRefuse));
+    });
+    const Value date = NewDate();
+    borrowed = ObjectOf(date);
+    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
+    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
+    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0) << "nothing was handed over";
+}
+
+TEST_F(DateFields, OfADateVariantAreReadBeforeTheDateIsGivenBack)
+{
+    Host &host = Start();
+    const Value date = NewDate();
+    host.ClearTrace();
+
+    EXPECT_NE(GetVariantAsNSObject(ObjectOf(date)), nil);
+
+    std::vector<std::string> calls;
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        if (entry.function == "REALGetPropValueInteger" || entry.function == "REALUnlockObject")
+            calls.push_back(entry.function);
+    std::vector<std::string> expected(6, "REALGetPropValueInteger");
+    expected.emplace_back("REALUnlockObject");
+    EXPECT_EQ(calls, expected);
+}

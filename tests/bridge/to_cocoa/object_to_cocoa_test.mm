@@ -90,6 +90,7 @@ TEST_F(ObjectToCocoa, MemoryBlockIsACopyThatOutlivesIt)
         EXPECT_EQ(host.References(block), 1);
     }
     ASSERT_TRUE([converted isKindOfClass:[NSData class]]);
+    EXPECT_FALSE([converted isKindOfClass:[NSMutableData class]]);
     EXPECT_TRUE([converted isEqualToData:[NSData dataWithBytes:"a\0b" length:3]]);
 }
 

@@ -29,10 +29,11 @@ NSDictionary *Convert(const Value &dictionary)
 
 } // namespace
 
-TEST_F(VariantToObject, NilIsNil)
+TEST_F(VariantToObject, NilIsNilAndTheHostIsNotAskedForItsType)
 {
-    Start();
+    Host &host = Start();
     EXPECT_EQ(GetVariantAsNSObject(nullptr), nil);
+    EXPECT_TRUE(host.Trace().empty());
 }
 
 TEST_F(VariantToObject, StringIsAString)
