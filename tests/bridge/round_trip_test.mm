@@ -1,8 +1,8 @@
 // Host values go to Cocoa and come back: as themselves, or changed as the rules say.
 #import <Foundation/Foundation.h>
 
-#include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <random>
 #include <set>
 
@@ -75,9 +75,8 @@ TEST_F(RoundTrip, SecondTripChangesNothingMore)
     for (uint64_t seed = 1001; seed <= 1000 + kTrees; ++seed) {
         const Value once = Trip(RandomValue(host, seed, 4));
         const Model model = ModelOf(host, once);
-        // Elements that came back as Nil would end the second trip with an exception.
         const Value twice = Trip(once);
-        ASSERT_EQ(ModelOf(host, twice), AfterTrip(model)) << "seed " << seed;
+        ASSERT_EQ(ModelOf(host, twice), model) << "seed " << seed;
         host.ClearTrace();
     }
 }
@@ -96,20 +95,6 @@ TEST_F(RoundTrip, DatesKeepTheirFieldsInAZoneWithSummerTime)
             host.NewDate(1950 + below(80), 1 + below(12), 1 + below(28), 4 + below(20), below(60), below(60));
         ASSERT_EQ(Trip(date).AsString(), date.AsString());
     }
-}
-
-TEST_F(RoundTrip, ArrayOfObjectsWithNilRaisesCocoasException)
-{
-    Host &host = StartInUniversalTime();
-    const Value array = host.NewArray(code::Object, {Value(1), Value()});
-    bool raised = false;
-    @try {
-        // Not in a pool of its own, which would end before the exception is looked at.
-        GetVariantAsNSObject(ObjectOf(array));
-    } @catch (NSException *exception) {
-        raised = [[exception name] isEqual:NSInvalidArgumentException];
-    }
-    EXPECT_TRUE(raised);
 }
 
 TEST_F(RoundTrip, TrueAndOneAreOneKeyInCocoaAndTheLaterValueStays)
@@ -144,7 +129,8 @@ TEST_F(RoundTrip, StructuresKeepTheirNumbers)
         host.DefineClass(std::move(definition));
         const Value before = host.New(className);
         const size_t size = className == std::string("NSRectQZL") ? 4 : 2;
-        std::fill_n(static_cast<double *>(host.InstanceData(before)), size, -1.25);
+        auto *const numbers = static_cast<double *>(host.InstanceData(before));
+        std::iota(numbers, numbers + size, -1.25);
 
         const Value after = Trip(before);
 

@@ -197,3 +197,20 @@ TEST_F(DictionaryCounts, DictionaryIsNilWhereCocoaMakesNoneOfItsCapacity)
     EXPECT_EQ(gCapacities, std::vector<NSUInteger>{2});
     EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0) << "no entry is asked for";
 }
+
+TEST_F(DictionaryCounts, KeyIsConvertedBeforeItsValue)
+{
+    Host &host = Start();
+    const Value dictionary = host.NewDictionary();
+    host.DictionarySet(dictionary, host.NewDate(2024, 2, 29, 14, 5, 9), host.NewMemoryBlock("value"));
+    host.ClearTrace();
+
+    EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);
+
+    std::vector<std::string> calls;
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        if (entry.function == "REALGetPropValueObject" || entry.function == "RuntimeObjectIsa")
+            calls.push_back(entry.function);
+    EXPECT_EQ(calls, (std::vector<std::string>{"REALGetPropValueObject", "RuntimeObjectIsa"}))
+        << "the date's, then the block's";
+}

@@ -1,13 +1,5 @@
 // The URLs of host folder items, whole, and what the host is asked for to make them.
-#include <CoreServices/CoreServices.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-
-#include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/bridge/to_cocoa/folder_item_test.h"
 #include "tests/support/family.h"
 
 using qzlhost::Host;
@@ -15,97 +7,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// One question to the host about a folder item.
-struct Question {
-    bool asksForName = false;
-    /// Whether all 512 bytes of the name were zero.
-    bool isNameZeroed = false;
-};
-
-/// How the host answers, and what it was asked.
-struct FolderItems {
-    /// Whether the item itself has a reference, and the path that it refers to; nothing for no path.
-    bool hasItself = false;
-    std::string itself = {};
-    /// The same for the parent.
-    bool hasParent = true;
-    std::string parent = "/tmp";
-    std::u16string leaf = u"leaf";
-
-    static inline std::vector<Question> questions;
-};
-
-FolderItems gItems;
-
-void Refer(const std::string &path, FSRef *reference)
-{
-    *reference = {};
-    if (!path.empty())
-        CFURLGetFSRef((CFURLRef)[NSURL fileURLWithPath:@(path.c_str())], reference);
-}
-
-bool AnswerFolderItem(qzlhost::Instance *item, FSRef *reference, HFSUniStr255 *name)
-{
-    static_assert(sizeof(HFSUniStr255) == 512);
-    Question question;
-    question.asksForName = name != nullptr;
-    const HFSUniStr255 zeros = {};
-    question.isNameZeroed = name != nullptr && std::memcmp(name, &zeros, sizeof zeros) == 0;
-    FolderItems::questions.push_back(question);
-    EXPECT_NE(item, nullptr);
-    EXPECT_NE(reference, nullptr);
-    if (name == nullptr) {
-        Refer(gItems.itself, reference);
-        return gItems.hasItself;
-    }
-    Refer(gItems.parent, reference);
-    name->length = static_cast<uint16_t>(gItems.leaf.size());
-    std::copy(gItems.leaf.begin(), gItems.leaf.end(), name->unicode);
-    return gItems.hasParent;
-}
-
-/// A folder of the test's own, by its real path.
-class Folder {
-public:
-    Folder() : path_(std::filesystem::canonical(mkdtemp(pattern_))) {}
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder &) = delete;
-    Folder &operator=(const Folder &) = delete;
-
-    std::string Path() const { return path_; }
-    std::string Path(const std::string &name) const { return path_ / name; }
-
-private:
-    char pattern_[32] = "/tmp/folder_items.XXXXXX";
-    std::filesystem::path path_;
-};
-
-std::string URLOf(id converted)
-{
-    return [converted isKindOfClass:[NSURL class]] ? [[converted absoluteString] UTF8String] : "no URL";
-}
-
-class FolderItemURLs : public MemberConversion {
-protected:
-    /// A host whose every folder item answers this.
-    Host &StartAnswering(const FolderItems &items)
-    {
-        gItems = items;
-        return Start({}, [](Host &unloaded) {
-            unloaded.Replace("REALFSRefFromFolderItem", reinterpret_cast<void *>(&AnswerFolderItem));
-        });
-    }
-
-    std::string ConvertItem() { return URLOf(Convert(host().NewFolderItem("/any"))); }
-
-    void ExpectQuestions(const std::vector<bool> &forNames)
-    {
-        std::vector<bool> asked;
-        for (const Question &question : FolderItems::questions)
-            asked.push_back(question.asksForName);
-        EXPECT_EQ(asked, forNames);
-    }
-};
+using FolderItemURLs = FolderItemTest;
 
 } // namespace
 

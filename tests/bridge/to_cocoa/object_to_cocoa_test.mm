@@ -1,16 +1,10 @@
 // Host objects that are no wrappers become Cocoa objects, by the first test that they pass.
-#include "bridge/to_cocoa/object_to_cocoa.h"
-
-#import <Foundation/Foundation.h>
-#include <objc/runtime.h>
-
 #include <array>
 #include <cstring>
 #include <numeric>
 
-#include "bridge/to_cocoa/dictionary_methods.h"
+#include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/family.h"
-#include "tests/support/linked_test.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -23,11 +17,6 @@ constexpr char kTrueItem[] = "TrueItem(Index as integer) as Folderitem";
 /// Instance data of one kind of numbers.
 template <typename Number, size_t Count>
 using Numbers = std::array<Number, Count>;
-
-id Convert(const Value &object)
-{
-    return GetObjectAsNSObject(ObjectOf(object));
-}
 
 qzlhost::Method FolderItemMethod()
 {
@@ -55,28 +44,55 @@ Value NewWithData(Host &host, const char *className, const Data &data)
     return object;
 }
 
-void *NoPointer(REALobject)
+void *NoPointer(qzlhost::Instance *)
 {
     return nullptr;
 }
 
 char gBytes[] = "borrowed";
-int64_t gReferencesMeanwhile;
 
-void *NoteReferences(REALobject block)
+/// The block whose reading is noted, and what was done with it, in order.
+qzlhost::Instance *gBlock;
+std::vector<std::string> gBlockEvents;
+
+/// Stands in for a host function or method that gets the block, and notes the call.
+template <int Kind, typename Function>
+struct NotedCall;
+
+template <int Kind, typename Result, typename... Arguments>
+struct NotedCall<Kind, Result(qzlhost::Instance *, Arguments...)> {
+    static inline Result (*original)(qzlhost::Instance *, Arguments...);
+    static inline const char *name;
+
+    static Result Call(qzlhost::Instance *object, Arguments... arguments)
+    {
+        if (object == gBlock)
+            gBlockEvents.push_back(name);
+        return original(object, arguments...);
+    }
+
+    static void StandIn(Host &unloaded, const char *function, const char *event)
+    {
+        original = reinterpret_cast<decltype(original)>(unloaded.Resolver()(function));
+        name = event;
+        unloaded.Replace(function, reinterpret_cast<void *>(&Call));
+    }
+};
+
+void *NotePointer(qzlhost::Instance *block)
 {
-    const Value shared = Value::Share(reinterpret_cast<qzlhost::Instance *>(block));
-    gReferencesMeanwhile = Host::Current().References(shared) - 1;
+    if (block == gBlock)
+        gBlockEvents.push_back("read");
     return gBytes;
 }
 
-bool NegativeSize(REALobject, const char *, int64_t *size)
+bool NegativeSize(qzlhost::Instance *, const char *, int64_t *size)
 {
     *size = -3;
     return true;
 }
 
-using ObjectToCocoa = LinkedTest;
+using ObjectToCocoa = MemberConversion;
 
 } // namespace
 
@@ -102,20 +118,28 @@ TEST_F(ObjectToCocoa, EmptyMemoryBlockIsNilWhateverComesLater)
     EXPECT_EQ(Convert(host.NewMemoryBlock("")), nil);
 }
 
-TEST_F(ObjectToCocoa, MemoryBlockIsLockedMeanwhile)
+TEST_F(ObjectToCocoa, MemoryBlockIsLockedWhileItIsRead)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NoteReferences));
+    Host &host = Start({}, [](Host &unloaded) {
+        NotedCall<0, void(qzlhost::Instance *)>::StandIn(unloaded, "REALLockObject", "lock");
+        NotedCall<1, void(qzlhost::Instance *)>::StandIn(unloaded, "REALUnlockObject", "unlock");
+        NotedCall<0, bool(qzlhost::Instance *, const char *, int64_t *)>::StandIn(
+            unloaded, "REALGetPropValueInteger", "read");
+        unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NotePointer));
     });
     const Value block = host.NewMemoryBlock("abc");
+    gBlock = block.ObjectPointer();
+
     ASSERT_TRUE([Convert(block) isEqualToData:[NSData dataWithBytes:"bor" length:3]]);
-    EXPECT_EQ(gReferencesMeanwhile, 2);
+
+    EXPECT_EQ(gBlockEvents, (std::vector<std::string>{"lock", "read", "read", "unlock"}))
+        << "the size and the pointer";
     EXPECT_EQ(host.References(block), 1);
 }
 
 TEST_F(ObjectToCocoa, MemoryBlockIsNotUnlockedWhereTheHostCannotLock)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALLockObject"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("REALLockObject"); });
     const Value block = host.NewMemoryBlock("abc");
     EXPECT_EQ([Convert(block) length], 3u);
     EXPECT_EQ(host.References(block), 1);
@@ -139,14 +163,14 @@ TEST_F(ObjectToCocoa, MemoryBlockHasItsSizeFromTheHostFunctionWithoutTheProperty
 
 TEST_F(ObjectToCocoa, MemoryBlockHasItsSizeFromTheHostFunctionOnHostsWithoutProperties)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
     EXPECT_EQ([Convert(host.NewMemoryBlock("abc")) length], 3u);
     EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
 }
 
 TEST_F(ObjectToCocoa, MemoryBlockWithoutAnySizeIsNil)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
+    Host &host = Start({}, [](Host &unloaded) {
         unloaded.Lack("REALGetPropValueInteger");
         unloaded.Lack("memoryBlockGetSize");
     });
@@ -155,7 +179,7 @@ TEST_F(ObjectToCocoa, MemoryBlockWithoutAnySizeIsNil)
 
 TEST_F(ObjectToCocoa, MemoryBlockOfNegativeSizeIsNil)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
+    Host &host = Start({}, [](Host &unloaded) {
         unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&NegativeSize));
     });
     EXPECT_EQ(Convert(host.NewMemoryBlock("abc")), nil);
@@ -163,7 +187,7 @@ TEST_F(ObjectToCocoa, MemoryBlockOfNegativeSizeIsNil)
 
 TEST_F(ObjectToCocoa, MemoryBlockWithoutAPointerIsNil)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
+    Host &host = Start({}, [](Host &unloaded) {
         unloaded.ReplaceMethod(kConvertToPointer, reinterpret_cast<void *>(&NoPointer));
     });
     EXPECT_EQ(Convert(host.NewMemoryBlock("abc")), nil);
@@ -178,7 +202,6 @@ TEST_F(ObjectToCocoa, DictionaryIsADictionary)
     ASSERT_TRUE([converted isKindOfClass:[NSDictionary class]]);
     EXPECT_EQ([converted count], 1u);
     EXPECT_TRUE([[converted objectForKey:@"a"] isEqual:@1]);
-    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(ObjectToCocoa, GeometryComesFromTheInstanceData)
@@ -238,7 +261,7 @@ TEST_F(ObjectToCocoa, AnyOtherObjectIsNilUntilTheFamilyWrapsIt)
 
 TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
     Family family(host);
     family.OfferObjectWrapper();
     EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
@@ -249,7 +272,7 @@ TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses
 
 TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoInstances)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
     Family family(host);
     family.OfferObjectWrapper();
     EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
