@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -157,4 +158,19 @@ TEST_F(DictionaryMethods, OfTheOuterDictionaryAreNotThoseOfOneWithoutThem)
 
     NSDictionary *const expected = @{@"first" : @{@"inner" : [NSNull null]}, @"second" : @2};
     EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainAfterAConversionThatEndedInACocoaException)
+{
+    Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
+    const Value refused = host.NewDictionary();
+    host.DictionarySet(refused, "key", host.NewArray(qzlhost::code::Object, {Value()}));
+    host.ClearTrace();
+
+    EXPECT_NE(ExceptionOf(refused), nil);
+    EXPECT_NE(ExceptionOf(refused), nil);
+
+    EXPECT_EQ(Loads(), LoadsFor({"Dictionary", "Dictionary"}));
 }

@@ -5,10 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "bridge/to_cocoa/dictionary_methods.h"
-#include "bridge/to_cocoa/variant_to_object.h"
 #include "tests/bridge/to_cocoa/host_trees.h"
-#include "tests/support/linked_test.h"
+#include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -18,11 +17,6 @@ namespace {
 constexpr int kTrees = 1000;
 constexpr int kDepth = 8;
 constexpr size_t kWrappers = 4;
-
-id Convert(const Value &value)
-{
-    return GetVariantAsNSObject(ObjectOf(value));
-}
 
 std::string Described(id object)
 {
@@ -151,7 +145,7 @@ private:
     const std::vector<id> &wrapped_;
 };
 
-class Trees : public LinkedTest {
+class Trees : public MemberConversion {
 protected:
     /// A host with a class that means nothing to Cocoa and with wrappers of Cocoa objects.
     Host &StartWithWrappers()
@@ -170,7 +164,7 @@ protected:
     void TearDown() override
     {
         wrappers_.clear();
-        LinkedTest::TearDown();
+        MemberConversion::TearDown();
     }
 
     std::vector<id> wrapped_;
@@ -202,17 +196,6 @@ std::vector<NSUInteger> RetainCountsOf(const std::vector<id> &objects)
     return counts;
 }
 
-/// The name of the Cocoa exception that the conversion ends with; nil where it ends well.
-NSString *ExceptionOf(const Value &value)
-{
-    @try {
-        Convert(value);
-        return nil;
-    } @catch (NSException *exception) {
-        return [exception name];
-    }
-}
-
 } // namespace
 
 TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
@@ -232,7 +215,6 @@ TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
             comparison.Compare(grown.tree, Convert(grown.value), "");
             EXPECT_THAT(comparison.differences, ::testing::IsEmpty());
         }
-        EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
         EXPECT_EQ(ReferencesOf(host, grower.Values()), references);
         EXPECT_EQ(RetainCountsOf(wrapped_), retains);
         host.ClearTrace();
@@ -262,7 +244,6 @@ TEST_F(Trees, EntriesAfterANestedDictionaryAreAllThere)
           @"fourth" : @{},
           @"fifth" : @5};
     EXPECT_TRUE([converted isEqual:expected]) << Described(converted);
-    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
 }
 
 TEST_F(Trees, NestedDictionaryTakesTheMethodsOver)
@@ -347,6 +328,8 @@ TEST_F(Trees, NilKeyIsSkippedAndKeyWithoutACocoaObjectIsNull)
 TEST_F(Trees, CocoaExceptionInTheMiddleLeavesNothingBehind)
 {
     Host &host = Start();
+    Family family(host);
+    family.OfferExceptions();
     const Value shared = host.NewArray(qzlhost::code::Int64, {1});
     const Value refused = host.NewArray(qzlhost::code::Object, {shared, Value()});
     const Value inner = host.NewDictionary();
@@ -359,9 +342,8 @@ TEST_F(Trees, CocoaExceptionInTheMiddleLeavesNothingBehind)
     const std::vector<Value> values = {shared, refused, inner, outer};
     const std::vector<int64_t> references = ReferencesOf(host, values);
 
-    EXPECT_TRUE([ExceptionOf(outer) isEqual:NSInvalidArgumentException]);
+    EXPECT_TRUE([[ExceptionOf(outer) name] isEqual:NSInvalidArgumentException]);
 
-    EXPECT_EQ(gDictionaryMethods.LastDictionary, nullptr);
     EXPECT_EQ(ReferencesOf(host, values), references);
     host.ArraySet(refused, 1, "now convertible");
     EXPECT_EQ([Convert(outer) count], 3u);
