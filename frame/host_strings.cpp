@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "frame/errors.h"
 #include "frame/heap_buffer.h"
@@ -64,18 +63,20 @@ size_t ConvertUTF32(const void *bytes, size_t count, UniChar *units)
     return static_cast<size_t>(next - units);
 }
 
-/// For hosts that cannot build UTF-32 themselves.
+/// For hosts that cannot build UTF-32 themselves. Null without memory.
 REALstring BuildFromUTF32(const void *bytes, int64_t length)
 {
     constexpr int64_t kLongestOnStack = 799;
     UniChar onStack[2 * (kLongestOnStack / 4) + 1];
-    std::unique_ptr<UniChar[]> onHeap;
+    HeapBuffer onHeap;
 
     const size_t count = static_cast<size_t>(length) / 4;
     UniChar *units = onStack;
     if (length > kLongestOnStack) {
-        onHeap.reset(new UniChar[2 * count + 1]());
-        units = onHeap.get();
+        onHeap = AllocateBuffer((2 * count + 1) * sizeof(UniChar));
+        if (onHeap == nullptr)
+            return nullptr;
+        units = reinterpret_cast<UniChar *>(onHeap.get());
     }
     const size_t written = ConvertUTF32(bytes, count, units);
     units[written] = 0;
