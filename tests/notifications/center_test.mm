@@ -101,19 +101,6 @@ TEST_F(CenterClass, EmptyNameObservesOnlyTheEmptyName)
     EXPECT_EQ(program.received.size(), 1u);
 }
 
-TEST_F(CenterClass, ObservesOneObject)
-{
-    Host &host = Start();
-    ObserverProgram program(host);
-    const Value observer = program.NewObserver();
-    const Value center = DefaultCenter(host);
-    // Cocoa compares objects by identity, so the notification is made here with the object that is observed.
-    NSString *const observed = [NSString stringWithFormat:@"observed %d", 1];
-    host.Call(center, "addObserver", {observer, "ByObject"});
-    [HandleOf<NSNotificationCenter *>(host, center) postNotificationName:@"ByObject" object:observed];
-    ASSERT_EQ(program.received.size(), 1u);
-}
-
 TEST_F(CenterClass, RemovedObserverHearsNothing)
 {
     Host &host = Start();
@@ -176,21 +163,6 @@ TEST_F(CenterClass, PostingNoNotificationRaisesCocoasException)
     ExpectException([&] { host.Call(center, "postNotification", {Value()}); }, "NSExceptionQZL",
                     [reason UTF8String]);
     EXPECT_EQ(family.ExceptionsWrapped(), 1);
-}
-
-TEST_F(CenterClass, MembersOfACenterWithoutHandleDoNothing)
-{
-    Host &host = Start();
-    ObserverProgram program(host);
-    const Value observer = program.NewObserver();
-    host.Call(DefaultCenter(host), "addObserver", {observer, "Void"});
-    const Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
-    host.Call(center, "postNotificationName", {"Void"});
-    host.Call(center, "postNotification", {host.New("NSNotificationQZL", {"Void"})});
-    host.Call(center, "addObserver", {observer, "Void"});
-    host.Call(center, "removeObserver", {observer, "Void"});
-    host.Call(center, "removeObserver", {observer});
-    EXPECT_TRUE(program.received.empty());
 }
 
 TEST_F(CenterClass, PlainNewCenterIsTheDefaultCenter)

@@ -3,6 +3,7 @@
 
 #include "tests/support/cocoa_objects.h"
 #include "tests/support/family.h"
+#include "tests/support/log_capture.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;
@@ -17,6 +18,22 @@ constexpr char kTooOften[] = "Constructor called too often. Object is already in
 Value WithHandle(Host &host, NSNotification *notification)
 {
     return host.New("NSNotificationQZL", {Value(reinterpret_cast<int64_t>(notification))});
+}
+
+/// What "Print" writes to the log.
+std::vector<std::string> PrintedBy(Host &host, const Value &notification)
+{
+    const LogCapture log;
+    host.Call(notification, "Print");
+    return log.Lines();
+}
+
+/// What Foundation logs for the object and a new line.
+std::vector<std::string> LoggedLine(id object)
+{
+    const LogCapture log;
+    NSLog(@"%@\n", object);
+    return log.Lines();
 }
 
 } // namespace
@@ -111,7 +128,6 @@ TEST_F(NotificationClass, InstanceWithoutHandleReadsEmptyWithoutError)
     EXPECT_TRUE(host.Get(notification, "userInfo").IsNil());
     EXPECT_TRUE(host.Get(notification, "objectVariant").IsNil());
     EXPECT_EQ(host.Get(notification, "objectHandle").AsInteger(), 0);
-    EXPECT_NO_THROW(host.Call(notification, "Print"));
 }
 
 TEST_F(NotificationClass, ExceptionPropertyIsNil)
@@ -121,13 +137,18 @@ TEST_F(NotificationClass, ExceptionPropertyIsNil)
     EXPECT_TRUE(host.Get(notification, "_exception").IsNil());
 }
 
-TEST_F(NotificationClass, PrintWritesItToTheLog)
+TEST_F(NotificationClass, PrintWritesItAndANewLineToTheLog)
 {
     Host &host = Start();
     const Value notification = host.New("NSNotificationQZL", {"PrintedName"});
-    testing::internal::CaptureStderr();
-    host.Call(notification, "Print");
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("PrintedName"), std::string::npos);
+    EXPECT_EQ(PrintedBy(host, notification), LoggedLine(HandleOf<NSNotification *>(host, notification)));
+}
+
+TEST_F(NotificationClass, PrintWithoutAHandleWritesNil)
+{
+    Host &host = Start();
+    const Value notification = host.NewWithoutConstructor("NSNotificationQZL");
+    EXPECT_EQ(PrintedBy(host, notification), LoggedLine(nil));
 }
 
 TEST_F(NotificationClass, WrapsAnExistingNotificationByItsAddress)

@@ -259,27 +259,6 @@ TEST_F(ObserverBridge, InstanceWithoutConstructorHasNoHandleAndGoesQuietly)
     EXPECT_EQ(host.Get(observer, "Handle").AsInteger(), 0);
 }
 
-TEST_F(ObserverBridge, CocoaExceptionInAHandlerIsLoggedAndGoesNoFurther)
-{
-    Host &host = Start();
-    Family family(host);
-    family.OfferExceptions();
-    ObserverProgram program(host, "ProgramObserver", [](const Value &) {
-        [NSException raise:@"FromTheHandler" format:@"on purpose"];
-    });
-    const Value observer = program.NewObserver();
-    host.ClearTrace();
-
-    // Sent as a centre would: GNUstep's centre catches what its observers raise.
-    NSNotification *const notification = [NSNotification notificationWithName:@"Raises" object:nil];
-    EXPECT_NO_THROW([HandleOf<id>(host, observer) performSelector:@selector(GotNotification:)
-                                                       withObject:notification]);
-
-    EXPECT_EQ(program.received.size(), 1u);
-    EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 0);
-    EXPECT_EQ(family.ExceptionsWrapped(), 0);
-}
-
 TEST_F(ObserverBridge, HandlerMayPostAgain)
 {
     Host &host = Start();
@@ -295,17 +274,4 @@ TEST_F(ObserverBridge, HandlerMayPostAgain)
     host.Call(center, "postNotificationName", {"Again"});
     EXPECT_EQ(program.received.size(), 5u);
     center = Value();
-}
-
-TEST_F(ObserverBridge, HandlerIsCalledWithNilWhenNoWrapperCanBeMade)
-{
-    Host &host = Start();
-    ObserverProgram program(host);
-    const Value observer = program.NewObserver();
-    host.Call(DefaultCenter(host), "addObserver", {observer, "Bare"});
-    host.Fail("PluginNewInstance");
-    Post([NSNotificationCenter defaultCenter], @"Bare");
-    host.Fail("PluginNewInstance", false);
-    ASSERT_EQ(program.received.size(), 1u);
-    EXPECT_EQ(program.received[0].name, "");
 }
