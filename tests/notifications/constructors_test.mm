@@ -1,6 +1,7 @@
 // "Constructor" called a second time, on everything that has one.
 #import <Foundation/Foundation.h>
 
+#include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;
@@ -16,16 +17,18 @@ struct SecondConstructor {
     const char *className;
     By first;
     By second;
+    /// Whether a refused one has taken up what the family offers: it does so first, or not any more.
+    bool asksTheFamily;
 };
 
 constexpr SecondConstructor kRefused[] = {
-    {"Observer", "NSNotificationObserverQZL", By::Nothing, By::Nothing},
-    {"NotificationByNameThenName", "NSNotificationQZL", By::Name, By::Name},
-    {"NotificationByNameThenHandle", "NSNotificationQZL", By::Name, By::Handle},
-    {"NotificationByHandleThenName", "NSNotificationQZL", By::Handle, By::Name},
-    {"NotificationByHandleThenHandle", "NSNotificationQZL", By::Handle, By::Handle},
-    {"Center", "NSNotificationCenterQZL", By::Nothing, By::Nothing},
-    {"DiscRecordingCenter", "DRNotificationCenterQZL", By::Nothing, By::Nothing},
+    {"Observer", "NSNotificationObserverQZL", By::Nothing, By::Nothing, false},
+    {"NotificationByNameThenName", "NSNotificationQZL", By::Name, By::Name, true},
+    {"NotificationByNameThenHandle", "NSNotificationQZL", By::Name, By::Handle, true},
+    {"NotificationByHandleThenName", "NSNotificationQZL", By::Handle, By::Name, true},
+    {"NotificationByHandleThenHandle", "NSNotificationQZL", By::Handle, By::Handle, true},
+    {"Center", "NSNotificationCenterQZL", By::Nothing, By::Nothing, true},
+    {"DiscRecordingCenter", "DRNotificationCenterQZL", By::Nothing, By::Nothing, false},
 };
 
 /// `address` is what a notification is made of by its handle.
@@ -61,6 +64,7 @@ TEST_P(RefusedConstructor, RaisesAndLeavesTheFirstObjectAsItWas)
     ASSERT_NE(handle, nil);
     const NSUInteger retains = [handle retainCount];
     const NSUInteger secondRetains = [secondObject retainCount];
+    host.ClearTrace();
 
     ExpectException([&] { host.Call(instance, "Constructor", Arguments(row.second, secondObject)); },
                     "UnsupportedOperationException", kMessage);
@@ -68,6 +72,21 @@ TEST_P(RefusedConstructor, RaisesAndLeavesTheFirstObjectAsItWas)
     EXPECT_EQ(HandleOf<id>(host, instance), handle);
     EXPECT_EQ([handle retainCount], retains);
     EXPECT_EQ([secondObject retainCount], secondRetains);
+    EXPECT_EQ(host.CallsOf("REALGetStringEncoding"), 0) << "the name was converted all the same";
+}
+
+TEST_P(RefusedConstructor, TakesUpTheFamilyOnlyWhereItDoesSoFirst)
+{
+    Host &host = Start();
+    const SecondConstructor &row = GetParam();
+    const id object = [NSNotification notificationWithName:@"Any" object:nil];
+    const Value instance = host.New(row.className, Arguments(row.first, object));
+    Family family(host);
+    family.OfferPreparation();
+
+    ExceptionClassOf([&] { host.Call(instance, "Constructor", Arguments(row.second, object)); });
+
+    EXPECT_EQ(family.Preparations(), row.asksTheFamily ? 1 : 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, RefusedConstructor, ::testing::ValuesIn(kRefused),

@@ -53,15 +53,6 @@ TEST_F(DiscRecordingCenterClass, MissingObserverIsCocoasToJudge)
     }
 }
 
-TEST_F(DiscRecordingCenterClass, SecondConstructorIsRefused)
-{
-    Host &host = Start();
-    const Value center = host.New("DRNotificationCenterQZL");
-    ExpectException([&] { host.Call(center, "Constructor"); }, "UnsupportedOperationException",
-                    "Constructor called too often. Object is already initialized.");
-    EXPECT_EQ(HandleOf<id>(host, center), [DRNotificationCenter currentRunLoopCenter]);
-}
-
 TEST_F(DiscRecordingCenterClass, EntersTheRegistryAndLeavesIt)
 {
     Host &host = Start();

@@ -1,6 +1,7 @@
 // The centre between processes, as far as one process shows it.
 #import <Foundation/Foundation.h>
 
+#include "tests/notifications/recording_withdrawal.h"
 #include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
@@ -12,6 +13,16 @@ namespace {
 using DistributedCenterClass = PluginTest;
 
 constexpr char kClass[] = "NSDistributedNotificationCenterQZL";
+
+/// What Cocoa was asked for, and what it gives.
+std::string gType;
+id gCenterForType;
+
+id CenterForType(id, SEL, NSString *type)
+{
+    gType = type == nil ? "nil" : [type UTF8String];
+    return gCenterForType;
+}
 
 } // namespace
 
@@ -53,18 +64,35 @@ TEST_F(DistributedCenterClass, DefaultCenterIsANewInstanceWithoutARegistry)
     EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
 }
 
-TEST_F(DistributedCenterClass, ConstructorMayBeCalledTwiceAndKeepsTheFirstRetain)
+TEST_F(DistributedCenterClass, ConstructorEntersNothingInTheRegistry)
 {
     Host &host = Start();
-    const id cocoa = [NSDistributedNotificationCenter defaultCenter];
-    const NSUInteger retains = [cocoa retainCount];
-    {
-        const Value center = host.New(kClass);
-        host.Call(center, "Constructor");
-        EXPECT_EQ(HandleOf<id>(host, center), cocoa);
-        EXPECT_EQ([cocoa retainCount], retains + 2);
-    }
-    EXPECT_EQ([cocoa retainCount], retains + 1) << "the first retain is never given back";
+    Family family(host);
+    family.OfferRegistry();
+    const Value constructed = host.New(kClass);
+    EXPECT_EQ(family.RegistryCount(), 0);
+    const Value given = host.CallShared(kClass, "defaultCenter");
+    EXPECT_NE(given.ObjectPointer(), constructed.ObjectPointer());
+    EXPECT_EQ(family.Registered(HandleOf<id>(host, given)), given.ObjectPointer());
+}
+
+TEST_F(DistributedCenterClass, CenterForTypeIsTheOneThatCocoaGivesForTheName)
+{
+    Host &host = Start();
+    const SwappedMethod swapped(
+        class_getClassMethod([NSDistributedNotificationCenter class], @selector(notificationCenterForType:)),
+        reinterpret_cast<IMP>(CenterForType));
+    gCenterForType = [[[NSNotificationCenter alloc] init] autorelease];
+
+    const Value center = host.CallShared(kClass, "notificationCenterForType", {"AType"});
+    EXPECT_EQ(gType, "AType");
+    EXPECT_EQ(host.ClassOf(center), kClass);
+    EXPECT_EQ(HandleOf<id>(host, center), gCenterForType);
+
+    host.CallShared(kClass, "notificationCenterForType", {Value::EmptyString()});
+    EXPECT_EQ(gType, "nil");
+    gCenterForType = nil;
+    EXPECT_TRUE(host.CallShared(kClass, "notificationCenterForType", {"AType"}).IsNil());
 }
 
 TEST_F(DistributedCenterClass, SuspendedReadsBackWhatWasSet)
@@ -80,7 +108,11 @@ TEST_F(DistributedCenterClass, SuspendedReadsBackWhatWasSet)
 TEST_F(DistributedCenterClass, DeliversToItsOwnProcess)
 {
     Host &host = Start();
-    ObserverProgram program(host);
+    std::vector<std::string> seen;
+    ObserverProgram program(host, "ProgramObserver", [&](const Value &notification) {
+        seen.push_back(host.Get(notification, "objectVariant").AsString() + "/" +
+                       host.DictionaryGet(host.Get(notification, "userInfo"), "key").AsString());
+    });
     const Value observer = program.NewObserver();
     const Value center = host.New(kClass);
     host.Call(center, "addObserver", {observer, "QZLDistributedTest", Value(), Value(int64_t{4})});
@@ -89,6 +121,7 @@ TEST_F(DistributedCenterClass, DeliversToItsOwnProcess)
     host.Call(center, "postNotificationName", {"QZLDistributedTest", "object", info, true});
     host.Call(center, "postNotificationName", {"QZLDistributedTest", "object", info, uint32_t{3}});
     EXPECT_TRUE(host.RunUntil([&] { return program.received.size() == 2; }, 30));
+    EXPECT_EQ(seen, (std::vector<std::string>{"object/value", "object/value"}));
 }
 
 TEST_F(DistributedCenterClass, RefusesToAddNoObserver)

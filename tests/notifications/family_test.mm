@@ -6,6 +6,7 @@
 #include "tests/notifications/member_calls.h"
 #include "tests/notifications/member_names.h"
 #include "tests/support/family_fixture.h"
+#include "tests/support/raising.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -70,6 +71,17 @@ protected:
 
     /// A second Constructor would be refused: an instance for each call.
     std::vector<Value> NewInstances() { return {NewInstance(), NewInstance(), NewInstance(), NewInstance()}; }
+};
+
+/// Of every class with a destructor hook of its own.
+class EndOfInstance : public PluginWithFamily, public ::testing::WithParamInterface<const char *> {
+protected:
+    static std::vector<Value> ArgumentsFor(const std::string &className)
+    {
+        return className == kNotification ? std::vector<Value>{"AName"} : std::vector<Value>{};
+    }
+
+    static std::string HookOf(const std::string &className) { return className + ": " + kEnd; }
 };
 
 std::string NameOf(const ::testing::TestParamInfo<BridgeMember> &info)
@@ -182,6 +194,44 @@ TEST_F(FamilyTest, WrapperMadeBeforeTheRegistryIsNeverEntered)
     }
     EXPECT_EQ(family().RegistryCount(), 0);
 }
+
+// The end of an instance
+
+TEST_P(EndOfInstance, ForgetsReleasesAndClearsTheHandle)
+{
+    Host &host = StartWithFamily();
+    family().OfferRegistry();
+    const Value instance = host.New(GetParam(), ArgumentsFor(GetParam()));
+    const id handle = [HandleOf<id>(host, instance) retain];
+    const NSUInteger retains = [handle retainCount];
+    const MemberFunction end = FindMember(host, HookOf(GetParam()));
+
+    EXPECT_FALSE(CallMember(end, instance, {}).threw);
+
+    EXPECT_EQ(family().Registered(handle), nullptr);
+    EXPECT_EQ([handle retainCount], retains - 1);
+    EXPECT_EQ(HandleOf<id>(host, instance), nil);
+    [handle release];
+}
+
+TEST_P(EndOfInstance, ForgetsTheHandleBeforeItReleasesIt)
+{
+    Host &host = StartWithFamily();
+    family().OfferRegistry();
+    const Value instance = host.New(GetParam(), ArgumentsFor(GetParam()));
+    const id handle = HandleOf<id>(host, instance);
+    ASSERT_EQ(family().Registered(handle), instance.ObjectPointer());
+    const MemberFunction end = FindMember(host, HookOf(GetParam()));
+    {
+        const RaisingMeanwhile raising(handle);
+        EXPECT_FALSE(CallMember(end, instance, {}).threw);
+    }
+    EXPECT_EQ(family().Registered(handle), nullptr);
+    EXPECT_EQ(HandleOf<id>(host, instance), handle);
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, EndOfInstance, ::testing::Values(kObserver, kNotification, kCenter, kDiscs),
+                         [](const auto &parameter) { return std::string(parameter.param); });
 
 // Cocoa exceptions
 

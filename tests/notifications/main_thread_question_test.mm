@@ -1,0 +1,86 @@
+// How an observer goes to the main thread: what the platform answers about the thread decides.
+#import <Foundation/Foundation.h>
+
+#include <pthread.h>
+
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+
+#include "tests/notifications/delivery.h"
+#include "tests/notifications/member_names.h"
+#include "tests/notifications/recording_withdrawal.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+/// What the platform answers; nothing for its own answer.
+std::optional<int> gAnswer;
+
+std::vector<std::string> gMoves;
+IMP gMove;
+
+void Move(id self, SEL selector, SEL moved, id argument, BOOL waits)
+{
+    gMoves.push_back(std::string(sel_getName(moved)) + " " + [[argument name] UTF8String] +
+                     (waits ? " waiting" : ""));
+    reinterpret_cast<void (*)(id, SEL, SEL, id, BOOL)>(gMove)(self, selector, moved, argument, waits);
+}
+
+class MainThreadQuestion : public PluginTest {
+protected:
+    void TearDown() override
+    {
+        gAnswer.reset();
+        PluginTest::TearDown();
+    }
+
+    /// How the observer moves to the main thread, on which it is already, with this answer.
+    std::vector<std::string> MovesWithAnswer(const Value &observer, int answer)
+    {
+        const Method method =
+            class_getInstanceMethod([NSObject class], @selector(performSelectorOnMainThread:
+                                                                                 withObject:waitUntilDone:));
+        gMove = method_getImplementation(method);
+        const SwappedMethod swapped(method, reinterpret_cast<IMP>(Move));
+        gAnswer = answer;
+        gMoves.clear();
+        Deliver(host(), observer);
+        gAnswer.reset();
+        return gMoves;
+    }
+};
+
+} // namespace
+
+/// In place of the platform's own.
+extern "C" int pthread_main_np()
+{
+    if (gAnswer)
+        return *gAnswer;
+    return reinterpret_cast<int (*)()>(dlsym(RTLD_NEXT, "pthread_main_np"))();
+}
+
+TEST_F(MainThreadQuestion, AnsweredWithOneNeedsNoMove)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    EXPECT_THAT(MovesWithAnswer(observer, 1), IsEmpty());
+    EXPECT_EQ(program.received.size(), 1u);
+}
+
+TEST_F(MainThreadQuestion, AnsweredOtherwiseLeadsToAMoveThatWaits)
+{
+    Host &host = Start();
+    ObserverProgram program(host);
+    const Value observer = program.NewObserver();
+    for (const int answer : {0, -1, 2})
+        EXPECT_THAT(MovesWithAnswer(observer, answer),
+                    ElementsAre("GotNotificationOnMainThread: Delivered waiting"))
+            << answer;
+    EXPECT_EQ(program.received.size(), 3u);
+}
