@@ -82,12 +82,6 @@ REALobject NoteName(const FSRef *, const HFSUniStr255 *name)
     return nullptr;
 }
 
-REALobject RaiseInsteadOfFolderItem(REALstring, int64_t)
-{
-    [NSException raise:@"Broken" format:@"no folder item"];
-    return nullptr;
-}
-
 struct OtherURLRow {
     const char *testName;
     const char *text;
@@ -272,26 +266,6 @@ TEST_F(FileURLToHost, HostWithoutItemsByParentGivesNull)
     EXPECT_EQ(NSURLRBFile(FileURL(NewFile("file.txt"))), nullptr);
     EXPECT_EQ(NSURLRBFile(FileURL(Folder() / "missing")), nullptr);
     EXPECT_EQ(Convert(FileURL(NewFile("file.txt"))).Code(), qzlhost::code::String);
-}
-
-TEST_F(FileURLToHost, CocoaExceptionFromTheHostLeavesNoStringBehind)
-{
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.ReplaceMethod(kGetTrueFolderItem, reinterpret_cast<void *>(&RaiseInsteadOfFolderItem));
-    });
-    bool raised = false;
-    @try {
-        NSURLRBFile(FileURL("/"));
-    } @catch (NSException *exception) {
-        raised = [[exception name] isEqual:@"Broken"];
-    }
-    EXPECT_TRUE(raised);
-}
-
-TEST_F(FileURLToHost, NilIsNull)
-{
-    Start();
-    EXPECT_EQ(NSURLRBFile(nil), nullptr);
 }
 
 TEST_F(FileURLToHost, ConversionLeavesTheURLsRetainsAlone)

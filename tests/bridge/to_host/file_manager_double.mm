@@ -1,0 +1,137 @@
+// The platform's calls for files and their URLs, as the linker leads the library's to them.
+#include "tests/bridge/to_host/file_manager_double.h"
+
+#import <Foundation/Foundation.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+bool Refuses(Refusal refusal)
+{
+    return TheFileManager().refusal == refusal;
+}
+
+/// Notes an object that goes to the library; null stays null.
+template <typename Reference>
+Reference Noted(Reference object)
+{
+    if (object != nullptr)
+        TheFileManager().made.push_back(CFRetain(object));
+    return object;
+}
+
+/// Whether the URL was made for the library.
+bool IsMade(CFURLRef url)
+{
+    const std::vector<CFTypeRef> &made = TheFileManager().made;
+    return std::find(made.begin(), made.end(), url) != made.end();
+}
+
+} // namespace
+
+std::ostream &operator<<(std::ostream &stream, const CatalogCall &call)
+{
+    const bool isNothing = call.reference == std::string(sizeof(FSRef), '\0');
+    return stream << (isNothing ? "nothing" : "an item") << ": " << call.information
+                  << (call.wantsInformation ? " information" : "") << (call.wantsName ? " name" : "")
+                  << (call.wantsParent ? " parent" : "");
+}
+
+std::string BytesOf(const FSRef &reference)
+{
+    return {reinterpret_cast<const char *>(&reference), sizeof reference};
+}
+
+std::pair<size_t, size_t> FileManagerDouble::ReleaseMade()
+{
+    size_t alone = 0;
+    for (const CFTypeRef object : made) {
+        alone += [(id)object retainCount] == 1 ? 1 : 0;
+        CFRelease(object);
+    }
+    const size_t count = made.size();
+    made.clear();
+    return {count, alone};
+}
+
+FileManagerDouble &TheFileManager()
+{
+    static FileManagerDouble one;
+    return one;
+}
+
+extern "C" {
+
+OSErr __real_FSGetCatalogInfo(const FSRef *, FSCatalogInfoBitmap, FSCatalogInfo *, HFSUniStr255 *, FSSpecPtr,
+                              FSRef *);
+OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information, FSCatalogInfo *catalog,
+                              HFSUniStr255 *name, FSSpecPtr specification, FSRef *parent)
+{
+    FileManagerDouble &manager = TheFileManager();
+    manager.catalogCalls.push_back(
+        {BytesOf(*item), information, catalog != nullptr, name != nullptr, parent != nullptr});
+    const OSErr error = __real_FSGetCatalogInfo(item, information, catalog, name, specification, parent);
+    if (error == noErr && catalog != nullptr && manager.nodeID != 0)
+        catalog->nodeID = manager.nodeID;
+    // The platform here reads only the beginning of a reference. All of it counts.
+    if (error == noErr && parent != nullptr && manager.marksParents)
+        parent->hidden[sizeof parent->hidden - 1] = 1;
+    // What was to be had is there all the same, for those who do not look at the error.
+    const bool wantsNothing = catalog == nullptr && name == nullptr && parent == nullptr;
+    const bool refuses = (Refuses(Refusal::NodeAndParent) && parent != nullptr) ||
+                         (Refuses(Refusal::Name) && name != nullptr) ||
+                         (Refuses(Refusal::Existence) && wantsNothing);
+    return refuses ? OSErr{ioErr} : error;
+}
+
+OSStatus __real_FSRefMakePath(const FSRef *, UInt8 *, UInt32);
+OSStatus __wrap_FSRefMakePath(const FSRef *item, UInt8 *buffer, UInt32 size)
+{
+    FileManagerDouble &manager = TheFileManager();
+    manager.pathBuffers.emplace_back(reinterpret_cast<const char *>(buffer), size);
+    if (manager.path.empty()) {
+        const OSStatus error = __real_FSRefMakePath(item, buffer, size);
+        return Refuses(Refusal::Path) ? OSStatus{ioErr} : error;
+    }
+    std::memcpy(buffer, manager.path.data(), manager.path.size());
+    return noErr;
+}
+
+CFURLRef __real_CFURLCreateCopyDeletingLastPathComponent(CFAllocatorRef, CFURLRef);
+CFURLRef __wrap_CFURLCreateCopyDeletingLastPathComponent(CFAllocatorRef allocator, CFURLRef url)
+{
+    if (Refuses(Refusal::FolderURL))
+        return nullptr;
+    return Noted(__real_CFURLCreateCopyDeletingLastPathComponent(allocator, url));
+}
+
+Boolean __real_CFURLGetFSRef(CFURLRef, FSRef *);
+Boolean __wrap_CFURLGetFSRef(CFURLRef url, FSRef *reference)
+{
+    EXPECT_NE(url, nullptr) << "of no URL a reference was wanted";
+    const Boolean isThere = __real_CFURLGetFSRef(url, reference);
+    return Refuses(Refusal::FolderReference) && IsMade(url) ? Boolean{false} : isThere;
+}
+
+CFStringRef __real_CFURLCopyLastPathComponent(CFURLRef);
+CFStringRef __wrap_CFURLCopyLastPathComponent(CFURLRef url)
+{
+    if (Refuses(Refusal::LastComponent))
+        return nullptr;
+    return Noted(__real_CFURLCopyLastPathComponent(url));
+}
+
+CFMutableStringRef __real_CFStringCreateMutableCopy(CFAllocatorRef, CFIndex, CFStringRef);
+CFMutableStringRef __wrap_CFStringCreateMutableCopy(CFAllocatorRef allocator, CFIndex maximum,
+                                                    CFStringRef string)
+{
+    if (Refuses(Refusal::MutableCopy))
+        return nullptr;
+    return Noted(__real_CFStringCreateMutableCopy(allocator, maximum, string));
+}
+
+} // extern "C"

@@ -1,0 +1,370 @@
+// File URLs whose way to a folder item ends early: where it goes on then, and that nothing is left over.
+#include "bridge/to_host/file_url_to_host.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/bridge/to_host/file_manager_double.h"
+#include "tests/bridge/to_host/standard_exceptions.h"
+#include "tests/bridge/to_host/to_host_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kGetTrueFolderItem[] = "GetTrueFolderItem(path As String, pathMode As Integer) As FolderItem";
+constexpr char kByParent[] = "REALFolderItemFromParentFSRef";
+
+/// Long enough to be objects of their own in Cocoa. The first character is one, and not two.
+constexpr char kComposed[] = "\u00e9 is the first of this name.txt";
+constexpr char kDecomposed[] = "e\u0301 is the first of this name.txt";
+
+/// With a folder of the test's own, and one file in it.
+class FileURLRefusals : public LinkedTest {
+protected:
+    FileURLRefusals()
+    {
+        std::string name = (fs::canonical(fs::temp_directory_path()) / "folder-XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+        std::ofstream(File()) << "content";
+    }
+    ~FileURLRefusals() override { fs::remove_all(folder_); }
+
+    fs::path File() const { return folder_ / "file.txt"; }
+    fs::path Missing() const { return folder_ / kComposed; }
+
+    static NSURL *URL(const fs::path &path)
+    {
+        return [NSURL fileURLWithPath:[NSString stringWithUTF8String:path.c_str()]];
+    }
+
+    static FSRef ReferenceOf(const fs::path &path)
+    {
+        FSRef reference = {};
+        EXPECT_TRUE(CFURLGetFSRef((CFURLRef)URL(path), &reference));
+        return reference;
+    }
+
+    /// What comes of the file's URL: its item, made of its path, and by no other way.
+    void ExpectItemByPath()
+    {
+        const Value item = Owned(NSURLRBFile(URL(File())));
+        ASSERT_FALSE(item.IsNil());
+        EXPECT_EQ(host().FolderItemPath(item), File());
+        EXPECT_EQ(host().References(item), 1);
+        EXPECT_EQ(host().CallsOf(kByParent), 0);
+        const std::vector<std::string> calls = ArgumentsOf(host(), "GetTrueFolderItem");
+        ASSERT_EQ(calls.size(), 1u);
+        EXPECT_NE(calls[0].find('"' + File().string() + '"'), std::string::npos) << calls[0];
+        EXPECT_EQ(calls[0].substr(calls[0].size() - 3), ", 3");
+    }
+
+    /// What comes of the file's URL: its item, made of its folder and its name.
+    void ExpectItemByParent()
+    {
+        const Value item = Owned(NSURLRBFile(URL(File())));
+        ASSERT_FALSE(item.IsNil());
+        EXPECT_EQ(host().FolderItemPath(item), File());
+        EXPECT_EQ(host().References(item), 1);
+        EXPECT_EQ(host().CallsOf(kByParent), 1);
+        EXPECT_EQ(host().CallsOf("GetTrueFolderItem"), 0);
+    }
+
+    /// What comes of a URL of which no item comes: nothing, and its text as a value.
+    void ExpectNoItem(NSURL *url)
+    {
+        EXPECT_EQ(NSURLRBFile(url), nullptr);
+        EXPECT_EQ(host().CallsOf(kByParent), 0);
+        EXPECT_EQ(host().CallsOf("GetTrueFolderItem"), 0);
+        const Value variant = Convert(url);
+        EXPECT_EQ(variant.Code(), qzlhost::code::String);
+        EXPECT_EQ(variant.AsString(), [[url absoluteString] UTF8String]);
+    }
+
+    /// That the library holds none of the objects that it got, which are so many.
+    static void ExpectReleased(size_t count)
+    {
+        EXPECT_EQ(TheFileManager().ReleaseMade(), std::pair(count, count));
+    }
+
+private:
+    fs::path folder_;
+};
+
+/// What an existing item's parent and name cannot be told without.
+class ExistingItemRefusals : public FileURLRefusals, public ::testing::WithParamInterface<Refusal> {};
+
+/// What is refused of an item that is not there, and how many objects were made until then.
+struct MissingRow {
+    const char *testName;
+    Refusal refusal;
+    size_t objects;
+};
+
+constexpr MissingRow kMissingRows[] = {
+    {"FolderURL", Refusal::FolderURL, 0},
+    {"FolderReference", Refusal::FolderReference, 1},
+    {"LastComponent", Refusal::LastComponent, 1},
+};
+
+class MissingItemRefusals : public FileURLRefusals, public ::testing::WithParamInterface<MissingRow> {};
+
+/// What the host's function for paths was given.
+struct GivenPath {
+    std::string bytes;
+    uint32_t encoding;
+    int64_t mode;
+};
+std::vector<GivenPath> gGivenPaths;
+
+REALobject NotePath(REALstring path, int64_t mode)
+{
+    const Value string = Value::Share(reinterpret_cast<qzlhost::String *>(path));
+    gGivenPaths.push_back({string.StringBytes(), string.StringEncoding(), mode});
+    return nullptr;
+}
+
+/// In the place of a host function with any arguments.
+void *Raise()
+{
+    [NSException raise:@"Broken" format:@"no answer"];
+    return nullptr;
+}
+
+void *Throw()
+{
+    ThrowStandardException();
+}
+
+/// A host function or method that does not return, and how.
+struct FailingRow {
+    const char *testName;
+    /// A host function's name, or a method's declaration.
+    const char *function;
+    bool isMethod;
+    void *(*failure)();
+    bool isCocoa;
+};
+
+/// On the way by path, and on that by parent.
+constexpr FailingRow kFailingByPath[] = {
+    {"CocoaWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, Raise, true},
+    {"StandardWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, Throw, false},
+    {"CocoaFromTheFunction", kGetTrueFolderItem, true, Raise, true},
+    {"StandardFromTheFunction", kGetTrueFolderItem, true, Throw, false},
+};
+constexpr FailingRow kFailingByParent[] = {
+    {"Cocoa", kByParent, false, Raise, true},
+    {"Standard", kByParent, false, Throw, false},
+};
+
+class HostExceptions : public FileURLRefusals, public ::testing::WithParamInterface<FailingRow> {
+protected:
+    void StartFailing()
+    {
+        Start(2024.01, [](Host &unloaded) {
+            const FailingRow &row = GetParam();
+            void *const failure = reinterpret_cast<void *>(row.failure);
+            if (row.isMethod)
+                unloaded.ReplaceMethod(row.function, failure);
+            else
+                unloaded.Replace(row.function, failure);
+        });
+    }
+
+    void ExpectException(NSURL *url)
+    {
+        if (GetParam().isCocoa)
+            EXPECT_TRUE([ExceptionRaisedBy([&] { NSURLRBFile(url); }) isEqualToString:@"Broken"]);
+        else
+            EXPECT_TRUE(PassesStandardException([&] { NSURLRBFile(url); }));
+    }
+};
+
+class FileURLByPath : public HostExceptions {};
+class FileURLByParent : public HostExceptions {};
+
+template <class Row>
+std::string NameOf(const ::testing::TestParamInfo<Row> &row)
+{
+    return row.param.testName;
+}
+
+std::string NameOfRefusal(const ::testing::TestParamInfo<Refusal> &info)
+{
+    return info.param == Refusal::NodeAndParent ? "NodeAndParent"
+           : info.param == Refusal::Name        ? "Name"
+                                                : "Existence";
+}
+
+} // namespace
+
+TEST_F(FileURLRefusals, NilIsNullAndNothingIsAsked)
+{
+    Start();
+    EXPECT_EQ(NSURLRBFile(nil), nullptr);
+    EXPECT_TRUE(TheFileManager().catalogCalls.empty());
+    ExpectReleased(0);
+}
+
+// Items that are there
+
+TEST_F(FileURLRefusals, ExistingItemIsAskedForItsParentAndItsNameAndTheParentWhetherItIsThere)
+{
+    Start();
+    const std::string file = BytesOf(ReferenceOf(File()));
+    const std::string folder = BytesOf(ReferenceOf(File().parent_path()));
+    ExpectItemByParent();
+    EXPECT_EQ(TheFileManager().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true},
+                                                                       {file, 0, false, true, false},
+                                                                       {folder, 0, false, false, false}}));
+}
+
+TEST_P(ExistingItemRefusals, ItemIsMadeOfItsPath)
+{
+    Start();
+    TheFileManager().refusal = GetParam();
+    ExpectItemByPath();
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ExistingItemRefusals,
+                         ::testing::Values(Refusal::NodeAndParent, Refusal::Name, Refusal::Existence),
+                         NameOfRefusal);
+
+TEST_F(FileURLRefusals, ItemWithoutParentIsAskedNothingElse)
+{
+    Start();
+    TheFileManager().refusal = Refusal::NodeAndParent;
+    const std::string file = BytesOf(ReferenceOf(File()));
+    ExpectItemByPath();
+    EXPECT_EQ(TheFileManager().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true}}));
+}
+
+TEST_F(FileURLRefusals, NodeNumberTwoIsTheRootOfAVolumeWhoseParentIsNothing)
+{
+    Start();
+    TheFileManager().nodeID = 2;
+    TheFileManager().marksParents = true;
+    ExpectItemByPath();
+    ASSERT_FALSE(TheFileManager().catalogCalls.empty());
+    EXPECT_EQ(TheFileManager().catalogCalls.back(),
+              (CatalogCall{std::string(80, '\0'), 0, false, false, false}));
+}
+
+TEST_F(FileURLRefusals, OtherNodeNumbersAreThoseOfItemsInFolders)
+{
+    Host &host = Start();
+    for (const UInt32 number : {1u, 3u, 0x102u, 0x80000002u}) {
+        SCOPED_TRACE(number);
+        TheFileManager().nodeID = number;
+        host.ClearTrace();
+        ExpectItemByParent();
+    }
+}
+
+TEST_F(FileURLRefusals, ItemWithoutParentAndPathIsAString)
+{
+    Host &host = Start();
+    // A root of a volume, since only one thing is refused at a time.
+    TheFileManager().nodeID = 2;
+    TheFileManager().refusal = Refusal::Path;
+    ExpectNoItem(URL(File()));
+    EXPECT_EQ(host.AsksFor("REALLoadGlobalMethod"), 0) << "the function for paths was not looked for";
+}
+
+TEST_F(FileURLRefusals, PathIsReadUpToItsEndFromAClearedBuffer)
+{
+    Start(2024.01, [](Host &unloaded) {
+        unloaded.ReplaceMethod(kGetTrueFolderItem, reinterpret_cast<void *>(&NotePath));
+    });
+    TheFileManager().refusal = Refusal::Name;
+    for (const std::string &path : {std::string("/caf\u00e9"), "/" + std::string(4094, 'p')}) {
+        TheFileManager().path = path;
+        gGivenPaths.clear();
+        EXPECT_EQ(NSURLRBFile(URL(File())), nullptr) << "the host made no item";
+        ASSERT_EQ(gGivenPaths.size(), 1u);
+        EXPECT_EQ(gGivenPaths[0].bytes, path);
+        EXPECT_EQ(gGivenPaths[0].encoding, qzlhost::encoding::UTF8);
+        EXPECT_EQ(gGivenPaths[0].mode, 3);
+    }
+    EXPECT_EQ(TheFileManager().pathBuffers, std::vector<std::string>(2, std::string(4096, '\0')));
+}
+
+TEST_F(FileURLRefusals, ItemThatTheHostDoesNotMakeOfParentAndNameIsNone)
+{
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail(kByParent); });
+    EXPECT_EQ(NSURLRBFile(URL(File())), nullptr);
+    EXPECT_EQ(NSURLRBFile(URL(Missing())), nullptr);
+    EXPECT_EQ(host.CallsOf(kByParent), 2);
+    EXPECT_EQ(host.CallsOf("GetTrueFolderItem"), 0) << "its path is not tried";
+    host.Fail(kByParent, false);
+}
+
+// Items that are not there
+
+TEST_F(FileURLRefusals, MissingItemLeavesNoObjectsBehind)
+{
+    Host &host = Start();
+    {
+        const qzlhost::AutoreleasePool pool;
+        const Value item = Owned(NSURLRBFile(URL(Missing())));
+        EXPECT_EQ(host.FolderItemPath(item), (Missing().parent_path() / kDecomposed).string());
+    }
+    // The folder's URL, the last component and its copy.
+    ExpectReleased(3);
+}
+
+TEST_F(FileURLRefusals, NameThatCannotBeCopiedStaysAsItIs)
+{
+    Host &host = Start();
+    TheFileManager().refusal = Refusal::MutableCopy;
+    {
+        const qzlhost::AutoreleasePool pool;
+        const Value item = Owned(NSURLRBFile(URL(Missing())));
+        EXPECT_EQ(host.FolderItemPath(item), Missing().string());
+        EXPECT_EQ(host.References(item), 1);
+    }
+    ExpectReleased(2);
+}
+
+TEST_P(MissingItemRefusals, MakeItAString)
+{
+    Start();
+    TheFileManager().refusal = GetParam().refusal;
+    {
+        const qzlhost::AutoreleasePool pool;
+        ExpectNoItem(URL(Missing()));
+    }
+    // The URL was converted twice.
+    ExpectReleased(2 * GetParam().objects);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, MissingItemRefusals, ::testing::ValuesIn(kMissingRows), NameOf<MissingRow>);
+
+// Exceptions out of the host
+
+TEST_P(FileURLByPath, ExceptionPassesAndTheStringIsGivenBack)
+{
+    StartFailing();
+    TheFileManager().refusal = Refusal::Name;
+    ExpectException(URL(File()));
+    // It was made; the accounts at the end would show it.
+    EXPECT_EQ(host().CallsOf("REALUnlockString"), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, FileURLByPath, ::testing::ValuesIn(kFailingByPath), NameOf<FailingRow>);
+
+TEST_P(FileURLByParent, ExceptionPassesAndLeavesNoObjectsBehind)
+{
+    StartFailing();
+    {
+        const qzlhost::AutoreleasePool pool;
+        ExpectException(URL(Missing()));
+    }
+    ExpectReleased(3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, FileURLByParent, ::testing::ValuesIn(kFailingByParent), NameOf<FailingRow>);
