@@ -1,4 +1,4 @@
-// Host instances that wrap Cocoa and Core Foundation objects.
+// Host instances of a fixed class that wrap Cocoa and Core Foundation objects.
 #include "bridge/to_host/wrappers.h"
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -14,46 +14,30 @@ namespace {
 
 using Wrappers = LinkedTest;
 
-CFTypeID gTypeID;
+} // namespace
 
-CFTypeID AnswerTypeID(id, SEL)
-{
-    return gTypeID;
+/// Answers another object when it is retained, as a proxy that stands for one may.
+@interface QZLTestSubstituted : NSObject {
+@public
+    id substitute;
 }
+@end
 
-struct TypeRow {
-    const char *name;
-    CFTypeID (*typeID)();
-};
+@implementation QZLTestSubstituted
+- (instancetype)retain
+{
+    return [substitute retain];
+}
+@end
 
-const TypeRow kTypes[] = {
-    {"CFURL", CFURLGetTypeID},
-    {"CFDictionary", CFDictionaryGetTypeID},
-    {"CFString", CFStringGetTypeID},
-    {"CFNumber", CFNumberGetTypeID},
-    {"CFArray", CFArrayGetTypeID},
-    {"CFBoolean", CFBooleanGetTypeID},
-    {"CFBinaryData", CFDataGetTypeID},
-    {"CFCharacterSet", CFCharacterSetGetTypeID},
-    {"CFBundle", CFBundleGetTypeID},
-    {"CFSet", CFSetGetTypeID},
-    {"CFBag", CFBagGetTypeID},
-    {"CFUUID", CFUUIDGetTypeID},
-    {"CFTimeZone", CFTimeZoneGetTypeID},
-    {"CFDate", CFDateGetTypeID},
-    {"CFAttributedString", CFAttributedStringGetTypeID},
-    {"CFError", CFErrorGetTypeID},
-    {"CTFont", CTFontGetTypeID},
-    {"CTFontCollection", CTFontCollectionGetTypeID},
-    {"CTFrame", CTFrameGetTypeID},
-    {"CTFramesetter", CTFramesetterGetTypeID},
-    {"CTGlyphInfo", CTGlyphInfoGetTypeID},
-    {"CTLine", CTLineGetTypeID},
-    {"CTParagraphStyle", CTParagraphStyleGetTypeID},
-    {"CTRun", CTRunGetTypeID},
-    {"CTTypesetter", CTTypesetterGetTypeID},
-    {"CTRunDelegate", CTRunDelegateGetTypeID},
-};
+namespace {
+
+QZLTestSubstituted *MakeSubstituted()
+{
+    QZLTestSubstituted *const made = MakeObject([QZLTestSubstituted class]);
+    made->substitute = MakeObject([NSObject class]);
+    return made;
+}
 
 } // namespace
 
@@ -119,6 +103,24 @@ TEST_F(Wrappers, RegistryComparesByIdentity)
     EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
 }
 
+TEST_F(Wrappers, RegistryKnowsTheObjectThatWasConvertedWhateverItsRetainAnswers)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSTimerQZL");
+    const Registry registry;
+    QZLTestSubstituted *const object = MakeSubstituted();
+    const Value wrapper = Owned(NewRegisteredWrapper(object, "NSTimerQZL"));
+    EXPECT_EQ(WrapperHandle(ObjectOf(wrapper)), object->substitute) << "the handle is what was retained";
+    EXPECT_EQ([object->substitute retainCount], 2u);
+    EXPECT_EQ(registry.At(object), ObjectOf(wrapper));
+    EXPECT_EQ(registry.At(object->substitute), nullptr);
+
+    const Value again = Owned(NewRegisteredWrapper(object, "NSTimerQZL"));
+    EXPECT_EQ(again.ObjectPointer(), wrapper.ObjectPointer());
+    EXPECT_EQ(host.References(wrapper), 2);
+    EXPECT_EQ([object->substitute retainCount], 2u);
+}
+
 TEST_F(Wrappers, RegisteredWrapperIsNullForNilAndForAnUnknownClass)
 {
     Start();
@@ -138,97 +140,6 @@ TEST_F(Wrappers, KnownWrapperComesWithoutAReferenceWhereTheHostCannotLock)
     const Value first = Owned(NewRegisteredWrapper(object, "NSTimerQZL"));
     EXPECT_EQ(NewRegisteredWrapper(object, "NSTimerQZL"), ObjectOf(first));
     EXPECT_EQ(host.References(first), 1);
-}
-
-TEST_F(Wrappers, ChainWalkTakesTheNearestClassThatTheHostHas)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    DefineWrapperClass(host, "QZLTestMiddleQZL");
-    const Class middle = MakeClass("QZLTestMiddle", [NSObject class]);
-    const Class leaf = MakeClass("QZLTestLeaf", middle);
-    const Value wrapper = Owned(NewNSObjectQZL(MakeObject(leaf), [NSObject class]));
-    EXPECT_EQ(host.ClassOf(wrapper), "QZLTestMiddleQZL");
-    EXPECT_EQ(host.References(wrapper), 1);
-    const Value root = Owned(NewNSObjectQZL(MakeObject([NSObject class]), [NSObject class]));
-    EXPECT_EQ(host.ClassOf(root), "NSObjectQZL");
-}
-
-TEST_F(Wrappers, ChainWalkOfADistributedCentreFindsItsOwnClassFirst)
-{
-    Host &host = Start();
-    const id center = [NSDistributedNotificationCenter defaultCenter];
-    DefineWrapperClass(host, "NSNotificationCenterQZL");
-    {
-        const Value wrapper = Owned(NewNSObjectQZL(center, [NSNotificationCenter class]));
-        EXPECT_EQ(host.ClassOf(wrapper), "NSNotificationCenterQZL");
-    }
-    DefineWrapperClass(host, "NSDistributedNotificationCenterQZL");
-    const Value wrapper = Owned(NewNSObjectQZL(center, [NSNotificationCenter class]));
-    EXPECT_EQ(host.ClassOf(wrapper), "NSDistributedNotificationCenterQZL");
-}
-
-TEST_F(Wrappers, ChainWalkRegistersNothing)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const Registry registry;
-    const id object = MakeObject([NSObject class]);
-    const NSUInteger retains = [object retainCount];
-    const Value first = Owned(NewNSObjectQZL(object, [NSObject class]));
-    const Value second = Owned(NewNSObjectQZL(object, [NSObject class]));
-    EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
-    EXPECT_EQ([object retainCount], retains + 2);
-    EXPECT_EQ(FindInstance(object), nullptr);
-}
-
-TEST_F(Wrappers, ChainWalkEndsWithNullWithoutAHostClass)
-{
-    Start();
-    EXPECT_EQ(NewNSObjectQZL(MakeObject([NSObject class]), [NSObject class]), nullptr);
-    EXPECT_EQ(NewNSObjectQZL(nil, [NSObject class]), nullptr);
-    EXPECT_EQ(NewNSObjectQZL(MakeObject([NSObject class]), Nil), nullptr);
-}
-
-TEST_F(Wrappers, ChainWalkSkipsNamesOf200Characters)
-{
-    Host &host = Start();
-    const std::string name199(199, 'A');
-    const std::string name200(200, 'B');
-    DefineWrapperClass(host, name199 + "QZL");
-    DefineWrapperClass(host, name200 + "QZL");
-    DefineWrapperClass(host, std::string(199, 'B') + "QZL");
-    const Class base = MakeClass(name199, [NSObject class]);
-    const Class leaf = MakeClass(name200, base);
-    const Value wrapper = Owned(NewNSObjectQZL(MakeObject(leaf), [NSObject class]));
-    EXPECT_EQ(host.ClassOf(wrapper), name199 + "QZL");
-}
-
-TEST_F(Wrappers, ChainWalkAbandonsInstancesForAnObjectOfAnotherKind)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const id object = MakeObject([NSObject class]);
-    const NSUInteger retains = [object retainCount];
-    EXPECT_EQ(NewNSObjectQZL(object, [NSString class]), nullptr);
-    EXPECT_EQ([object retainCount], retains);
-    // The instance that was made is left to the host on purpose.
-    ExpectLeaks("NSObjectQZL", 1);
-}
-
-TEST_F(Wrappers, CFTypesHaveTheirClasses)
-{
-    Host &host = Start();
-    const Class typed = MakeClass("QZLTestTyped", [NSObject class]);
-    class_addMethod(typed, sel_registerName("_cfTypeID"), reinterpret_cast<IMP>(AnswerTypeID), "Q16@0:8");
-    const id object = MakeObject(typed);
-    for (const TypeRow &row : kTypes) {
-        gTypeID = row.typeID();
-        EXPECT_EQ(CFWrapperClassName(object), std::string(row.name) + "QZL");
-    }
-    gTypeID = 0x7FFFFFFF;
-    EXPECT_STREQ(CFWrapperClassName(object), "CFObjectQZL");
-    EXPECT_EQ(host.Trace().size(), 0u);
 }
 
 TEST_F(Wrappers, CFDataObjectBecomesBinaryData)
