@@ -106,10 +106,18 @@ TEST_F(ClassChain, RegistersNothing)
 
 TEST_F(ClassChain, WithoutAHostClassEndsWithNull)
 {
-    Start();
-    EXPECT_EQ(NewNSObjectQZL(MakeObject([NSObject class]), [NSObject class]), nullptr);
+    Host &host = Start();
+    EXPECT_EQ(NewNSObjectQZL(MakeLeaf(), [NSObject class]), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 4);
+}
+
+TEST_F(ClassChain, IsNotBegunWithoutAnObjectOrAKind)
+{
+    Host &host = Start();
+    DefineNotedClass("NSObjectQZL");
     EXPECT_EQ(NewNSObjectQZL(nil, [NSObject class]), nullptr);
-    EXPECT_EQ(NewNSObjectQZL(MakeObject([NSObject class]), Nil), nullptr);
+    EXPECT_EQ(NewNSObjectQZL(MakeLeaf(), Nil), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
 
 TEST_F(ClassChain, SkipsNamesOf200Characters)

@@ -5,6 +5,7 @@
 #include <ApplicationServices/ApplicationServices.h>
 
 #include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/bridge/to_host/standard_exceptions.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -263,6 +264,59 @@ TEST_F(CoreFoundationStep, ThrownObjectThatIsNoExceptionPassesToTheCaller)
         caught = thrown;
     }
     EXPECT_EQ(caught, gRaised);
+}
+
+namespace {
+
+/// What the host does when it is to make an instance.
+void (*gOnNewInstance)();
+int gNewInstances;
+
+void *FailInsteadOfNewInstance(const char *)
+{
+    ++gNewInstances;
+    gOnNewInstance();
+    return nullptr;
+}
+
+/// With a host whose function for new instances does not return.
+class CoreFoundationInstance : public CoreFoundationStep {
+protected:
+    id StartFailing(void (*failure)())
+    {
+        Start(2024.01, [](Host &unloaded) {
+            unloaded.Replace("PluginNewInstance", reinterpret_cast<void *>(&FailInsteadOfNewInstance));
+        });
+        gOnNewInstance = failure;
+        gTypeID = 1;
+        return MakeObject([QZLTestTypedObject class]);
+    }
+};
+
+} // namespace
+
+TEST_F(CoreFoundationInstance, ThatIsRefusedByAStandardExceptionPassesIt)
+{
+    const id object = StartFailing(ThrowStandardException);
+    const NSUInteger retains = [object retainCount];
+    EXPECT_TRUE(PassesStandardException([&] { NewVariantFromNSObject(object); }));
+    EXPECT_EQ(gNewInstances, 1) << "the class chain is not tried";
+    EXPECT_EQ([object retainCount], retains);
+}
+
+TEST_F(CoreFoundationInstance, ThatIsRefusedByAnObjectThatIsNoExceptionPassesIt)
+{
+    const id object = StartFailing([] { @throw @"no exception"; });
+    const NSUInteger retains = [object retainCount];
+    id caught = nil;
+    @try {
+        NewVariantFromNSObject(object);
+    } @catch (NSString *thrown) {
+        caught = thrown;
+    }
+    EXPECT_TRUE([caught isEqual:@"no exception"]);
+    EXPECT_EQ(gNewInstances, 1) << "the class chain is not tried";
+    EXPECT_EQ([object retainCount], retains);
 }
 
 TEST_F(CoreFoundationStep, ObjectThatDoesNotAnswerTakesTheClassChain)

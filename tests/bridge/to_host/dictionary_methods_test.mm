@@ -1,0 +1,274 @@
+// When a host Dictionary's methods are loaded while Cocoa dictionaries become Dictionaries, and in which
+// order an entry is converted, stored and given back.
+#import <Foundation/Foundation.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "tests/bridge/to_host/program_reading_test.h"
+#include "tests/support/log_capture.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+/// A dictionary that keeps its entries in order, or has not even a list of keys. It raises when
+/// asked for the value of the key "broken".
+@interface QZLTestEntries : NSDictionary {
+@public
+    NSArray *keys;
+    NSArray *values;
+}
+@end
+
+@implementation QZLTestEntries
+- (NSUInteger)count
+{
+    return [keys count];
+}
+- (NSArray *)allKeys
+{
+    return keys;
+}
+- (NSEnumerator *)keyEnumerator
+{
+    return [keys objectEnumerator];
+}
+- (id)objectForKey:(id)key
+{
+    if ([key isEqual:@"broken"])
+        [NSException raise:@"Broken" format:@"no value"];
+    const NSUInteger index = [keys indexOfObject:key];
+    return index == NSNotFound ? nil : [values objectAtIndex:index];
+}
+- (void)dealloc
+{
+    [keys release];
+    [values release];
+    [super dealloc];
+}
+@end
+
+/// Keys of which there is one more each time that they are counted.
+@interface QZLTestGrowingKeys : NSArray {
+@public
+    NSUInteger counts;
+}
+@end
+
+@implementation QZLTestGrowingKeys
+- (NSUInteger)count
+{
+    return 1 + ++counts;
+}
+- (id)objectAtIndex:(NSUInteger)index
+{
+    return [NSString stringWithFormat:@"key %d", static_cast<int>(index)];
+}
+@end
+
+namespace {
+
+constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
+constexpr char kGetter[] = "Value(key As Variant) As Variant";
+constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
+
+class DictionaryMethods : public ProgramReadingTest {
+protected:
+    /// How often a method was loaded.
+    int64_t LoadsOf(const std::string &declaration)
+    {
+        const std::vector<qzlhost::TraceEntry> trace = host().Trace();
+        return std::count_if(trace.begin(), trace.end(), [&](const qzlhost::TraceEntry &entry) {
+            return entry.function == "REALLoadObjectMethod" &&
+                   entry.arguments.find('"' + declaration + '"') != std::string::npos;
+        });
+    }
+
+    void ExpectLoadsOfEach(int64_t count)
+    {
+        for (const char *declaration : {kSetter, kGetter, kKeyGetter})
+            EXPECT_EQ(LoadsOf(declaration), count) << declaration;
+    }
+};
+
+/// Without a list of keys or values there is none.
+NSDictionary *Entries(NSArray *keys, NSArray *values)
+{
+    QZLTestEntries *const made = [[[QZLTestEntries alloc] init] autorelease];
+    made->keys = [keys retain];
+    made->values = [values retain];
+    return made;
+}
+
+using NewInstance = void *(const char *name);
+using LockObject = void(void *instance);
+
+NewInstance *gNewInstance;
+LockObject *gLockObject;
+void *gOnlyDictionary;
+
+/// The host's own function, but that all Dictionaries are one.
+void *MakeOneDictionary(const char *name)
+{
+    if (std::strcmp(name, "Dictionary") != 0)
+        return gNewInstance(name);
+    if (gOnlyDictionary == nullptr)
+        gOnlyDictionary = gNewInstance(name);
+    else
+        gLockObject(gOnlyDictionary);
+    return gOnlyDictionary;
+}
+
+/// With a host that has one Dictionary for all that ask for one, as a new one may lie where an old one lay.
+class OneDictionary : public DictionaryMethods {
+protected:
+    Host &StartWithOneDictionary()
+    {
+        return Start({}, [](Host &unloaded) {
+            gNewInstance = reinterpret_cast<NewInstance *>(unloaded.Resolver()("PluginNewInstance"));
+            gLockObject = reinterpret_cast<LockObject *>(unloaded.Resolver()("REALLockObject"));
+            unloaded.Replace("PluginNewInstance", reinterpret_cast<void *>(&MakeOneDictionary));
+        });
+    }
+};
+
+} // namespace
+
+// Which Dictionary they were loaded for last
+
+TEST_F(DictionaryMethods, AreLoadedOnceForAFlatDictionary)
+{
+    Host &host = Start();
+    EXPECT_EQ(host.DictionaryCount(ReadUserInfo(@{@"a" : @1, @"b" : @2, @"c" : @3})), 3);
+    ExpectLoadsOfEach(1);
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 3);
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheValues)
+{
+    Host &host = Start();
+    NSDictionary *const inner = Entries(@[ @"x", @"y" ], @[ @1, @2 ]);
+    const Value dictionary = ReadUserInfo(Entries(@[ @"before", @"nested", @"after", @"empty", @"last" ],
+                                                  @[ @1, inner, @2, [NSDictionary dictionary], @3 ]));
+
+    ASSERT_EQ(host.DictionaryCount(dictionary), 5);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "before").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "last").AsInteger(), 3);
+    const Value nested = host.DictionaryGet(dictionary, "nested");
+    EXPECT_EQ(host.DictionaryCount(nested), 2);
+    EXPECT_EQ(host.DictionaryGet(nested, "x").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(nested, "y").AsInteger(), 2);
+    EXPECT_EQ(host.DictionaryCount(host.DictionaryGet(dictionary, "empty")), 0);
+    // For the outer one before and after the nested one and after the empty one; for the nested one once.
+    ExpectLoadsOfEach(4);
+}
+
+TEST_F(DictionaryMethods, AreNotLoadedAgainAfterADictionaryWithoutAListOfKeys)
+{
+    Host &host = Start();
+    const Value dictionary =
+        ReadUserInfo(Entries(@[ @"before", @"nested", @"after" ], @[ @1, Entries(nil, nil), @2 ]));
+    ASSERT_EQ(host.DictionaryCount(dictionary), 3);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
+    const Value nested = host.DictionaryGet(dictionary, "nested");
+    EXPECT_EQ(host.ClassOf(nested), "Dictionary");
+    EXPECT_EQ(host.DictionaryCount(nested), 0);
+    ExpectLoadsOfEach(1);
+}
+
+TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheKeys)
+{
+    Host &host = Start();
+    const Value dictionary =
+        ReadUserInfo(Entries(@[ @"before", @{@"a" : @"key"}, @"after" ], @[ @1, @2, @3 ]));
+    ASSERT_EQ(host.DictionaryCount(dictionary), 3);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 3);
+    ExpectLoadsOfEach(3);
+}
+
+TEST_F(DictionaryMethods, AreLoadedAfterADictionaryInsideAnArray)
+{
+    Host &host = Start();
+    const Value dictionary = ReadUserInfo(Entries(@[ @"list", @"after" ], @[ @[ @{@"in" : @1} ], @2 ]));
+    const Value list = host.DictionaryGet(dictionary, "list");
+    EXPECT_EQ(host.DictionaryGet(host.ArrayElement(list, 0), "in").AsInteger(), 1);
+    EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
+    ExpectLoadsOfEach(2);
+}
+
+TEST_F(OneDictionary, HasItsMethodsLoadedForEachConversion)
+{
+    StartWithOneDictionary();
+    const Value first = ReadUserInfo(@{@"a" : @1, @"b" : @2});
+    ExpectLoadsOfEach(1);
+    const Value second = ReadUserInfo(@{@"c" : @3});
+    ASSERT_EQ(first.ObjectPointer(), second.ObjectPointer());
+    ExpectLoadsOfEach(2);
+}
+
+TEST_F(OneDictionary, HasItsMethodsLoadedAfterAConversionThatRaised)
+{
+    StartWithOneDictionary();
+    const Value first = ReadUserInfo(@{});
+    const LogCapture log;
+    EXPECT_TRUE(ReadUserInfo(Entries(@[ @"whole", @"broken" ], @[ @1, @2 ])).IsNil());
+    EXPECT_EQ(log.Lines().size(), 1u) << "the exception";
+    ExpectLoadsOfEach(1);
+    const Value second = ReadUserInfo(@{@"c" : @3});
+    ASSERT_EQ(first.ObjectPointer(), second.ObjectPointer());
+    ExpectLoadsOfEach(2);
+}
+
+// An entry
+
+TEST_F(DictionaryMethods, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
+{
+    Host &host = Start();
+    host.ClearTrace();
+    ReadUserInfo(@{@"key" : @7});
+    std::vector<std::string> functions;
+    for (const qzlhost::TraceEntry &entry : host.Trace())
+        if (entry.function.find("Variant") != std::string::npos || entry.arguments.find("Dictionary #") == 0)
+            functions.push_back(entry.function);
+    EXPECT_EQ(functions, (std::vector<std::string>{"StringToVariant", "IntegerToVariant",
+                                                   "REALLoadObjectMethod", "REALLoadObjectMethod",
+                                                   "REALLoadObjectMethod", "Dictionary.Value="}));
+}
+
+TEST_F(DictionaryMethods, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBack)
+{
+    Host &host = Start();
+    const Value dictionary = ReadUserInfo(Entries(@[ @"one", @"two" ], @[ @7, @8 ]));
+    std::vector<std::string> calls;
+    for (const qzlhost::TraceEntry &entry : host.Trace()) {
+        if (entry.function == "Dictionary.Value=")
+            calls.push_back("stored");
+        // The content of the variant, behind its class and its number.
+        if (entry.function == "REALUnlockObject" && entry.arguments.find("Variant") == 0)
+            calls.push_back(entry.arguments.substr(entry.arguments.rfind(' ') + 1));
+    }
+    EXPECT_EQ(calls, (std::vector<std::string>{"stored", "one", "7", "stored", "two", "8"}));
+}
+
+TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
+{
+    Host &host = Start();
+    QZLTestGrowingKeys *const keys = [[[QZLTestGrowingKeys alloc] init] autorelease];
+    QZLTestEntries *const entries = [[[QZLTestEntries alloc] init] autorelease];
+    entries->keys = [keys retain];
+    keys->counts = 0;
+    const Value dictionary = ReadUserInfo(entries);
+    EXPECT_EQ(host.DictionaryCount(dictionary), 2);
+    EXPECT_TRUE(host.DictionaryGet(dictionary, "key 1").IsNil());
+}
+
+TEST_F(DictionaryMethods, AreNotNeededWithoutAListOfKeys)
+{
+    Host &host = Start();
+    const Value dictionary = ReadUserInfo(Entries(nil, nil));
+    EXPECT_EQ(host.ClassOf(dictionary), "Dictionary");
+    EXPECT_EQ(host.DictionaryCount(dictionary), 0);
+    EXPECT_EQ(host.References(dictionary), 1);
+    EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0);
+}

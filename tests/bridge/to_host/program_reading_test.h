@@ -1,0 +1,45 @@
+// A test of the built library whose program reads Cocoa objects as host values.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include "tests/support/plugin_test.h"
+
+class ProgramReadingTest : public PluginTest {
+protected:
+    /// The value that the program finds for this object in a notification.
+    qzlhost::Value Read(id object)
+    {
+        return host().Get(NewNotification([NSNotification notificationWithName:@"name" object:object]),
+                          "objectVariant");
+    }
+
+    /// The Dictionary that it finds for the entries of a notification.
+    qzlhost::Value ReadUserInfo(NSDictionary *entries)
+    {
+        return host().Get(NewNotification([NSNotification notificationWithName:@"name"
+                                                                        object:nil
+                                                                      userInfo:entries]),
+                          "userInfo");
+    }
+
+private:
+    qzlhost::Value NewNotification(NSNotification *notification)
+    {
+        return host().New("NSNotificationQZL", {reinterpret_cast<int64_t>(notification)});
+    }
+};
+
+/// A host class that holds a Cocoa object, as the family's wrapper classes do.
+inline void DefineHolderClass(qzlhost::Host &host, const std::string &name)
+{
+    qzlhost::ClassDefinition definition;
+    definition.name = name;
+    definition.dataSize = 16;
+    definition.destructor = [](qzlhost::Instance *instance) {
+        id *const handle = reinterpret_cast<id *>(reinterpret_cast<char *>(instance) + 48);
+        [*handle release];
+        *handle = nil;
+    };
+    host.DefineClass(std::move(definition));
+}
