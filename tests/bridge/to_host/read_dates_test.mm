@@ -1,0 +1,111 @@
+// Dates that a program reads: the wall clock where the clocks were put forward or back, by published dates.
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <ctime>
+
+#include "tests/bridge/to_host/program_reading_test.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+namespace {
+
+/// A moment at which the clocks of a zone were changed, in Greenwich, and what they showed one second before
+/// and from then on.
+struct ChangeRow {
+    const char *testName;
+    const char *zone;
+    std::tm moment;
+    const char *before;
+    const char *after;
+};
+
+std::tm Greenwich(int year, int month, int day, int hour, int minute)
+{
+    std::tm fields{};
+    fields.tm_year = year - 1900;
+    fields.tm_mon = month - 1;
+    fields.tm_mday = day;
+    fields.tm_hour = hour;
+    fields.tm_min = minute;
+    return fields;
+}
+
+const ChangeRow kChanges[] = {
+    {"BerlinForward", "Europe/Berlin", Greenwich(2024, 3, 31, 1, 0), "2024-03-31 01:59:59",
+     "2024-03-31 03:00:00"},
+    {"BerlinBack", "Europe/Berlin", Greenwich(2024, 10, 27, 1, 0), "2024-10-27 02:59:59",
+     "2024-10-27 02:00:00"},
+    {"NewYorkForward", "America/New_York", Greenwich(2024, 3, 10, 7, 0), "2024-03-10 01:59:59",
+     "2024-03-10 03:00:00"},
+    {"NewYorkBack", "America/New_York", Greenwich(2024, 11, 3, 6, 0), "2024-11-03 01:59:59",
+     "2024-11-03 01:00:00"},
+    {"NewYorkForwardByTheRulesUntil2006", "America/New_York", Greenwich(2006, 4, 2, 7, 0),
+     "2006-04-02 01:59:59", "2006-04-02 03:00:00"},
+    {"SydneyForward", "Australia/Sydney", Greenwich(2024, 10, 5, 16, 0), "2024-10-06 01:59:59",
+     "2024-10-06 03:00:00"},
+    {"LordHoweForwardByHalfAnHour", "Australia/Lord_Howe", Greenwich(2024, 10, 5, 15, 30),
+     "2024-10-06 01:59:59", "2024-10-06 02:30:00"},
+    {"LordHoweBackByHalfAnHour", "Australia/Lord_Howe", Greenwich(2024, 4, 6, 15, 0), "2024-04-07 01:59:59",
+     "2024-04-07 01:30:00"},
+    {"StJohnsOneMinutePastMidnight", "America/St_Johns", Greenwich(2011, 3, 13, 3, 31), "2011-03-13 00:00:59",
+     "2011-03-13 01:01:00"},
+    {"ApiaWithoutADay", "Pacific/Apia", Greenwich(2011, 12, 30, 10, 0), "2011-12-29 23:59:59",
+     "2011-12-31 00:00:00"},
+};
+
+class ReadDates : public ProgramReadingTest {
+protected:
+    Value ReadDate(double secondsSince1970)
+    {
+        return Read([NSDate dateWithTimeIntervalSince1970:secondsSince1970]);
+    }
+};
+
+class ReadClockChange : public ReadDates, public ::testing::WithParamInterface<ChangeRow> {};
+
+} // namespace
+
+TEST_P(ReadClockChange, ShowsTheWallClockBeforeAndAfter)
+{
+    Start();
+    [NSTimeZone
+        setDefaultTimeZone:[NSTimeZone timeZoneWithName:[NSString stringWithUTF8String:GetParam().zone]]];
+    std::tm moment = GetParam().moment;
+    const auto change = static_cast<double>(timegm(&moment));
+    EXPECT_EQ(ReadDate(change - 1).AsString(), GetParam().before);
+    EXPECT_EQ(ReadDate(change - 0.5).AsString(), GetParam().before) << "fractions are dropped";
+    EXPECT_EQ(ReadDate(change).AsString(), GetParam().after);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ReadClockChange, ::testing::ValuesIn(kChanges),
+                         [](const ::testing::TestParamInfo<ChangeRow> &row) { return row.param.testName; });
+
+namespace {
+
+id MakeNoDate(id self, SEL, NSTimeInterval)
+{
+    [self release];
+    return nil;
+}
+
+} // namespace
+
+TEST_F(ReadDates, WithoutACalendarDateThereIsNone)
+{
+    Host &host = Start();
+    DefineHolderClass(host, "NSObjectQZL");
+    const SEL initializer = @selector(initWithTimeIntervalSinceReferenceDate:);
+    const Method method = class_getInstanceMethod([NSCalendarDate class], initializer);
+    ASSERT_NE(method, class_getInstanceMethod([NSDate class], initializer)) << "of its own";
+    const IMP original = method_setImplementation(method, reinterpret_cast<IMP>(MakeNoDate));
+
+    const int instances = host.CallsOf("PluginNewInstance");
+    const Value date = ReadDate(0);
+    method_setImplementation(method, original);
+
+    EXPECT_TRUE(date.IsNil());
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), instances) << "no later step is tried";
+    EXPECT_FALSE(ReadDate(0).IsNil());
+}
