@@ -1,4 +1,6 @@
 // Cocoa arrays and sets become host arrays of objects.
+#include <set>
+
 #include "tests/bridge/to_host/to_host_test.h"
 
 using qzlhost::Host;
@@ -35,6 +37,25 @@ namespace code = qzlhost::code;
 - (NSEnumerator *)objectEnumerator
 {
     return [[[QZLBrokenEnumerator alloc] init] autorelease];
+}
+@end
+
+/// A set whose members have an order, which only the list of all of them keeps.
+@interface QZLTestOrderedSet : NSSet
+@end
+
+@implementation QZLTestOrderedSet
+- (NSUInteger)count
+{
+    return 4;
+}
+- (NSArray *)allObjects
+{
+    return @[ @"one", @"two", [NSNull null], @"three" ];
+}
+- (NSEnumerator *)objectEnumerator
+{
+    return [[self allObjects] reverseObjectEnumerator];
 }
 @end
 
@@ -196,21 +217,27 @@ TEST_F(ArrayToHost, EmptySetIsAnEmptyArray)
     EXPECT_EQ(host.ArrayCount(array), 0);
 }
 
-TEST_F(ArrayToHost, SetIsAnArrayInItsOwnOrder)
+TEST_F(ArrayToHost, SetIsAnArrayInTheOrderOfAllItsObjects)
 {
     Host &host = Start();
-    NSSet *const set = [NSSet setWithObjects:@"one", @"two", @"three", [NSNull null], nil];
-    const Value array = Convert(set);
-    NSArray *const members = [set allObjects];
+    const Value array = Convert(MakeObject([QZLTestOrderedSet class]));
+    EXPECT_EQ(array.Code(), kObjectArray);
     ASSERT_EQ(host.ArrayCount(array), 4);
-    for (NSUInteger index = 0; index < 4; ++index) {
-        const id member = [members objectAtIndex:index];
-        const Value element = host.ArrayElement(array, static_cast<int64_t>(index));
-        if (member == [NSNull null])
-            EXPECT_TRUE(element.IsNil());
-        else
-            EXPECT_EQ(element.AsString(), [member UTF8String]);
-    }
+    EXPECT_EQ(host.ArrayElement(array, 0).AsString(), "one");
+    EXPECT_EQ(host.ArrayElement(array, 1).AsString(), "two");
+    EXPECT_TRUE(host.ArrayElement(array, 2).IsNil());
+    EXPECT_EQ(host.ArrayElement(array, 3).AsString(), "three");
+}
+
+TEST_F(ArrayToHost, FoundationsSetIsAnArrayOfItsMembers)
+{
+    Host &host = Start();
+    const Value array = Convert([NSSet setWithObjects:@"one", @"two", @"three", nil]);
+    std::set<std::string> members;
+    for (int64_t index = 0; index < host.ArrayCount(array); ++index)
+        members.insert(host.ArrayElement(array, index).AsString());
+    EXPECT_EQ(host.ArrayCount(array), 3);
+    EXPECT_EQ(members, (std::set<std::string>{"one", "three", "two"}));
 }
 
 TEST_F(ArrayToHost, MutableAndCountedSetsAreArraysToo)

@@ -1,4 +1,6 @@
 // Cocoa dictionaries become host Dictionaries.
+#include "bridge/to_host/dictionary_to_host.h"
+
 #include "tests/bridge/to_host/to_host_test.h"
 
 using qzlhost::Host;
@@ -213,6 +215,13 @@ TEST_F(DictionaryToHost, HostWithoutTheOtherMethodsStoresEverything)
         unloaded.LackMethod(kKeyGetter);
     });
     EXPECT_EQ(host.DictionaryCount(Convert(@{@"a" : @1, @"b" : @2})), 2);
+}
+
+TEST_F(DictionaryToHost, NilIsNull)
+{
+    Host &host = Start();
+    EXPECT_EQ(NSDictionaryRB(nil), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
 
 TEST_F(DictionaryToHost, HostWithoutDictionariesGivesNull)

@@ -3,6 +3,7 @@
 #include <objc/runtime.h>
 
 #include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/bridge/to_host/standard_exceptions.h"
 #include "tests/support/family.h"
 
 using qzlhost::Host;
@@ -80,6 +81,47 @@ const RaisingStep kRaisingSteps[] = {
      [] { return ThatRaises(MakeObject([NSObject class]), Raising("class", "#16@0:8")); }},
 };
 
+/// A host function that does not return, while an array is converted that holds a text, a number and a
+/// dictionary.
+struct FailingFunction {
+    const char *name;
+    bool isCocoa;
+};
+
+std::ostream &operator<<(std::ostream &stream, const FailingFunction &function)
+{
+    return stream << function.name;
+}
+
+const FailingFunction kFailingFunctions[] = {
+    {"StringToVariant", true},
+    {"StringToVariant", false},
+    {"IntegerToVariant", true},
+    {"IntegerToVariant", false},
+    {"PluginNewInstance", true},
+    {"PluginNewInstance", false},
+    {"REALLoadObjectMethod", true},
+    {"REALLoadObjectMethod", false},
+    {"PluginObjectArrayInsertProc", true},
+    {"PluginObjectArrayInsertProc", false},
+    {"RuntimeArrayCreateSingleDimBoundedArray", true},
+    {"RuntimeArrayCreateSingleDimBoundedArray", false},
+};
+
+/// In the place of a host function with any arguments.
+void *RaiseInHost()
+{
+    [NSException raise:kRaisedName format:@"from the host"];
+    return nullptr;
+}
+
+void *ThrowInHost()
+{
+    ThrowStandardException();
+}
+
+class FailingHost : public ConversionException, public testing::WithParamInterface<FailingFunction> {};
+
 class RaisingObject : public ConversionException, public testing::WithParamInterface<RaisingStep> {};
 
 } // namespace
@@ -108,6 +150,30 @@ TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
 INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingObject, testing::ValuesIn(kRaisingSteps),
                          [](const testing::TestParamInfo<RaisingStep> &info) {
                              return std::string(info.param.name);
+                         });
+
+TEST_P(FailingHost, PassesTheExceptionToTheCallerAndLeavesNothing)
+{
+    Start(2024.01, [](Host &unloaded) {
+        unloaded.Replace(GetParam().name,
+                         reinterpret_cast<void *>(GetParam().isCocoa ? RaiseInHost : ThrowInHost));
+    });
+    NSArray *const array = @[ @{@"key" : @[ @1 ]} ];
+    {
+        const qzlhost::AutoreleasePool pool;
+        if (GetParam().isCocoa)
+            EXPECT_TRUE(
+                [ExceptionRaisedBy([&] { NewVariantFromNSObject(array); }) isEqualToString:kRaisedName]);
+        else
+            EXPECT_TRUE(PassesStandardException([&] { NewVariantFromNSObject(array); }));
+    }
+    EXPECT_EQ([array retainCount], 1u);
+    // The accounts at the end show what was begun and not given back.
+}
+
+INSTANTIATE_TEST_SUITE_P(Host, FailingHost, testing::ValuesIn(kFailingFunctions),
+                         [](const testing::TestParamInfo<FailingFunction> &info) {
+                             return std::string(info.param.name) + (info.param.isCocoa ? "Raises" : "Throws");
                          });
 
 TEST_F(ConversionException, NextConversionWorksAsBefore)

@@ -123,12 +123,16 @@ TEST_F(Wrappers, RegistryKnowsTheObjectThatWasConvertedWhateverItsRetainAnswers)
 
 TEST_F(Wrappers, RegisteredWrapperIsNullForNilAndForAnUnknownClass)
 {
-    Start();
+    Host &host = Start();
+    DefineWrapperClass(host, "NSTimerQZL");
+    const Registry registry;
     const id object = MakeObject([NSObject class]);
     const NSUInteger retains = [object retainCount];
     EXPECT_EQ(NewRegisteredWrapper(nil, "NSTimerQZL"), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
     EXPECT_EQ(NewRegisteredWrapper(object, "NoSuchClassQZL"), nullptr);
     EXPECT_EQ([object retainCount], retains);
+    EXPECT_EQ(registry.At(object), nullptr);
 }
 
 TEST_F(Wrappers, KnownWrapperComesWithoutAReferenceWhereTheHostCannotLock)
@@ -189,9 +193,38 @@ TEST_F(Wrappers, CFWrapperWithoutTheSignatureIsAbandoned)
     ExpectLeaks("CFArrayQZL", 1);
 }
 
-TEST_F(Wrappers, DestructorHookOfAnInstanceWithoutHandleDoesNothing)
+namespace {
+
+/// What the registry had for the object when it was released last.
+const Registry *gRegistry;
+REALobject gEntryAtRelease;
+
+} // namespace
+
+/// Looks itself up in the registry when it is released.
+@interface QZLTestEntryWatcher : NSObject
+@end
+
+@implementation QZLTestEntryWatcher
+- (oneway void)release
+{
+    gEntryAtRelease = gRegistry->At(self);
+    [super release];
+}
+@end
+
+TEST_F(Wrappers, EntryIsGoneBeforeTheObjectIsReleased)
 {
     Host &host = Start();
     DefineWrapperClass(host, "NSTimerQZL");
-    host.New("NSTimerQZL");
+    const Registry registry;
+    gRegistry = &registry;
+    const id object = [[QZLTestEntryWatcher alloc] init];
+    {
+        const Value wrapper = Owned(NewRegisteredWrapper(object, "NSTimerQZL"));
+        gEntryAtRelease = registry.At(object);
+        ASSERT_EQ(gEntryAtRelease, ObjectOf(wrapper));
+    }
+    EXPECT_EQ(gEntryAtRelease, nullptr);
+    [object release];
 }
