@@ -97,6 +97,18 @@ TEST_F(ConversionChain, NullObjectIsNullEvenWhenRegistered)
     EXPECT_EQ(host.References(entered), 1);
 }
 
+TEST_F(ConversionChain, ObjectEqualToTheNullObjectIsConverted)
+{
+    Host &host = Start();
+    DefineWrapperClass(host, "NSObjectQZL");
+    const auto equal = +[](id, SEL, id) -> BOOL { return YES; };
+    const id object = MakeObject([NSObject class]);
+    AddMethods(object, "QZLTestEqual", {{"isEqual:", reinterpret_cast<IMP>(equal), "C24@0:8@16"}});
+    const Value variant = Convert(object);
+    ASSERT_FALSE(variant.IsNil());
+    EXPECT_EQ(host.ClassOf(variant), "NSObjectQZL");
+}
+
 TEST_P(RegisteredObject, IsItsInstanceWithOneMoreReference)
 {
     Host &host = Start();

@@ -200,6 +200,9 @@ TEST_F(DateToHost, IsMadeByTheConstructor)
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_NE(calls[0].find(", 2024, 2, 29, 14, 5, 9"), std::string::npos) << calls[0];
     EXPECT_EQ(host.CallsOf("REALSetPropValueInteger"), 0);
+    const std::vector<std::string> loads = ArgumentsOf(host, "REALLoadObjectMethod");
+    ASSERT_EQ(loads.size(), 1u);
+    EXPECT_NE(loads[0].find('"' + std::string(kConstructor) + '"'), std::string::npos) << loads[0];
 }
 
 TEST_F(DateToHost, WithoutTheConstructorSixPropertiesAreSetInOrder)
