@@ -19,6 +19,8 @@ struct Outcome {
 inline constexpr char kHostException[] = "host exception ";
 inline constexpr char kStandardException[] = "std::bad_alloc";
 inline constexpr char kOtherException[] = "int";
+/// A member of what the host did not make.
+inline constexpr char kNoInstance[] = "no instance";
 /// An exception of Cocoa's came out of the library.
 inline constexpr char kCocoaException[] = "Cocoa exception";
 

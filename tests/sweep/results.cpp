@@ -13,6 +13,8 @@ std::string ResultOf(const std::function<std::string()> &body)
         return kStandardException;
     } catch (int) {
         return kOtherException;
+    } catch (const qzlhost::UsageError &) {
+        return kNoInstance;
     } catch (const std::exception &exception) {
         return std::string("the test itself: ") + exception.what();
     } catch (...) {

@@ -62,6 +62,8 @@ TEST_P(Sweep, FaultInAnyCallEndsWhereItShouldAndTheProgramRunsOn)
     const std::optional<Sight> sound = SightOf(host_, program_, {}, end);
     ASSERT_TRUE(sound) << end;
     ASSERT_TRUE(sound->leaks.empty() && sound->mistakes.empty());
+    for (const Outcome &outcome : sound->first)
+        ASSERT_NE(outcome.result, kNoInstance) << outcome.step;
 
     int cases = 0;
     for (const auto &[function, calls] : sound->calls) {

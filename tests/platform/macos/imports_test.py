@@ -54,6 +54,7 @@ DENIED = [
     (r'__Zd[la]Pv.*m|__Zd[la]PvmSt11align_val_t', 'sized deletes are missing before macOS 10.12'),
     (r'__Z[nd]\w+St11align_val_t\w*', 'aligned allocation is missing before macOS 10.13'),
     (r'__tlv_\w+|___cxa_thread_atexit', 'the library has no variables of single threads'),
+    (r'___cxa_guard_\w+', 'a lock around a static variable waits for another thread, and aborts a call that comes back in'),
     (r'___cxa_atexit|_atexit', 'nothing may run when the process ends'),
     (r'__ZNSt3__1.*', "the C++ library's own classes belong to one version of its headers"),
 ]
@@ -64,6 +65,7 @@ DENIED_EXAMPLES = [
     '___stdoutp', '___stderrp', '_stdin', '_pthread_mutex_lock', '_pthread_once', '_setjmp', '__setjmp', '_longjmp',
     '_sigsetjmp', '_setlocale', '_strtod_l', '__DefaultRuneLocale', '___toupper', '_isalpha', '_mbrtowc', '_open',
     '_sysconf', '_mmap', '_dlsym', '__ZdlPvm', '__ZdaPvm', '__ZnwmSt11align_val_t', '__ZdlPvSt11align_val_t',
+    '___cxa_guard_acquire', '___cxa_guard_release', '___cxa_guard_abort',
     '___cxa_atexit', '__ZNSt3__112basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEE6appendEPKc',
 ]
 ALLOWED_EXAMPLES = ['_strlen', '_memcpy', '_snprintf', '_calloc', '_free', '_pthread_main_np', '__ZdlPv', '__Znam',

@@ -101,6 +101,9 @@ SOURCE_FAULTS = [
              + at_start('#include <cstddef>\nvoid *volatile gLeft;',
                         ' ::operator delete(gLeft, static_cast<std::size_t>(8));'),
              'imports_test.Imports.test_hold_nothing_that_differs_between_c_libraries'),
+    mutation('a static variable that is initialised under a lock',
+             at_start('', ' static void *const version = resolver("REALGetRBVersion"); if (!version) return;'),
+             'imports_test.Imports.test_hold_nothing_that_differs_between_c_libraries'),
     mutation('a function that macOS lacks',
              [(LIB_SYSTEM, '_abort,', '_abort, _secure_getenv,')]
              + at_start('extern "C" char *secure_getenv(const char *);', ' secure_getenv("PATH");'),
@@ -113,7 +116,8 @@ SOURCE_FAULTS = [
                'CF_EXPORT __attribute__((weak_import)) CFTypeRef CFRetain(CFTypeRef object)')],
              'imports_test.Imports.test_may_be_missing_exactly_where_their_library_may'),
     mutation('a weak definition taken for an ordinary one',
-             [(LIB_CPLUSPLUS, ' __Znam,', ''), (LIB_CPLUSPLUS, '___dynamic_cast', '___dynamic_cast, __Znam')],
+             [(LIB_CPLUSPLUS, ' __ZTISt12out_of_range,', ''),
+              (LIB_CPLUSPLUS, '___dynamic_cast', '___dynamic_cast, __ZTISt12out_of_range')],
              'imports_test.Imports.test_are_bound_to_one_definition_for_the_process_where_that_is_a_weak_one'),
     # The Cocoa class
     mutation('a class with another name',
