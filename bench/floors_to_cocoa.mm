@@ -140,8 +140,8 @@ NSDictionary *FloorDictionary(REALobject dictionary, id (*convertKey)(REALobject
         const REALobject value = gFloorMethods.value(dictionary, key);
         const id cocoaKey = convertKey(key);
         [result setObject:convertValue(value) forKey:cocoaKey];
-        gHost.unlockObject(value);
         gHost.unlockObject(key);
+        gHost.unlockObject(value);
     }
     gFloorMethods.last = nullptr;
     return result;

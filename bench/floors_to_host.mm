@@ -121,8 +121,8 @@ REALobject FloorHostDictionary(NSDictionary *dictionary, REALobject (*convertKey
         const REALobject valueVariant = convertValue(value);
         gFloorMethods.Use(result);
         gFloorMethods.setValue(result, keyVariant, valueVariant);
-        gHost.unlockObject(valueVariant);
         gHost.unlockObject(keyVariant);
+        gHost.unlockObject(valueVariant);
     }
     gFloorMethods.last = nullptr;
     return result;

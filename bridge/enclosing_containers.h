@@ -1,7 +1,8 @@
 // The containers that a conversion is inside of, so that one that holds itself does not go on for ever.
 #pragma once
 
-/// An array, set or dictionary that is being converted, and what encloses it. Lives on the stack of the conversion.
+/// An array, set or dictionary that is being converted, and what encloses it. Lives on the stack of the
+/// conversion.
 struct EnclosingContainers {
     const void *container;
     /// Null for the outermost.

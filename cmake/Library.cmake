@@ -27,7 +27,6 @@ set(library_sources
   bridge/to_host/instance_registry.cpp
   bridge/to_host/number_to_host.mm
   bridge/to_host/object_to_variant.mm
-  bridge/to_host/root_class_kind.mm
   bridge/to_host/step_conversions.mm
   bridge/to_host/value_to_host.mm
   bridge/to_host/wrappers.mm

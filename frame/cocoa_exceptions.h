@@ -7,7 +7,8 @@
 /// that the host called in on.
 void RaiseNSExceptionQZL(NSException *exception);
 
-/// Runs Cocoa calls whose exceptions nobody wants: an `NSException` ends them. Exceptions of other kinds pass.
+/// Runs Cocoa calls whose exceptions nobody wants: an `NSException` ends them. Exceptions of other kinds
+/// pass.
 template <typename Body>
 void DropCocoaExceptions(Body body)
 {

@@ -7,7 +7,6 @@
 #include <new>
 #include <stdexcept>
 #include <typeinfo>
-#include <utility>
 
 #include "frame/heap_buffer.h"
 #include "frame/host_ref.h"
@@ -55,7 +54,7 @@ StandardFailure FailureOf(const char *className, const std::exception &error)
     if (copy != nullptr)
         std::memcpy(copy.get(), error.what(), size);
     const char *const message = copy.get();
-    return {className, message, std::move(copy)};
+    return {className, message, copy.release()};
 }
 
 constexpr size_t kBoundsMessageSize = 205;
@@ -64,10 +63,10 @@ constexpr size_t kBoundsMessageSize = 205;
 
 void RaiseException(const char *className, const char *message, uint32_t, int64_t)
 {
-    HostRef<REALstring> text(
-        message == nullptr ? nullptr
-                           : REALBuildUnicodeString(message, static_cast<int64_t>(std::strlen(message)),
-                                                    kCFStringEncodingASCII));
+    HostRef<REALstring> text(message == nullptr
+                                 ? nullptr
+                                 : REALBuildUnicodeString(message, static_cast<int64_t>(std::strlen(message)),
+                                                          kCFStringEncodingASCII));
     RaiseExceptionWithMessage(className, text);
 }
 
@@ -116,6 +115,7 @@ StandardFailure CurrentStandardFailure()
 
 void RaiseStandardFailure(const StandardFailure &failure)
 {
+    const HeapBuffer copy(failure.copy);
     HostRef<REALstring> text(BuildMessage(failure.message));
     RaiseExceptionWithMessage(failure.className, text);
 }

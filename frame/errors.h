@@ -1,13 +1,11 @@
 // How host code learns of errors: host exceptions, by class name.
 //
 // The host records a raised exception and throws it once the library's function has returned, so each of
-// these returns normally and the caller ends with its empty result; what the host's own functions throw meanwhile
-// passes. Called on the thread that the host called in on.
+// these returns normally and the caller ends with its empty result; what the host's own functions throw
+// meanwhile passes. Called on the thread that the host called in on.
 #pragma once
 
 #include <cstdint>
-
-#include "frame/heap_buffer.h"
 
 /// Raises an instance of the host's exception class of that name, or a "RuntimeException" where there is
 /// none. `message` is ASCII; null gives the empty message. The host sees error number 0, whatever is passed.
@@ -21,23 +19,23 @@ struct StandardFailure {
     const char *className;
     /// Null for none.
     const char *message;
-    /// What `message` lies in unless it is a constant.
-    HeapBuffer copy;
+    /// What `message` lies in unless it is a constant; `RaiseStandardFailure` frees it.
+    char *copy;
 };
 
 /// What stands for the C++ exception that is being handled. Called in a `catch (...)` handler.
 StandardFailure CurrentStandardFailure();
 
-/// Raises it. Not called in a handler: what the host throws meanwhile may be of another language, and such
-/// exceptions cannot be caught while one is being handled.
+/// Raises it, once. Not called in a handler: what the host throws meanwhile may be of another language, and
+/// such exceptions cannot be caught while one is being handled.
 void RaiseStandardFailure(const StandardFailure &failure);
 
-/// Runs a body that may throw C++ exceptions, in a `.cpp` source, and answers its result; after an exception the
-/// host exception is raised and the result is empty.
+/// Runs a body that may throw C++ exceptions, in a `.cpp` source, and answers its result; after an exception
+/// the host exception is raised and the result is empty.
 template <typename Body>
 auto GuardStandardExceptions(Body body) -> decltype(body())
 {
-    StandardFailure failure = {};
+    StandardFailure failure;
     try {
         return body();
     } catch (...) {

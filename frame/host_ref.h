@@ -39,9 +39,9 @@ void UnlockHostValueQuietly(REALtext text) noexcept;
 
 /// Owns one reference of an instance, string or text. May hold null.
 ///
-/// To give a reference back runs code of the host's, which may throw. So whoever ends well says `GiveBack`, and
-/// what the host throws gets out. The destructor is for the way out of an exception: it gives back what is still
-/// held, and drops what the host throws, for there is an exception on its way already.
+/// To give a reference back runs code of the host's, which may throw. So whoever ends well says `GiveBack`,
+/// and what the host throws gets out. The destructor is for the way out of an exception: it gives back what
+/// is still held, and drops what the host throws, for there is an exception on its way already.
 template <typename Handle>
 class HostRef {
 public:
@@ -65,8 +65,8 @@ public:
     /// Hands the reference to the caller.
     Handle Release() { return std::exchange(handle_, nullptr); }
 
-    /// Gives the reference back, if there is one. Exceptions of the host's pass; the reference counts as given
-    /// back then, too.
+    /// Gives the reference back, if there is one. Exceptions of the host's pass; the reference counts as
+    /// given back then, too.
     void GiveBack()
     {
         if (const Handle handle = Release())

@@ -23,8 +23,8 @@ bool IsASCII(const void *bytes, int64_t length)
     return std::all_of(first, first + length, [](unsigned char byte) { return byte < 0x80; });
 }
 
-/// The string in UTF-8, with one reference for the caller; takes over the reference of what it is made from. The
-/// host is asked for a null string, too.
+/// The string in UTF-8, with one reference for the caller; takes over the reference of what it is made from.
+/// The host is asked for a null string, too.
 REALstring ConvertToUTF8(REALstring owned)
 {
     HostRef<REALstring> string(owned);

@@ -1,5 +1,5 @@
-// What is looked up by name and kept, in variables with static storage. Any thread, without a lock: threads that
-// race repeat the look-up and store the same.
+// What is looked up by name and kept, in variables with static storage. Any thread, without a lock: threads
+// that race repeat the look-up and store the same.
 #pragma once
 
 #include <atomic>

@@ -125,8 +125,8 @@ public:
     void Fail(std::string_view function, bool fails = true);
     /// The resolver gives this function instead of the host's own.
     void Replace(std::string_view function, void *replacement);
-    /// Looks on at all calls that come from outside the host, from now on; empty for none. Called while no other
-    /// thread uses the host; the interceptor runs on the calling thread.
+    /// Looks on at all calls that come from outside the host, from now on; empty for none. Called while no
+    /// other thread uses the host; the interceptor runs on the calling thread.
     void Intercept(Interceptor interceptor);
     /// A global method or a built-in class's method that REALLoadGlobalMethod or REALLoadObjectMethod does
     /// not find.

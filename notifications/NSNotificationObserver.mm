@@ -31,7 +31,8 @@
     @try {
         RaiseGotNotification(target, notification);
     } @catch (NSException *exception) {
-        // There is no host code to raise it in. Its own description may raise: a poster on another thread waits.
+        // There is no host code to raise it in. Its own description may raise: a poster on another thread
+        // waits.
         DropCocoaExceptions([&] { NSLog(@"%@", exception); });
     }
 }

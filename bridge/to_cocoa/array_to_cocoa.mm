@@ -91,19 +91,26 @@ id ConvertText(REALtext text, const EnclosingContainers *)
 }
 
 constexpr ElementType<int64_t> kIntegers = {
-    REALGetArrayValueInteger, [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLong:element]; }};
+    REALGetArrayValueInteger,
+    [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLong:element]; }};
 constexpr ElementType<int64_t> kInt64s = {
-    REALGetArrayValueInt64, [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLongLong:element]; }};
+    REALGetArrayValueInt64,
+    [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLongLong:element]; }};
 constexpr ElementType<float> kSingles = {
-    REALGetArrayValueSingle, [](float element, const EnclosingContainers *) -> id { return [NSNumber numberWithFloat:element]; }};
+    REALGetArrayValueSingle,
+    [](float element, const EnclosingContainers *) -> id { return [NSNumber numberWithFloat:element]; }};
 constexpr ElementType<double> kDoubles = {
-    REALGetArrayValueDouble, [](double element, const EnclosingContainers *) -> id { return [NSNumber numberWithDouble:element]; }};
+    REALGetArrayValueDouble,
+    [](double element, const EnclosingContainers *) -> id { return [NSNumber numberWithDouble:element]; }};
 constexpr ElementType<bool> kBooleans = {
-    REALGetArrayValueBoolean, [](bool element, const EnclosingContainers *) -> id { return [NSNumber numberWithBool:element]; }};
-constexpr ElementType<REALobject> kDates = {REALGetArrayValueObject,
-                                            [](REALobject element, const EnclosingContainers *) -> id { return NewNSDate(element); }};
+    REALGetArrayValueBoolean,
+    [](bool element, const EnclosingContainers *) -> id { return [NSNumber numberWithBool:element]; }};
+constexpr ElementType<REALobject> kDates = {
+    REALGetArrayValueObject,
+    [](REALobject element, const EnclosingContainers *) -> id { return NewNSDate(element); }};
 constexpr ElementType<REALstring> kStrings = {
-    REALGetArrayValueString, [](REALstring element, const EnclosingContainers *) -> id { return EmptyForNil(NewNSString(element)); }};
+    REALGetArrayValueString,
+    [](REALstring element, const EnclosingContainers *) -> id { return EmptyForNil(NewNSString(element)); }};
 constexpr ElementType<REALobject> kObjects = {REALGetArrayValueObject, GetVariantAsNSObject};
 constexpr ElementType<REALtext> kTexts = {REALGetArrayValueText, ConvertText};
 

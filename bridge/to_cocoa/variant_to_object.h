@@ -7,6 +7,6 @@
 #include "frame/host_types.h"
 
 /// The Cocoa object of a host variant, autoreleased or constant; nil for nil and for what has no Cocoa
-/// counterpart, a container that is enclosed by itself among it. The variant is borrowed. Called on the thread on which the host called in. Cocoa exceptions
-/// pass.
+/// counterpart, a container that is enclosed by itself among it. The variant is borrowed. Called on the
+/// thread on which the host called in. Cocoa exceptions pass.
 id GetVariantAsNSObject(REALobject variant, const EnclosingContainers *enclosing = nullptr);

@@ -1,4 +1,5 @@
-// The steps of the conversion to the host that go by the class of an object, in the order in which they are tried.
+// The steps of the conversion to the host that go by the class of an object, in the order in which they are
+// tried.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -18,9 +19,9 @@ struct ConversionStep {
     const char *name;
     /// What becomes of them: with one reference for the caller, or null. Cocoa exceptions pass.
     REALobject (*convert)(const ConversionSubject &subject) = NewNamedWrapper;
-    Lookup lookup = Lookup::EachTime;
     /// Where the one object stands that takes the step; null for a step of a class.
     const CFBooleanRef *object = nullptr;
+    Lookup lookup = Lookup::EachTime;
     /// The class is linked to, so it is the same as long as the process lives.
     bool isLinked = false;
 };
@@ -142,11 +143,11 @@ inline constexpr ConversionStep kConversionSteps[] = {
     {"NSFileWrapper"},
     {"NSTextAttachment"},
     {"NSExpression"},
-    {"NSUserNotification", NewNamedWrapper, Lookup::Once},
-    {"NSDraggingImageComponent", NewNamedWrapper, Lookup::Once},
-    {"QuartzFilter", NewNamedWrapper, Lookup::Once},
-    {"QCComposition", NewNamedWrapper, Lookup::Once},
-    {"QCCompositionRepository", NewNamedWrapper, Lookup::Once},
+    {.name = "NSUserNotification", .lookup = Lookup::Once},
+    {.name = "NSDraggingImageComponent", .lookup = Lookup::Once},
+    {.name = "QuartzFilter", .lookup = Lookup::Once},
+    {.name = "QCComposition", .lookup = Lookup::Once},
+    {.name = "QCCompositionRepository", .lookup = Lookup::Once},
 
     {"QZLREALobjectWrapper", UnwrapHostObject},
     {"NSValue", NewStructureInstance},

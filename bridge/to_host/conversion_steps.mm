@@ -1,14 +1,15 @@
-// Finds the step that an object takes. Nothing of what an object might answer otherwise next time is remembered.
+// Finds the step that an object takes. Nothing of what an object might answer otherwise next time is
+// remembered.
 #include "bridge/to_host/conversion_steps.h"
 
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
 #include <array>
+#include <atomic>
 #include <climits>
 #include <cstring>
 
-#include "bridge/to_host/class_memory.h"
 #include "bridge/to_host/root_class_kind.h"
 #include "frame/kept_function.h"
 
@@ -26,8 +27,8 @@ constexpr size_t LengthOf(const char *text)
     return length;
 }
 
-/// The steps by the hash of their class's name, for names that are long enough to have one; where two share a slot,
-/// the later one has the next.
+/// The steps by the hash of their class's name, for names that are long enough to have one; where two share a
+/// slot, the later one has the next.
 class StepNames {
 public:
     constexpr StepNames()
@@ -67,9 +68,9 @@ private:
 
     static constexpr size_t SlotOf(const char *name, size_t length)
     {
-        const auto letter = [&](size_t index) { return static_cast<unsigned char>(name[index]); };
-        return (length * 67 + letter(2) * 5 + letter(4) * 29 + letter(length / 2) * 13 + letter(length - 2) * 3 +
-                letter(length - 1)) %
+        const auto letter = [&](size_t index) -> size_t { return static_cast<unsigned char>(name[index]); };
+        return (length * 67 + letter(2) * 5 + letter(4) * 29 + letter(length / 2) * 13 +
+                letter(length - 2) * 3 + letter(length - 1)) %
                kSlots;
     }
 
@@ -123,9 +124,6 @@ bool IsInChain(Class type, Class sought)
     return false;
 }
 
-/// The linked classes that came up, each with the number of its step. None of them derives from another.
-ClassMemory gLinkedClasses;
-
 /// The earlier of two steps, each of which may be null.
 const ConversionStep *Earlier(const ConversionStep *one, const ConversionStep *other)
 {
@@ -134,7 +132,7 @@ const ConversionStep *Earlier(const ConversionStep *one, const ConversionStep *o
     return one < other ? one : other;
 }
 
-const ConversionStep *StepByAsking(id object)
+__attribute__((noinline)) const ConversionStep *StepByAsking(id object)
 {
     for (const ConversionStep &step : kConversionSteps) {
         if (step.object != nullptr) {
@@ -153,8 +151,8 @@ struct ClassStep {
     Class type;
 };
 
-/// The first step by the names of a class and its superclasses, and which of them has it; apart from classes that
-/// are looked up once.
+/// The first step by the names of a class and its superclasses, and which of them has it; apart from classes
+/// that are looked up once.
 ClassStep FirstNamedStep(Class type)
 {
     ClassStep first = {nullptr, Nil};
@@ -166,14 +164,50 @@ ClassStep FirstNamedStep(Class type)
     return first;
 }
 
-/// The step of an object of this class that leaves it to the root class to say of which classes it is: what it would
-/// answer is read off the class and its superclasses.
-const ConversionStep *StepOfClass(id object, Class type)
-{
-    for (Class reached = type; reached != Nil; reached = class_getSuperclass(reached))
-        if (const std::optional<size_t> step = gLinkedClasses.Find(reached))
-            return &kConversionSteps[*step];
+/// The classes of the linked steps that came up; null before.
+std::atomic<void *> gLinkedClasses[kStepCount];
 
+/// Where the linked class of a class was found last: the number of the step and, in the low four bits, how
+/// far up. Which class it was for is not kept: each use looks whether it holds.
+std::atomic<uint8_t> gLinkedPlaces[256];
+constexpr unsigned kBitsOfUp = 4;
+constexpr size_t kMostUp = (1 << kBitsOfUp) - 1;
+
+std::atomic<uint8_t> &PlaceFor(Class type)
+{
+    const auto address = reinterpret_cast<uintptr_t>(type);
+    return gLinkedPlaces[(address >> 4 ^ address >> 12) % std::size(gLinkedPlaces)];
+}
+
+/// Null where there is none, or none that was found before. No linked class derives from another, and their
+/// steps come before all others of classes.
+const ConversionStep *LinkedStep(Class type)
+{
+    const uint8_t place = PlaceFor(type).load(std::memory_order_relaxed);
+    Class reached = type;
+    for (size_t up = place & kMostUp; up > 0; --up)
+        reached = class_getSuperclass(reached);
+    const size_t number = place >> kBitsOfUp;
+    const bool holds = reached != Nil && reached == gLinkedClasses[number].load(std::memory_order_relaxed);
+    return holds ? &kConversionSteps[number] : nullptr;
+}
+
+void RememberLinkedStep(Class type, const ClassStep &found)
+{
+    const auto number = static_cast<size_t>(found.step - kConversionSteps);
+    size_t up = 0;
+    for (Class reached = type; reached != found.type; reached = class_getSuperclass(reached))
+        ++up;
+    if (up > kMostUp || number > UINT8_MAX >> kBitsOfUp)
+        return;
+    gLinkedClasses[number].store(found.type, std::memory_order_relaxed);
+    PlaceFor(type).store(static_cast<uint8_t>(number << kBitsOfUp | up), std::memory_order_relaxed);
+}
+
+/// The step of an object of this class that leaves it to the root class to say of which classes it is: what
+/// it would answer is read off the class and its superclasses.
+__attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class type)
+{
     const ClassStep named = FirstNamedStep(type);
     if (named.step == nullptr || named.step > kOnceBegin)
         for (const ConversionStep *step = kOnceBegin; step != kOnceEnd; ++step)
@@ -183,7 +217,7 @@ const ConversionStep *StepOfClass(id object, Class type)
     if (named.step != nullptr && ClassOfStep(*named.step) != named.type)
         return StepByAsking(object);
     if (named.step != nullptr && named.step->isLinked)
-        gLinkedClasses.Remember(named.type, static_cast<size_t>(named.step - kConversionSteps));
+        RememberLinkedStep(type, named);
     return named.step;
 }
 
@@ -200,10 +234,19 @@ const ConversionStep *StepOfObject(id object)
 
 const ConversionStep *FindConversionStep(id object)
 {
+    // Cocoa's own two objects: they are of none of the classes before them.
+    if (const ConversionStep *const step = StepOfObject(object))
+        return step;
     const Class type = object_getClass(object);
     if (!LeavesItsKindToTheRootClass(type))
         return StepByAsking(object);
-    return Earlier(StepOfObject(object), StepOfClass(object, type));
+    if (const ConversionStep *const step = LinkedStep(type))
+        return step;
+    // The root class may go by the class that the object says it has, and which may be another one after
+    // that.
+    if ([object class] != type || object_getClass(object) != type)
+        return StepByAsking(object);
+    return StepOfClass(object, type);
 }
 
 Class ClassOfStep(const ConversionStep &step)

@@ -7,6 +7,6 @@
 @class NSDictionary;
 
 /// A new host Dictionary with every entry of the Cocoa dictionary, with one reference for the caller; null
-/// for nil, for one that encloses itself, and where the host makes none. Called on the thread on which the host called in. Cocoa exceptions
-/// pass.
+/// for nil, for one that encloses itself, and where the host makes none. Called on the thread on which the
+/// host called in. Cocoa exceptions pass.
 REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainers *enclosing = nullptr);

@@ -3,14 +3,6 @@
 
 std::atomic<CFMutableDictionaryRef> instances{nullptr};
 
-REALobject FindInstance(const void *object)
-{
-    const CFMutableDictionaryRef registry = instances;
-    if (registry == nullptr)
-        return nullptr;
-    return static_cast<REALobject>(const_cast<void *>(CFDictionaryGetValue(registry, object)));
-}
-
 void RegisterInstance(const void *object, REALobject instance)
 {
     if (const CFMutableDictionaryRef registry = instances)

@@ -12,7 +12,13 @@
 extern std::atomic<CFMutableDictionaryRef> instances;
 
 /// The host instance that wraps the object, borrowed; null where there is none.
-REALobject FindInstance(const void *object);
+inline REALobject FindInstance(const void *object)
+{
+    const CFMutableDictionaryRef registry = instances;
+    if (registry == nullptr)
+        return nullptr;
+    return static_cast<REALobject>(const_cast<void *>(CFDictionaryGetValue(registry, object)));
+}
 
 void RegisterInstance(const void *object, REALobject instance);
 

@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <climits>
+
 #include "frame/host_entry_points.h"
 
 namespace {
@@ -33,13 +35,26 @@ constexpr struct {
     {'f', [](NSNumber *number) { return REALNewVariantSingle([number floatValue]); }},
 };
 
+/// The conversions by letter.
+struct ConversionsByLetter {
+    constexpr ConversionsByLetter()
+    {
+        for (auto &conversion : conversions)
+            conversion = NewDouble;
+        for (const auto &row : kNumberTypes)
+            conversions[static_cast<unsigned char>(row.letter)] = row.convert;
+    }
+
+    REALobject (*conversions[UCHAR_MAX + 1])(NSNumber *number) = {};
+};
+constexpr ConversionsByLetter kByLetter;
+
 } // namespace
 
 REALobject NewVariantFromNSNumber(NSNumber *number)
 {
     const char *const objCType = [number objCType];
-    for (const auto &row : kNumberTypes)
-        if (objCType[0] == row.letter && objCType[1] == '\0')
-            return row.convert(number);
-    return NewDouble(number);
+    if (objCType[0] == '\0' || objCType[1] != '\0')
+        return NewDouble(number);
+    return kByLetter.conversions[static_cast<unsigned char>(objCType[0])](number);
 }

@@ -7,5 +7,6 @@
 #include "frame/host_types.h"
 
 /// A host variant of a Cocoa object, with one reference for the caller; null for nil and for an object that
-/// has no host counterpart, a container that is enclosed by itself among them. Called on the thread on which the host called in. Cocoa exceptions pass.
+/// has no host counterpart, a container that is enclosed by itself among them. Called on the thread on which
+/// the host called in. Cocoa exceptions pass.
 REALobject NewVariantFromNSObject(id object, const EnclosingContainers *enclosing = nullptr);

@@ -40,6 +40,14 @@ std::optional<REALobject> ConvertAsCoreFoundation(id object)
     return std::nullopt;
 }
 
+/// Of an object that takes none of the steps.
+__attribute__((noinline)) REALobject ConvertOtherwise(id object)
+{
+    if (const std::optional<REALobject> wrapper = ConvertAsCoreFoundation(object))
+        return *wrapper;
+    return NewWrapperOfAnyClass(object);
+}
+
 } // namespace
 
 REALobject NewVariantFromNSObject(id object, const EnclosingContainers *enclosing)
@@ -52,7 +60,5 @@ REALobject NewVariantFromNSObject(id object, const EnclosingContainers *enclosin
     }
     if (const ConversionStep *const step = FindConversionStep(object))
         return step->convert({object, step->name, enclosing});
-    if (const std::optional<REALobject> wrapper = ConvertAsCoreFoundation(object))
-        return *wrapper;
-    return NewWrapperOfAnyClass(object);
+    return ConvertOtherwise(object);
 }

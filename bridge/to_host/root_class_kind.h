@@ -1,9 +1,24 @@
-// Tells classes whose objects answer for themselves of which classes they are from those that leave it to the root
-// class.
+// Tells classes whose objects answer for themselves of which classes they are from those that leave it to the
+// root class.
 #pragma once
 
-#include <objc/objc.h>
+#import <Foundation/Foundation.h>
 
-/// Whether objects of the class answer `isKindOfClass:` and `class` by NSObject's own methods, now. Sends them no
-/// message. Any thread.
-bool LeavesItsKindToTheRootClass(Class type);
+#include "frame/kept_function.h"
+
+/// NSObject's methods as they were at first use: one that takes the place of another later is another one.
+inline IMP gRootInstanceMethodForSelector;
+inline IMP gRootIsKindOfClass;
+
+/// Whether objects of the class answer `isKindOfClass:` by NSObject's own method, now. The class is not
+/// asked, nor are its objects. Any thread.
+inline bool LeavesItsKindToTheRootClass(Class type)
+{
+    const SEL find = @selector(instanceMethodForSelector:);
+    const SEL isKindOfClass = @selector(isKindOfClass:);
+    const IMP findMethod =
+        KeepFound(gRootInstanceMethodForSelector, [&] { return [NSObject methodForSelector:find]; });
+    const IMP root =
+        KeepFound(gRootIsKindOfClass, [&] { return [NSObject instanceMethodForSelector:isKindOfClass]; });
+    return reinterpret_cast<IMP (*)(Class, SEL, SEL)>(findMethod)(type, find, isKindOfClass) == root;
+}

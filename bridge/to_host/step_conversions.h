@@ -1,5 +1,5 @@
-// What the steps of the conversion to the host make of their objects: each a host value with one reference for the
-// caller, or null. Called on the thread on which the host called in. Cocoa exceptions pass.
+// What the steps of the conversion to the host make of their objects: each a host value with one reference
+// for the caller, or null. Called on the thread on which the host called in. Cocoa exceptions pass.
 #pragma once
 
 #include <objc/objc.h>

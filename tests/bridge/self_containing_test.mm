@@ -184,7 +184,8 @@ TEST_F(SelfContaining, TwoThousandLevelsAreConvertedBothWays)
     Host &host = StartWithFamily();
     Value nested = "core";
     for (int level = 0; level < kDepth; ++level)
-        nested = level % 2 == 0 ? host.NewArray(code::Object, {nested.Boxed()}) : NewDictionary("key", nested);
+        nested =
+            level % 2 == 0 ? host.NewArray(code::Object, {nested.Boxed()}) : NewDictionary("key", nested);
 
     const Value made = ThereAndBack(nested);
     Value reached = host.Get(made, "objectVariant");

@@ -46,11 +46,17 @@ json Run(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call)
     const std::vector<Outcome> first = program.Run();
     const std::map<std::string, int> calls = EndFaults(host);
     const std::vector<Outcome> second = program.Run();
+    // A thread that ends says so by a notification.
+    host.RunUntil([] { return LiveCocoaObjects("GSNotification") == 0; }, 0.2);
     json cocoaObjects = json::object();
     for (const char *name : kCountedClasses)
         cocoaObjects[name] = LiveCocoaObjects(name);
-    return {{"first", OutcomesAsJson(first)}, {"second", OutcomesAsJson(second)}, {"calls", calls},
-            {"leaks", host.Leaks()},          {"mistakes", host.Mistakes()},      {"cocoaObjects", cocoaObjects},
+    return {{"first", OutcomesAsJson(first)},
+            {"second", OutcomesAsJson(second)},
+            {"calls", calls},
+            {"leaks", host.Leaks()},
+            {"mistakes", host.Mistakes()},
+            {"cocoaObjects", cocoaObjects},
             {"log", log.Lines()}};
 }
 
@@ -78,7 +84,8 @@ std::string ReadAll(int file)
 
 } // namespace
 
-std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call, std::string &end)
+std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call,
+                             std::string &end)
 {
     int ends[2];
     if (pipe(ends) != 0)
@@ -98,7 +105,8 @@ std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const F
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     if (WIFSIGNALED(status) || WEXITSTATUS(status) != 0) {
-        end = WIFSIGNALED(status) ? strsignal(WTERMSIG(status)) : "status " + std::to_string(WEXITSTATUS(status));
+        end = WIFSIGNALED(status) ? strsignal(WTERMSIG(status))
+                                  : "status " + std::to_string(WEXITSTATUS(status));
         return std::nullopt;
     }
     const json seen = json::parse(text);

@@ -6,6 +6,8 @@
 
 #include "tests/sweep/verdict.h"
 
-/// Runs the program twice in a copy of this process, with the faulty call in the first run; without a fault for a
-/// call number of 0. Answers nothing where the process died or hung, and how in `end`. This process has one thread.
-std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call, std::string &end);
+/// Runs the program twice in a copy of this process, with the faulty call in the first run; without a fault
+/// for a call number of 0. Answers nothing where the process died or hung, and how in `end`. This process has
+/// one thread.
+std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call,
+                             std::string &end);

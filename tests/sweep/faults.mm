@@ -46,10 +46,12 @@ void ComeBack(Host &host)
     const Value outer = host.NewDictionary();
     host.DictionarySet(outer, "outer", inner);
     const Value array = host.NewArray(qzlhost::code::Object, {outer, Value("text").Boxed()});
-    const Value notification = host.CallShared(kNotification, "notificationWithName", {"again", array, outer});
+    const Value notification =
+        host.CallShared(kNotification, "notificationWithName", {"again", array, outer});
     host.Get(notification, "objectVariant");
     host.Get(notification, "userInfo");
-    const Value root = host.CallShared(kNotification, "notificationWithName", {"again", host.NewFolderItem("/")});
+    const Value root =
+        host.CallShared(kNotification, "notificationWithName", {"again", host.NewFolderItem("/")});
     host.Get(root, "objectVariant");
     const Value center = host.CallShared(kCenter, "defaultCenter");
     host.CallShared(kNotification, "notificationWithName", {"again", center});

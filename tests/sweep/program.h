@@ -1,4 +1,5 @@
-// A host program that visits the whole library: every class and member, each value both ways, delivery on two threads.
+// A host program that visits the whole library: every class and member, each value both ways, delivery on two
+// threads.
 #pragma once
 
 #include <functional>

@@ -57,7 +57,7 @@ id QuietCenter(id, SEL)
 
 void QuietenDistributedCenters()
 {
-    for (const SEL selector : {@selector(defaultCenter), @selector(notificationCenterForType:)})
+    for (const SEL selector : { @selector(defaultCenter), @selector(notificationCenterForType:) })
         method_setImplementation(class_getClassMethod([NSDistributedNotificationCenter class], selector),
                                  reinterpret_cast<IMP>(QuietCenter));
 }
@@ -187,8 +187,8 @@ void SweptProgram::Heard(const Value &notification)
         return;
     }
     for (const char *property : {"Name", "objectVariant", "userInfo"})
-        inner_.push_back({std::string("heard ") + property,
-                          ResultOf([&] { return Shown(Get(notification, property)); })});
+        inner_.push_back(
+            {std::string("heard ") + property, ResultOf([&] { return Shown(Get(notification, property)); })});
 }
 
 void SweptProgram::AddMembers()
@@ -254,7 +254,8 @@ void SweptProgram::AddMembers()
     AddStep("distributed shared members", [this] {
         const Value type = CallShared(kDistributed, "NSLocalNotificationCenterType");
         const Value center = CallShared(kDistributed, "defaultCenter");
-        return Shown(type) + Shown(center) + Shown(CallShared(kDistributed, "notificationCenterForType", {type}));
+        return Shown(type) + Shown(center) +
+               Shown(CallShared(kDistributed, "notificationCenterForType", {type}));
     });
     AddStep("the disc-recording centre", [this] {
         const Value center = New(kDiscs);
@@ -322,12 +323,12 @@ void SweptProgram::AddValuesToCocoa()
     });
     addArray("objects with Nil", code::Object, [](Host &) { return std::vector<Value>{Value()}; });
     add("an array of arrays", [this] {
-        return host_.NewArray(code::Object, {host_.NewArray(code::Int64, {int64_t{1}}),
-                                             host_.NewArray(code::String, {"two"})});
+        return host_.NewArray(
+            code::Object, {host_.NewArray(code::Int64, {int64_t{1}}), host_.NewArray(code::String, {"two"})});
     });
     add("a wrapper", [this] { return Notification(); });
-    for (const char *name : {"NSRectQZL", "NSSizeQZL", "NSPointQZL", "NSRangeQZL", "QTKitTimeQZL", "CMTimeQZL",
-                             "ProgramObject"})
+    for (const char *name :
+         {"NSRectQZL", "NSSizeQZL", "NSPointQZL", "NSRangeQZL", "QTKitTimeQZL", "CMTimeQZL", "ProgramObject"})
         add(name, [this, name] { return host_.NewWithoutConstructor(name); });
 }
 
@@ -367,9 +368,9 @@ void SweptProgram::AddValuesToHost()
     });
     add("a set", [] { return (id)[NSSet setWithObject:@"one"]; });
     add("a dictionary", [] {
-        return (id)[NSDictionary
-            dictionaryWithObjectsAndKeys:[NSDictionary dictionaryWithObject:@"one" forKey:@"key"], @"inner", @"two",
-                                         @"second", nil];
+        return (id)[NSDictionary dictionaryWithObjectsAndKeys:[NSDictionary dictionaryWithObject:@"one"
+                                                                                          forKey:@"key"],
+                                                              @"inner", @"two", @"second", nil];
     });
     add("a timer", [] { return (id)[NSTimer timerWithTimeInterval:1 invocation:nil repeats:NO]; });
     add("a notification", [] { return (id)[NSNotification notificationWithName:@"inner" object:nil]; });

@@ -84,7 +84,8 @@ bool EndsWhereItShould(const FaultyCall &call, const std::string &step, const Re
         return AnyEndsWith(results, kOtherException);
     case Fault::ThrowsStandard:
         return AnyEndsWith(results, kStandardException) ||
-               AnyEndsWith(results, "OutOfMemoryException: Failed to allocate a memoryblock with 5 bytes in size.");
+               AnyEndsWith(results,
+                           "OutOfMemoryException: Failed to allocate a memoryblock with 5 bytes in size.");
     case Fault::RaisesCocoa:
         // A delivery has nobody to raise it in: it is logged, and what comes after it does not happen.
         if (StartsWith(step, "delivery") && results.size() < sound.size())
@@ -129,7 +130,8 @@ std::vector<std::string> Complaints(const FaultyCall &call, const Sight &seen, c
         complaints.push_back("the exception was lost");
     if (!keeps)
         for (const std::string &step : StepsThatDiffer(seen.second, sound.second))
-            complaints.push_back("differs the next time: " + step + ": " + ByStep(seen.second).at(step).front());
+            complaints.push_back("differs the next time: " + step + ": " +
+                                 ByStep(seen.second).at(step).front());
 
     if (call.fault != Fault::Fails || !UnsettlesAccountsWhenItFails(call.function)) {
         for (const std::string &leak : seen.leaks)

@@ -1,4 +1,5 @@
-// The step of the chain that an object takes by its class: the one that asking it about each class gives, each time.
+// The step of the chain that an object takes by its class: the one that asking it about each class gives,
+// each time.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -81,6 +82,11 @@ namespace {
 BOOL AnswerNo(id, SEL, Class)
 {
     return NO;
+}
+
+Class AnswerTask(id, SEL)
+{
+    return [NSTask class];
 }
 
 Class gPipeClass = Nil;
@@ -322,7 +328,8 @@ TEST_F(ClassSteps, ClassThatStandsWhereAnotherOneStoodTakesItsOwnRow)
 
     // What an allocator does that gives a new class the memory of one that was disposed of.
     for (const Class super : {[NSTask class], [NSObject class]}) {
-        const Replacement replacement(stood, MakeClass("QZLTestNew" + std::string(class_getName(super)), super));
+        const Replacement replacement(stood,
+                                      MakeClass("QZLTestNew" + std::string(class_getName(super)), super));
         EXPECT_EQ(HostClassOf(object), std::string(class_getName(super)) + "QZL");
     }
     EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
@@ -346,14 +353,18 @@ TEST_F(ClassSteps, ObjectWhoseClassGetsItsOwnAnswerIsAskedFromThenOn)
     EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
     class_addMethod(middle, @selector(isKindOfClass:), reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16");
     const Registry registry;
-    EXPECT_FALSE(IsRegisteredWhenConverted(registry, object)) << "the last step goes by the class chain alone";
+    EXPECT_FALSE(IsRegisteredWhenConverted(registry, object))
+        << "the last step goes by the class chain alone";
 }
 
 TEST_F(ClassSteps, ObjectThatChangesItsClassWhileItIsAskedSaysNothingAboutItsFormerClass)
 {
     StartWith({"NSPipe", "NSObject"});
-    const Class former = MakeClass("QZLTestFormer", [NSObject class],
-                                   {{"isKindOfClass:", reinterpret_cast<IMP>(BecomePipe), "C24@0:8#16"}});
+    const Class former = MakeClass("QZLTestFormer", [NSObject class], {
+        {
+            "isKindOfClass:", reinterpret_cast<IMP>(BecomePipe), "C24@0:8#16"
+        }
+    });
     gPipeClass = MakeClass("QZLTestPipe", [NSPipe class]);
     const size_t room = class_getInstanceSize(gPipeClass);
     for (int round = 0; round < 3; ++round) {
@@ -362,6 +373,21 @@ TEST_F(ClassSteps, ObjectThatChangesItsClassWhileItIsAskedSaysNothingAboutItsFor
     }
     class_replaceMethod(former, @selector(isKindOfClass:), reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16");
     EXPECT_EQ(HostClassOf(MakeObject(former)), "NSObjectQZL");
+}
+
+TEST_F(ClassSteps, ObjectThatSaysItIsOfAnotherClassIsAsked)
+{
+    StartWith({"NSPipe", "NSTask"});
+    const Class liar = MakeClass("QZLTestLiar", [NSPipe class], {
+        {
+            "class", reinterpret_cast<IMP>(AnswerTask), "#16@0:8"
+        }
+    });
+    const id object = MakeObject(liar);
+    gLookUps = 0;
+    // By which of its two classes is for its own method to say.
+    EXPECT_EQ(HostClassOf(object), [object isKindOfClass:[NSTask class]] ? "NSTaskQZL" : "NSPipeQZL");
+    EXPECT_GT(gLookUps, 3);
 }
 
 TEST_F(ClassSteps, RowBehindAMissingClassIsFoundWithAsFewLookUps)
