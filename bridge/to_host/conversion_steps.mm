@@ -221,6 +221,10 @@ __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class typ
     return named.step;
 }
 
+/// The class of the objects that have steps of their own, if none of its chain has an earlier one. It stays
+/// what it is, as these objects live for ever.
+std::atomic<void *> gClassOfOwnObjects{nullptr};
+
 /// The step that is this very object's; null for any other.
 const ConversionStep *StepOfObject(id object)
 {
@@ -230,23 +234,33 @@ const ConversionStep *StepOfObject(id object)
     return nullptr;
 }
 
+/// The step of the object's class, or its own where that is the earlier one.
+const ConversionStep *OwnStepOr(const ConversionStep *stepOfClass, id object, Class type)
+{
+    const ConversionStep *const own = StepOfObject(object);
+    const ConversionStep *const step = Earlier(own, stepOfClass);
+    if (own != nullptr && step == own)
+        gClassOfOwnObjects.store(type, std::memory_order_relaxed);
+    return step;
+}
+
 } // namespace
 
 const ConversionStep *FindConversionStep(id object)
 {
-    // Cocoa's own two objects: they are of none of the classes before them.
-    if (const ConversionStep *const step = StepOfObject(object))
-        return step;
     const Class type = object_getClass(object);
     if (!LeavesItsKindToTheRootClass(type))
         return StepByAsking(object);
+    if (type == static_cast<Class>(gClassOfOwnObjects.load(std::memory_order_relaxed)))
+        if (const ConversionStep *const step = StepOfObject(object))
+            return step;
     if (const ConversionStep *const step = LinkedStep(type))
-        return step;
+        return step < kObjectsBegin ? step : OwnStepOr(step, object, type);
     // The root class may go by the class that the object says it has, and which may be another one after
     // that.
     if ([object class] != type || object_getClass(object) != type)
         return StepByAsking(object);
-    return StepOfClass(object, type);
+    return OwnStepOr(StepOfClass(object, type), object, type);
 }
 
 Class ClassOfStep(const ConversionStep &step)
