@@ -138,7 +138,11 @@ TEST_F(Delivery, OfAnExceptionThatCannotBeDescribedEndsQuietly)
     });
     const Value observer = program.NewObserver();
 
-    EXPECT_NO_THROW(Deliver(host, observer));
+    {
+        // Foundation loses the text that it was putting together.
+        const LeakCheckPause pause;
+        EXPECT_NO_THROW(Deliver(host, observer));
+    }
 
     EXPECT_EQ(program.received.size(), 1u);
 }
