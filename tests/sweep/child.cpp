@@ -46,8 +46,6 @@ json Run(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call)
     const std::vector<Outcome> first = program.Run();
     const std::map<std::string, int> calls = EndFaults(host);
     const std::vector<Outcome> second = program.Run();
-    // A thread that ends says so by a notification.
-    host.RunUntil([] { return LiveCocoaObjects("GSNotification") == 0; }, 0.2);
     json cocoaObjects = json::object();
     for (const char *name : kCountedClasses)
         cocoaObjects[name] = LiveCocoaObjects(name);

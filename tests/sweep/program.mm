@@ -67,6 +67,35 @@ thread_local bool inLibrary = false;
 constexpr double kPatience = 10;
 constexpr char kName[] = "Swept";
 
+/// What a thread that posts is at.
+struct Poster {
+    std::atomic<bool> done{false};
+    std::string result;
+};
+
+/// Runs a thread and waits for its end, as it says by a notification that it ends; but not for a poster whose
+/// delivery ended with an exception that nobody takes: that one waits for ever.
+class PosterThread {
+public:
+    PosterThread(std::shared_ptr<Poster> poster, std::function<void()> body)
+        : poster_(std::move(poster)), thread_(std::move(body))
+    {
+    }
+    ~PosterThread()
+    {
+        if (poster_->done)
+            thread_.join();
+        else
+            thread_.detach();
+    }
+    PosterThread(const PosterThread &) = delete;
+    PosterThread &operator=(const PosterThread &) = delete;
+
+private:
+    std::shared_ptr<Poster> poster_;
+    std::thread thread_;
+};
+
 int64_t Address(id object)
 {
     return reinterpret_cast<int64_t>(object);
@@ -411,13 +440,8 @@ void SweptProgram::AddDelivery()
         const Value observer = New("ProgramObserver");
         const Value center = CallShared(kCenter, "defaultCenter");
         Call(center, "addObserver", {observer, kName});
-        struct Poster {
-            std::atomic<bool> done{false};
-            std::string result;
-        };
-        // A poster whose delivery ends with an exception that nobody takes waits for ever.
         const auto poster = std::make_shared<Poster>();
-        std::thread([this, center, poster] {
+        const PosterThread thread(poster, [this, center, poster] {
             const AutoreleasePool pool;
             poster->result = ResultOf([&] {
                 Call(center, "postNotificationName", {kName, "object"});
@@ -426,7 +450,7 @@ void SweptProgram::AddDelivery()
             poster->done = true;
             // Wakes the main thread's loop, which would sleep on.
             [NSObject performSelectorOnMainThread:@selector(class) withObject:nil waitUntilDone:NO];
-        }).detach();
+        });
         const LibraryCall call;
         const bool resumed = host_.RunUntil([&] { return poster->done.load(); }, kPatience);
         return resumed ? poster->result : "the poster still waits";
