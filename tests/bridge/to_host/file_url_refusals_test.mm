@@ -31,7 +31,11 @@ protected:
         folder_ = mkdtemp(name.data());
         std::ofstream(File()) << "content";
     }
-    ~FileURLRefusals() override { fs::remove_all(folder_); }
+    ~FileURLRefusals() override
+    {
+        TheFileManager().ReleaseMade();
+        fs::remove_all(folder_);
+    }
 
     fs::path File() const { return folder_ / "file.txt"; }
     fs::path Missing() const { return folder_ / kComposed; }
