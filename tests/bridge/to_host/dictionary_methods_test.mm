@@ -5,48 +5,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "tests/bridge/to_host/ordered_dictionary.h"
 #include "tests/bridge/to_host/program_reading_test.h"
 #include "tests/support/log_capture.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
-
-/// A dictionary that keeps its entries in order, or has not even a list of keys. It raises when
-/// asked for the value of the key "broken".
-@interface QZLTestEntries : NSDictionary {
-@public
-    NSArray *keys;
-    NSArray *values;
-}
-@end
-
-@implementation QZLTestEntries
-- (NSUInteger)count
-{
-    return [keys count];
-}
-- (NSArray *)allKeys
-{
-    return keys;
-}
-- (NSEnumerator *)keyEnumerator
-{
-    return [keys objectEnumerator];
-}
-- (id)objectForKey:(id)key
-{
-    if ([key isEqual:@"broken"])
-        [NSException raise:@"Broken" format:@"no value"];
-    const NSUInteger index = [keys indexOfObject:key];
-    return index == NSNotFound ? nil : [values objectAtIndex:index];
-}
-- (void)dealloc
-{
-    [keys release];
-    [values release];
-    [super dealloc];
-}
-@end
 
 /// Keys of which there is one more each time that they are counted.
 @interface QZLTestGrowingKeys : NSArray {
@@ -94,7 +58,7 @@ protected:
 /// Without a list of keys or values there is none.
 NSDictionary *Entries(NSArray *keys, NSArray *values)
 {
-    QZLTestEntries *const made = [[[QZLTestEntries alloc] init] autorelease];
+    QZLOrderedDictionary *const made = [[[QZLOrderedDictionary alloc] init] autorelease];
     made->keys = [keys retain];
     made->values = [values retain];
     return made;
@@ -255,7 +219,7 @@ TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
 {
     Host &host = Start();
     QZLTestGrowingKeys *const keys = [[[QZLTestGrowingKeys alloc] init] autorelease];
-    QZLTestEntries *const entries = [[[QZLTestEntries alloc] init] autorelease];
+    QZLOrderedDictionary *const entries = [[[QZLOrderedDictionary alloc] init] autorelease];
     entries->keys = [keys retain];
     keys->counts = 0;
     const Value dictionary = ReadUserInfo(entries);

@@ -1,47 +1,12 @@
 // Cocoa dictionaries become host Dictionaries.
 #include "bridge/to_host/dictionary_to_host.h"
 
+#include "tests/bridge/to_host/ordered_dictionary.h"
 #include "tests/bridge/to_host/to_host_test.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 namespace code = qzlhost::code;
-
-/// A dictionary that keeps its entries in order. It raises when asked for the value of the key "broken".
-@interface QZLOrderedDictionary : NSDictionary {
-@public
-    NSArray *keys;
-    NSArray *values;
-}
-@end
-
-@implementation QZLOrderedDictionary
-- (NSUInteger)count
-{
-    return [keys count];
-}
-- (NSArray *)allKeys
-{
-    return keys;
-}
-- (NSEnumerator *)keyEnumerator
-{
-    return [keys objectEnumerator];
-}
-- (id)objectForKey:(id)key
-{
-    if ([key isEqual:@"broken"])
-        [NSException raise:@"Broken" format:@"no value"];
-    const NSUInteger index = [keys indexOfObject:key];
-    return index == NSNotFound ? nil : [values objectAtIndex:index];
-}
-- (void)dealloc
-{
-    [keys release];
-    [values release];
-    [super dealloc];
-}
-@end
 
 namespace {
 

@@ -69,12 +69,12 @@ extern "C" {
 OSErr __real_FSGetCatalogInfo(const FSRef *, FSCatalogInfoBitmap, FSCatalogInfo *, HFSUniStr255 *, FSSpecPtr,
                               FSRef *);
 OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information, FSCatalogInfo *catalog,
-                              HFSUniStr255 *name, FSSpecPtr specification, FSRef *parent)
+                              HFSUniStr255 *name, FSSpecPtr oldReference, FSRef *parent)
 {
     FileManagerDouble &manager = TheFileManager();
     manager.catalogCalls.push_back(
         {BytesOf(*item), information, catalog != nullptr, name != nullptr, parent != nullptr});
-    const OSErr error = __real_FSGetCatalogInfo(item, information, catalog, name, specification, parent);
+    const OSErr error = __real_FSGetCatalogInfo(item, information, catalog, name, oldReference, parent);
     if (error == noErr && catalog != nullptr && manager.nodeID != 0)
         catalog->nodeID = manager.nodeID;
     // The platform here reads only the beginning of a reference. All of it counts.

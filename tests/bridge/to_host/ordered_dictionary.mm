@@ -1,0 +1,30 @@
+// A Cocoa dictionary whose entries have an order that a test chooses.
+#include "tests/bridge/to_host/ordered_dictionary.h"
+
+@implementation QZLOrderedDictionary
+- (NSUInteger)count
+{
+    return [keys count];
+}
+- (NSArray *)allKeys
+{
+    return keys;
+}
+- (NSEnumerator *)keyEnumerator
+{
+    return [keys objectEnumerator];
+}
+- (id)objectForKey:(id)key
+{
+    if ([key isEqual:@"broken"])
+        [NSException raise:@"Broken" format:@"no value"];
+    const NSUInteger index = [keys indexOfObject:key];
+    return index == NSNotFound ? nil : [values objectAtIndex:index];
+}
+- (void)dealloc
+{
+    [keys release];
+    [values release];
+    [super dealloc];
+}
+@end
