@@ -16,12 +16,11 @@ Function *FindHostFunction(Function *&slot, const char *name)
     return KeepFound(slot, [name] { return gResolver(name); });
 }
 
-/// Calls a host function. Without it the answer is 0, null or false. For a procedure the answer is whether
-/// the host has it.
+/// Calls a function, if there is one. Without it the answer is 0, null or false. For a procedure the answer
+/// is whether there is one.
 template <typename Result, typename... Parameters, typename... Arguments>
-auto CallHost(Result (*&slot)(Parameters...), const char *name, Arguments... arguments)
+auto CallIfFound(Result (*function)(Parameters...), Arguments... arguments)
 {
-    const auto function = FindHostFunction(slot, name);
     if constexpr (std::is_void_v<Result>) {
         if (function != nullptr)
             function(arguments...);
@@ -29,6 +28,22 @@ auto CallHost(Result (*&slot)(Parameters...), const char *name, Arguments... arg
     } else {
         return function != nullptr ? function(arguments...) : Result();
     }
+}
+
+template <typename Function, typename... Arguments>
+__attribute__((noinline)) auto FindAndCallHost(Function *&slot, const char *name, Arguments... arguments)
+{
+    return CallIfFound(FindHostFunction(slot, name), arguments...);
+}
+
+/// Calls a host function, as `CallIfFound` does. The look-up is apart, so that a function that was found
+/// before costs a jump.
+template <typename Function, typename... Arguments>
+auto CallHost(Function *&slot, const char *name, Arguments... arguments)
+{
+    if (const auto function = Kept(slot))
+        return CallIfFound(function, arguments...);
+    return FindAndCallHost(slot, name, arguments...);
 }
 
 /// The value of a variant that the host function gives, or, without that function, the property of the

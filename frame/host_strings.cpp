@@ -63,8 +63,9 @@ size_t ConvertUTF32(const void *bytes, size_t count, UniChar *units)
     return static_cast<size_t>(next - units);
 }
 
-/// For hosts that cannot build UTF-32 themselves. Null without memory.
-REALstring BuildFromUTF32(const void *bytes, int64_t length)
+/// For hosts that cannot build UTF-32 themselves. Null without memory. Not inlined, for its buffer would be
+/// on every caller's stack.
+__attribute__((noinline)) REALstring BuildFromUTF32(const void *bytes, int64_t length)
 {
     constexpr int64_t kLongestOnStack = 799;
     UniChar onStack[2 * (kLongestOnStack / 4) + 1];

@@ -4,16 +4,27 @@
 
 #include <atomic>
 
+/// The function that `slot` keeps, or null.
+template <typename Function>
+Function *Kept(Function *const &slot)
+{
+    return __atomic_load_n(&slot, __ATOMIC_RELAXED);
+}
+
+template <typename Function, typename Find>
+__attribute__((noinline)) Function *FindAndKeep(Function *&slot, Find find)
+{
+    const auto function = reinterpret_cast<Function *>(find());
+    __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
+    return function;
+}
+
 /// The function that `slot` keeps, or else what `find` answers, kept unless it is null.
 template <typename Function, typename Find>
 Function *KeepFound(Function *&slot, Find find)
 {
-    Function *function = __atomic_load_n(&slot, __ATOMIC_RELAXED);
-    if (function == nullptr) {
-        function = reinterpret_cast<Function *>(find());
-        __atomic_store_n(&slot, function, __ATOMIC_RELAXED);
-    }
-    return function;
+    Function *const function = Kept(slot);
+    return function != nullptr ? function : FindAndKeep(slot, find);
 }
 
 /// What the first look-up gave, null included.

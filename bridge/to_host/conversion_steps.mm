@@ -244,6 +244,16 @@ const ConversionStep *OwnStepOr(const ConversionStep *stepOfClass, id object, Cl
     return step;
 }
 
+/// The step of an object that no remembered place leads to.
+__attribute__((noinline)) const ConversionStep *StepByLooking(id object, Class type)
+{
+    // The root class may go by the class that the object says it has, and which may be another one after
+    // that.
+    if ([object class] != type || object_getClass(object) != type)
+        return StepByAsking(object);
+    return OwnStepOr(StepOfClass(object, type), object, type);
+}
+
 } // namespace
 
 const ConversionStep *FindConversionStep(id object)
@@ -256,11 +266,7 @@ const ConversionStep *FindConversionStep(id object)
             return step;
     if (const ConversionStep *const step = LinkedStep(type))
         return step < kObjectsBegin ? step : OwnStepOr(step, object, type);
-    // The root class may go by the class that the object says it has, and which may be another one after
-    // that.
-    if ([object class] != type || object_getClass(object) != type)
-        return StepByAsking(object);
-    return OwnStepOr(StepOfClass(object, type), object, type);
+    return StepByLooking(object, type);
 }
 
 Class ClassOfStep(const ConversionStep &step)

@@ -14,11 +14,13 @@ inline IMP gRootIsKindOfClass;
 /// asked, nor are its objects. Any thread.
 inline bool LeavesItsKindToTheRootClass(Class type)
 {
+    using FindMethod = IMP (*)(Class, SEL, SEL);
     const SEL find = @selector(instanceMethodForSelector:);
     const SEL isKindOfClass = @selector(isKindOfClass:);
-    const IMP findMethod =
-        KeepFound(gRootInstanceMethodForSelector, [&] { return [NSObject methodForSelector:find]; });
-    const IMP root =
-        KeepFound(gRootIsKindOfClass, [&] { return [NSObject instanceMethodForSelector:isKindOfClass]; });
-    return reinterpret_cast<IMP (*)(Class, SEL, SEL)>(findMethod)(type, find, isKindOfClass) == root;
+    const IMP findMethod = KeepFound(gRootInstanceMethodForSelector, [] {
+        return [NSObject methodForSelector:@selector(instanceMethodForSelector:)];
+    });
+    const IMP method = reinterpret_cast<FindMethod>(findMethod)(type, find, isKindOfClass);
+    return method == KeepFound(gRootIsKindOfClass,
+                               [] { return [NSObject instanceMethodForSelector:@selector(isKindOfClass:)]; });
 }
