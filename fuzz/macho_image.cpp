@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/macho/image.h"
+#include "platform/macho/image_reader.h"
 #include "platform/macho/unwind_info.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)

@@ -1,7 +1,7 @@
 // A dictionary that compares keys by address and retains neither keys nor values.
-#include "address_dictionary.h"
+#include "platform/gnustep/address_dictionary.h"
 
-#include "objects.h"
+#include "platform/gnustep/objects.h"
 
 using cocoaport::Object;
 

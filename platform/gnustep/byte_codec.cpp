@@ -1,5 +1,5 @@
 // Encodings of one byte a character above ASCII.
-#include "byte_codec.h"
+#include "platform/gnustep/byte_codec.h"
 
 #include <algorithm>
 
@@ -7,17 +7,17 @@ namespace cocoaport {
 
 ByteCodec::ByteCodec(const HighHalf &characters)
 {
-    std::copy(std::begin(characters), std::end(characters), highHalf);
-    for (unsigned index = 0; index < std::size(highHalf); ++index)
-        if (highHalf[index] != kNoCharacter)
-            byteOfCharacter.emplace(highHalf[index], static_cast<UInt8>(0x80 + index));
+    std::copy(std::begin(characters), std::end(characters), highHalf_);
+    for (unsigned index = 0; index < std::size(highHalf_); ++index)
+        if (highHalf_[index] != kNoCharacter)
+            byteOfCharacter_.emplace(highHalf_[index], static_cast<UInt8>(0x80 + index));
 }
 
 bool ByteCodec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const
 {
     char16_t *const units = text.Reserve(count);
     for (size_t index = 0; index < count; ++index) {
-        units[index] = bytes[index] < 0x80 ? bytes[index] : highHalf[bytes[index] - 0x80];
+        units[index] = bytes[index] < 0x80 ? bytes[index] : highHalf_[bytes[index] - 0x80];
         if (units[index] == kNoCharacter)
             return false;
     }
@@ -30,8 +30,8 @@ bool ByteCodec::Encode(const char16_t *units, size_t count, ByteWriter &bytes) c
     for (size_t index = 0; index < count; ++index) {
         UInt8 byte = static_cast<UInt8>(units[index]);
         if (units[index] >= 0x80) {
-            const auto entry = byteOfCharacter.find(units[index]);
-            if (entry == byteOfCharacter.end())
+            const auto entry = byteOfCharacter_.find(units[index]);
+            if (entry == byteOfCharacter_.end())
                 return false;
             byte = entry->second;
         }

@@ -1,9 +1,9 @@
 /// Encodings of one byte a character above ASCII.
 #pragma once
 
-#include "text_codec.h"
-
 #include <unordered_map>
+
+#include "platform/gnustep/text_codec.h"
 
 namespace cocoaport {
 
@@ -21,8 +21,8 @@ public:
     bool KeepsASCII() const override { return true; }
 
 private:
-    HighHalf highHalf;
-    std::unordered_map<char16_t, UInt8> byteOfCharacter;
+    HighHalf highHalf_;
+    std::unordered_map<char16_t, UInt8> byteOfCharacter_;
 };
 
 /// ASCII. In reading, a byte above 0x7F is the Unicode character of that number.

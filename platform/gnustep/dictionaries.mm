@@ -1,6 +1,6 @@
 // Core Foundation dictionaries: NSDictionaries, and dictionaries keyed by address.
-#include "address_dictionary.h"
-#include "objects.h"
+#include "platform/gnustep/address_dictionary.h"
+#include "platform/gnustep/objects.h"
 
 using cocoaport::Object;
 using cocoaport::ObjectOf;

@@ -1,7 +1,7 @@
 // The disc-recording notification centre: one per thread, each around a centre of its own.
 #import <DiscRecording/DiscRecording.h>
 
-#include "DRNotificationCenterPosting.h"
+#include "platform/gnustep/DRNotificationCenterPosting.h"
 
 namespace {
 

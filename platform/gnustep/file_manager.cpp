@@ -1,10 +1,10 @@
 // The calls of the File Manager.
-#include "file_references.h"
-#include "text_codec.h"
-
+#include <algorithm>
 #include <fcntl.h>
 
-#include <algorithm>
+#include "platform/gnustep/codecs.h"
+#include "platform/gnustep/file_references.h"
+#include "platform/gnustep/text_buffers.h"
 
 using namespace cocoaport;
 

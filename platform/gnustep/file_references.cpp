@@ -1,5 +1,5 @@
 // References of file-system items: numbers of canonical paths that this process has met.
-#include "file_references.h"
+#include "platform/gnustep/file_references.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -30,25 +30,25 @@ class PathTable {
 public:
     UInt64 NumberOf(const std::string &path)
     {
-        const std::lock_guard<std::mutex> lock(mutex);
-        const auto known = numbers.find(path);
-        if (known != numbers.end())
+        const std::lock_guard<std::mutex> lock(mutex_);
+        const auto known = numbers_.find(path);
+        if (known != numbers_.end())
             return known->second;
-        paths.push_back(path);
-        numbers.emplace(paths.back(), paths.size() - 1);
-        return paths.size() - 1;
+        paths_.push_back(path);
+        numbers_.emplace(paths_.back(), paths_.size() - 1);
+        return paths_.size() - 1;
     }
 
     std::optional<std::string> PathOf(UInt64 number)
     {
-        const std::lock_guard<std::mutex> lock(mutex);
-        return number < paths.size() ? std::optional(paths[number]) : std::nullopt;
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return number < paths_.size() ? std::optional(paths_[number]) : std::nullopt;
     }
 
 private:
-    std::mutex mutex;
-    std::deque<std::string> paths;
-    std::unordered_map<std::string_view, UInt64> numbers;
+    std::mutex mutex_;
+    std::deque<std::string> paths_;
+    std::unordered_map<std::string_view, UInt64> numbers_;
 };
 
 PathTable &Paths()

@@ -3,10 +3,9 @@
 
 #include <CoreServices/CoreServices.h>
 
-#include <sys/stat.h>
-
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 
 namespace cocoaport {
 

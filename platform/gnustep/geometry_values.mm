@@ -1,6 +1,5 @@
 // Makes NSValues of rectangles, sizes, points and ranges answer as macOS's do.
 #import <Foundation/Foundation.h>
-
 #include <objc/runtime.h>
 
 #include <algorithm>

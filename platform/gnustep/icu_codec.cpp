@@ -1,5 +1,5 @@
 // Encodings that ICU converts.
-#include "icu_codec.h"
+#include "platform/gnustep/icu_codec.h"
 
 #include <unicode/ucnv.h>
 
@@ -61,7 +61,7 @@ bool ICUCodec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const
 {
     if (count > kMaximum)
         return false;
-    const Converter converter = Open(name);
+    const Converter converter = Open(name_);
     const auto convert = [&](int32_t capacity, UErrorCode &error) {
         return ucnv_toUChars(converter.get(), text.Reserve(static_cast<size_t>(capacity)), capacity,
                              reinterpret_cast<const char *>(bytes), static_cast<int32_t>(count), &error);
@@ -75,7 +75,7 @@ bool ICUCodec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const
     if (U_FAILURE(error))
         return false;
     text.SetSize(static_cast<size_t>(written));
-    if (controls == Controls::kRotated) {
+    if (controls_ == Controls::Rotated) {
         std::transform(text.Data(), text.Data() + text.Size(), text.Data(),
                        [](char16_t unit) { return Rotate(unit, kRotatedControls, kControls); });
     }
@@ -87,12 +87,12 @@ bool ICUCodec::Encode(const char16_t *units, size_t count, ByteWriter &bytes) co
     if (count > kMaximum)
         return false;
     std::u16string rotated;
-    if (controls == Controls::kRotated) {
+    if (controls_ == Controls::Rotated) {
         std::transform(units, units + count, std::back_inserter(rotated),
                        [](char16_t unit) { return Rotate(unit, kControls, kRotatedControls); });
         units = rotated.data();
     }
-    const Converter converter = Open(name);
+    const Converter converter = Open(name_);
     const int32_t room = static_cast<int32_t>(std::min(bytes.Room(), kMaximum));
     UErrorCode error = U_ZERO_ERROR;
     const int32_t written =

@@ -1,7 +1,7 @@
 /// ASCII with escapes for all other characters, as Foundation writes them.
 #pragma once
 
-#include "text_codec.h"
+#include "platform/gnustep/text_codec.h"
 
 namespace cocoaport {
 

@@ -1,7 +1,7 @@
 // ASCII with escapes for all other characters, as Foundation writes them.
-#include "non_lossy_codec.h"
+#include "platform/gnustep/non_lossy_codec.h"
 
-#include "string_units.h"
+#include "platform/gnustep/string_units.h"
 
 namespace cocoaport {
 

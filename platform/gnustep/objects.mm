@@ -1,5 +1,5 @@
 // What every Core Foundation object answers: retain and release.
-#include "objects.h"
+#include "platform/gnustep/objects.h"
 
 extern "C" const CFAllocatorRef kCFAllocatorDefault = nullptr;
 

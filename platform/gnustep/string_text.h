@@ -1,12 +1,12 @@
 /// What a string holds, read a block at a time: no Cocoa object is made on the way.
 #pragma once
 
-#include "text_codec.h"
-
 #import <Foundation/Foundation.h>
 
 #include <optional>
 #include <string>
+
+#include "platform/gnustep/text_codec.h"
 
 namespace cocoaport {
 

@@ -1,9 +1,11 @@
 // What a string holds, read a block at a time.
-#include "string_text.h"
+#include "platform/gnustep/string_text.h"
 
 #include <unicode/utf16.h>
 
 #include <algorithm>
+
+#include "platform/gnustep/codecs.h"
 
 namespace cocoaport {
 

@@ -1,5 +1,5 @@
 // Strings of arbitrary UTF-16 units.
-#include "string_units.h"
+#include "platform/gnustep/string_units.h"
 
 #include <unicode/utf16.h>
 

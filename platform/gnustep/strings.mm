@@ -1,11 +1,12 @@
 // Core Foundation strings, which are NSStrings.
-#include "objects.h"
-#include "string_text.h"
-#include "string_units.h"
-
 #include <unicode/unorm2.h>
 
 #include <algorithm>
+
+#include "platform/gnustep/codecs.h"
+#include "platform/gnustep/objects.h"
+#include "platform/gnustep/string_text.h"
+#include "platform/gnustep/string_units.h"
 
 using namespace cocoaport;
 

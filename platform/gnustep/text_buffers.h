@@ -14,49 +14,49 @@ public:
     char16_t *Reserve(size_t capacity)
     {
         if (capacity <= kInlineCapacity)
-            return units = inlineUnits;
-        heapUnits.reset(new char16_t[capacity]);
-        return units = heapUnits.get();
+            return units_ = inlineUnits_;
+        heapUnits_.reset(new char16_t[capacity]);
+        return units_ = heapUnits_.get();
     }
 
-    void SetSize(size_t newSize) { size = newSize; }
+    void SetSize(size_t size) { size_ = size; }
 
-    char16_t *Data() const { return units; }
-    size_t Size() const { return size; }
+    char16_t *Data() const { return units_; }
+    size_t Size() const { return size_; }
 
 private:
     static constexpr size_t kInlineCapacity = 512;
 
-    char16_t inlineUnits[kInlineCapacity];
-    std::unique_ptr<char16_t[]> heapUnits;
-    char16_t *units = inlineUnits;
-    size_t size = 0;
+    char16_t inlineUnits_[kInlineCapacity];
+    std::unique_ptr<char16_t[]> heapUnits_;
+    char16_t *units_ = inlineUnits_;
+    size_t size_ = 0;
 };
 
 /// Bytes written one after the other into memory of a fixed size.
 class ByteWriter {
 public:
-    ByteWriter(char *buffer, size_t capacity) : next(buffer), end(buffer + capacity) {}
+    ByteWriter(char *buffer, size_t capacity) : next_(buffer), end_(buffer + capacity) {}
 
-    char *Next() const { return next; }
-    size_t Room() const { return static_cast<size_t>(end - next); }
+    char *Next() const { return next_; }
+    size_t Room() const { return static_cast<size_t>(end_ - next_); }
 
     /// Counts bytes that the caller wrote at Next().
-    void Advance(size_t count) { next += count; }
+    void Advance(size_t count) { next_ += count; }
 
     /// False when the bytes do not fit.
     bool Append(const void *bytes, size_t count)
     {
         if (count > Room())
             return false;
-        std::memcpy(next, bytes, count);
-        next += count;
+        std::memcpy(next_, bytes, count);
+        next_ += count;
         return true;
     }
 
 private:
-    char *next;
-    char *end;
+    char *next_;
+    char *end_;
 };
 
 } // namespace cocoaport

@@ -1,9 +1,9 @@
-/// Text encodings by Core Foundation's numbers.
+/// What converts between text and the bytes of one encoding.
 #pragma once
 
-#include "text_buffers.h"
-
 #include <CoreFoundation/CFString.h>
+
+#include "platform/gnustep/text_buffers.h"
 
 namespace cocoaport {
 
@@ -22,8 +22,5 @@ public:
     /// Whether bytes below 0x80 are the ASCII characters, whatever stands before them.
     virtual bool KeepsASCII() const { return false; }
 };
-
-/// The codec of the encoding; null for an unknown number.
-const TextCodec *FindCodec(CFStringEncoding encoding);
 
 } // namespace cocoaport

@@ -1,6 +1,5 @@
 // Which thread is the main one.
 #include <pthread.h>
-
 #include <unistd.h>
 
 int pthread_main_np()

@@ -1,9 +1,8 @@
 // The type IDs of Core Foundation and Core Text, and what type an object is of.
-#include "objects.h"
-
 #include <CoreText/CoreText.h>
-
 #include <objc/runtime.h>
+
+#include "platform/gnustep/objects.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // UTF-8, UTF-16 and UTF-32.
-#include "unicode_codecs.h"
+#include "platform/gnustep/unicode_codecs.h"
 
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
@@ -16,12 +16,12 @@ constexpr size_t kMaximum = INT32_MAX;
 
 char16_t InOrder(char16_t unit, ByteOrder order)
 {
-    return order == ByteOrder::kHost ? unit : __builtin_bswap16(unit);
+    return order == ByteOrder::Host ? unit : __builtin_bswap16(unit);
 }
 
 UInt32 InOrder(UInt32 codePoint, ByteOrder order)
 {
-    return order == ByteOrder::kHost ? codePoint : __builtin_bswap32(codePoint);
+    return order == ByteOrder::Host ? codePoint : __builtin_bswap32(codePoint);
 }
 
 } // namespace
@@ -58,7 +58,7 @@ bool UTF16Codec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) cons
     char16_t *const units = text.Reserve(size);
     std::copy_n(bytes, size * sizeof(char16_t), reinterpret_cast<UInt8 *>(units));
     for (size_t index = 0; index < size; ++index)
-        units[index] = InOrder(units[index], order);
+        units[index] = InOrder(units[index], order_);
     text.SetSize(size);
     return true;
 }
@@ -66,7 +66,7 @@ bool UTF16Codec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) cons
 bool UTF16Codec::Encode(const char16_t *units, size_t count, ByteWriter &bytes) const
 {
     for (size_t index = 0; index < count; ++index) {
-        const char16_t unit = InOrder(units[index], order);
+        const char16_t unit = InOrder(units[index], order_);
         if (!bytes.Append(&unit, sizeof unit))
             return false;
     }
@@ -80,7 +80,7 @@ bool UTF32Codec::Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) cons
     for (size_t offset = 0; count - offset >= sizeof(UInt32); offset += sizeof(UInt32)) {
         UInt32 codePoint = 0;
         std::memcpy(&codePoint, bytes + offset, sizeof codePoint);
-        codePoint = InOrder(codePoint, order);
+        codePoint = InOrder(codePoint, order_);
         if (codePoint > 0x10FFFF || U_IS_SURROGATE(codePoint))
             return false;
         U16_APPEND_UNSAFE(units, size, codePoint);
@@ -96,7 +96,7 @@ bool UTF32Codec::Encode(const char16_t *units, size_t count, ByteWriter &bytes) 
         U16_NEXT(units, index, count, codePoint);
         if (U_IS_SURROGATE(codePoint))
             return false;
-        const UInt32 ordered = InOrder(static_cast<UInt32>(codePoint), order);
+        const UInt32 ordered = InOrder(static_cast<UInt32>(codePoint), order_);
         if (!bytes.Append(&ordered, sizeof ordered))
             return false;
     }

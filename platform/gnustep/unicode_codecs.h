@@ -1,11 +1,11 @@
 /// UTF-8, UTF-16 and UTF-32.
 #pragma once
 
-#include "text_codec.h"
+#include "platform/gnustep/text_codec.h"
 
 namespace cocoaport {
 
-enum class ByteOrder { kHost, kSwapped };
+enum class ByteOrder { Host, Swapped };
 
 /// Refuses whatever is not well-formed, and lone surrogates in both directions.
 class UTF8Codec : public TextCodec {
@@ -18,23 +18,23 @@ public:
 /// Takes units as they are, lone surrogates included.
 class UTF16Codec : public TextCodec {
 public:
-    explicit UTF16Codec(ByteOrder theOrder) : order(theOrder) {}
+    explicit UTF16Codec(ByteOrder order) : order_(order) {}
     bool Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const override;
     bool Encode(const char16_t *units, size_t count, ByteWriter &bytes) const override;
 
 private:
-    ByteOrder order;
+    ByteOrder order_;
 };
 
 /// Refuses surrogates and code points above U+10FFFF.
 class UTF32Codec : public TextCodec {
 public:
-    explicit UTF32Codec(ByteOrder theOrder) : order(theOrder) {}
+    explicit UTF32Codec(ByteOrder order) : order_(order) {}
     bool Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const override;
     bool Encode(const char16_t *units, size_t count, ByteWriter &bytes) const override;
 
 private:
-    ByteOrder order;
+    ByteOrder order_;
 };
 
 } // namespace cocoaport

@@ -1,9 +1,8 @@
 // URLs as text: their parts, and percent escapes.
-#include "url_text.h"
-
-#include <strings.h>
+#include "platform/gnustep/url_text.h"
 
 #include <cctype>
+#include <strings.h>
 
 namespace cocoaport {
 

@@ -1,11 +1,11 @@
 // Core Foundation URLs, which are NSURLs.
-#include "file_references.h"
-#include "objects.h"
-#include "string_text.h"
-#include "url_text.h"
-
 #include <climits>
 #include <unistd.h>
+
+#include "platform/gnustep/file_references.h"
+#include "platform/gnustep/objects.h"
+#include "platform/gnustep/string_text.h"
+#include "platform/gnustep/url_text.h"
 
 using namespace cocoaport;
 

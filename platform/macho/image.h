@@ -83,8 +83,4 @@ struct Image {
     const Segment &SegmentAt(uint64_t address, uint64_t size, std::string_view what) const;
 };
 
-/// Reads a file for x86-64. Throws LoadError for everything that is not as it should be, or that this
-/// loader does not do: thread-local variables, re-exports, and code that is encrypted among them.
-Image ParseImage(Bytes file);
-
 } // namespace macho

@@ -8,6 +8,7 @@
 
 #include "platform/macho/format.h"
 #include "platform/macho/frame_registration.h"
+#include "platform/macho/image_reader.h"
 #include "platform/macho/imports.h"
 #include "platform/macho/mapped_image.h"
 #include "platform/macho/objc_metadata.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/macho/format.h"
-#include "platform/macho/image.h"
+#include "platform/macho/image_reader.h"
 #include "platform/macho/unwind_info.h"
 
 using macho::Bytes;

@@ -1,20 +1,20 @@
 // Text encodings by Core Foundation's numbers.
-#include "text_codec.h"
-
-#include "icu_codec.h"
-#include "non_lossy_codec.h"
-#include "unicode_codecs.h"
+#include "platform/gnustep/codecs.h"
 
 #include <algorithm>
 #include <mutex>
+
+#include "platform/gnustep/icu_codec.h"
+#include "platform/gnustep/non_lossy_codec.h"
+#include "platform/gnustep/unicode_codecs.h"
 
 namespace cocoaport {
 
 namespace {
 
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__);
-constexpr ByteOrder kBigEndian = ByteOrder::kSwapped;
-constexpr ByteOrder kLittleEndian = ByteOrder::kHost;
+constexpr ByteOrder kBigEndian = ByteOrder::Swapped;
+constexpr ByteOrder kLittleEndian = ByteOrder::Host;
 
 struct NamedEncoding {
     CFStringEncoding encoding;
@@ -115,9 +115,9 @@ std::unique_ptr<const TextCodec> NewCodePageCodec(CFStringEncoding encoding)
     if (const NamedEncoding *const row = FindRow(kByteEncodings, encoding))
         return NewByteCodec(encoding, row->icuName);
     if (const NamedEncoding *const row = FindRow(kOtherEncodings, encoding))
-        return std::make_unique<ICUCodec>(row->icuName, Controls::kInPlace);
+        return std::make_unique<ICUCodec>(row->icuName, Controls::InPlace);
     if (const NamedEncoding *const row = FindRow(kRotatedEncodings, encoding))
-        return std::make_unique<ICUCodec>(row->icuName, Controls::kRotated);
+        return std::make_unique<ICUCodec>(row->icuName, Controls::Rotated);
     return nullptr;
 }
 

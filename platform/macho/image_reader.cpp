@@ -1,0 +1,199 @@
+// Reads the header, the load commands, the segments and the sections.
+#include "platform/macho/image_reader.h"
+
+#include <algorithm>
+
+#include "platform/macho/exports.h"
+#include "platform/macho/fixups.h"
+#include "platform/macho/format.h"
+
+namespace macho {
+
+namespace {
+
+constexpr uint64_t kPageSize = 0x1000;
+/// More than any image that this loader is for; less than an overflow away from the end of memory.
+constexpr uint64_t kHighestAddress = uint64_t{1} << 40;
+
+/// A name in 16 bytes, with a NUL behind it if there is room.
+std::string FixedName(const char (&name)[16])
+{
+    return std::string(name, strnlen(name, sizeof name));
+}
+
+void Require(bool condition, const std::string &what, const char *reason)
+{
+    if (!condition)
+        throw LoadError(what + ": " + reason);
+}
+
+bool Overlap(uint64_t begin, uint64_t size, uint64_t otherBegin, uint64_t otherSize)
+{
+    return size != 0 && otherSize != 0 && begin < otherBegin + otherSize && otherBegin < begin + size;
+}
+
+/// The tables of which load commands say where they lie.
+struct Tables {
+    std::optional<format::DyldInfoCommand> dyldInfo;
+    std::optional<format::LinkeditDataCommand> chainedFixups;
+    std::optional<format::LinkeditDataCommand> exportsTrie;
+};
+
+Section ReadSection(const format::Section &raw, const Segment &segment, Bytes file)
+{
+    Section section;
+    section.name = FixedName(raw.name);
+    section.segment = FixedName(raw.segment);
+    section.address = raw.address;
+    section.size = raw.size;
+    section.type = static_cast<uint8_t>(raw.flags & format::section::TypeMask);
+    const std::string what = "section " + section.segment + "," + section.name;
+    Require(section.segment == segment.name, what, "is listed in another segment");
+    Require(raw.address >= segment.address && raw.address - segment.address <= segment.size &&
+                raw.size <= segment.size - (raw.address - segment.address),
+            what, "lies outside its segment");
+    Require(section.type < format::section::ThreadLocalRegular ||
+                section.type > format::section::ThreadLocalInitFunctions,
+            what, "thread-local variables are not supported");
+    Require(section.type != format::section::InitOffsets, what, "initialiser offsets are not supported");
+    if (section.type == format::section::ZeroFill)
+        return section;
+    const uint64_t offsetInSegment = raw.address - segment.address;
+    section.content = segment.content.Slice(offsetInSegment, raw.size, what);
+    Require(raw.size == 0 || section.content.Data() == file.Slice(raw.offset, raw.size, what).Data(), what,
+            "its offset in the file is not that of its address");
+    return section;
+}
+
+void ReadSegment(Bytes command, Bytes file, Image &image)
+{
+    const auto raw = command.Read<format::SegmentCommand>(0, "segment command");
+    Segment segment;
+    segment.name = FixedName(raw.name);
+    const std::string what = "segment " + segment.name;
+    segment.address = raw.address;
+    segment.size = raw.size;
+    segment.isReadable = (raw.initialProtection & 1) != 0;
+    segment.isWritable = (raw.initialProtection & 2) != 0;
+    segment.isExecutable = (raw.initialProtection & 4) != 0;
+    Require(raw.address % kPageSize == 0, what, "does not begin at a page");
+    Require(raw.address <= kHighestAddress && raw.size <= kHighestAddress, what, "is too large or too high");
+    Require(raw.fileSize <= raw.size, what, "has more in the file than in memory");
+    Require(!(segment.isWritable && segment.isExecutable), what, "is writable and executable");
+    segment.content = file.Slice(raw.fileOffset, raw.fileSize, what);
+    for (const Segment &other : image.segments) {
+        Require(!Overlap(segment.address, segment.size, other.address, other.size), what,
+                "overlaps another segment");
+        Require(!Overlap(raw.fileOffset, raw.fileSize,
+                         static_cast<uint64_t>(other.content.Data() - file.Data()), other.content.Size()),
+                what, "overlaps another segment in the file");
+    }
+
+    for (uint32_t i = 0; i < raw.sectionCount; ++i) {
+        const uint64_t offset = sizeof raw + uint64_t{i} * sizeof(format::Section);
+        image.sections.push_back(ReadSection(command.Read<format::Section>(offset, what), segment, file));
+    }
+    image.segments.push_back(std::move(segment));
+}
+
+std::string ReadDylibName(Bytes command)
+{
+    const auto raw = command.Read<format::DylibCommand>(0, "dylib command");
+    return std::string(command.CString(raw.nameOffset, "dylib command"));
+}
+
+void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables &tables)
+{
+    namespace commands = format::command;
+    switch (code) {
+    case commands::Segment64:
+        ReadSegment(command, file, image);
+        break;
+    case commands::IdDylib:
+        image.installName = ReadDylibName(command);
+        break;
+    case commands::LoadDylib:
+    case commands::LoadWeakDylib:
+        image.dylibs.push_back({ReadDylibName(command), code == commands::LoadWeakDylib});
+        break;
+    case commands::DyldInfo:
+    case commands::DyldInfoOnly:
+        tables.dyldInfo = command.Read<format::DyldInfoCommand>(0, "dyld info command");
+        break;
+    case commands::ChainedFixups:
+        tables.chainedFixups = command.Read<format::LinkeditDataCommand>(0, "chained fixups command");
+        break;
+    case commands::ExportsTrie:
+        tables.exportsTrie = command.Read<format::LinkeditDataCommand>(0, "exports trie command");
+        break;
+    // Of use to debuggers and to the linker only.
+    case commands::Symtab:
+    case commands::Dysymtab:
+    case commands::Uuid:
+    case commands::FunctionStarts:
+    case commands::DataInCode:
+    case commands::VersionMinMacos:
+    case commands::SourceVersion:
+    case commands::CodeSignature:
+    case commands::BuildVersion:
+    case commands::Rpath:
+        break;
+    default:
+        throw LoadError("load command " + Hex(code) + " is not supported");
+    }
+}
+
+Tables ReadCommands(const format::Header &header, Bytes file, Image &image)
+{
+    Tables tables;
+    const Bytes commands = file.Slice(sizeof header, header.commandBytes, "load commands");
+    uint64_t offset = 0;
+    for (uint32_t i = 0; i < header.commandCount; ++i) {
+        const std::string what = "load command " + std::to_string(i);
+        const auto command = commands.Read<format::Command>(offset, what);
+        Require(command.size >= sizeof command && command.size % 8 == 0, what, "has a wrong size");
+        ReadCommand(command.command, commands.Slice(offset, command.size, what), file, image, tables);
+        offset += command.size;
+    }
+    return tables;
+}
+
+void ReadTables(const Tables &tables, Bytes file, Image &image)
+{
+    if (tables.dyldInfo) {
+        const format::DyldInfoCommand &info = *tables.dyldInfo;
+        ReadRebases(file.Slice(info.rebaseOffset, info.rebaseSize, "rebase table"), image);
+        ReadBinds(file.Slice(info.bindOffset, info.bindSize, "bind table"), BindTable::Ordinary, image);
+        ReadBinds(file.Slice(info.lazyBindOffset, info.lazyBindSize, "lazy bind table"), BindTable::Lazy,
+                  image);
+        ReadExports(file.Slice(info.exportOffset, info.exportSize, "exports trie"), image);
+    }
+    if (tables.chainedFixups)
+        ReadChainedFixups(
+            file.Slice(tables.chainedFixups->offset, tables.chainedFixups->size, "chained fixups"), image);
+    if (tables.exportsTrie)
+        ReadExports(file.Slice(tables.exportsTrie->offset, tables.exportsTrie->size, "exports trie"), image);
+}
+
+} // namespace
+
+Image ParseImage(Bytes file)
+{
+    const auto header = file.Read<format::Header>(0, "header");
+    Require(header.magic == format::kMagic64, "header", "not a 64-bit Mach-O file");
+    Require(header.cpuType == format::kCpuX86_64, "header", "not for x86-64");
+    Require(header.fileType == format::kFileDylib || header.fileType == format::kFileBundle, "header",
+            "neither a dylib nor a bundle");
+    Image image;
+    const Tables tables = ReadCommands(header, file, image);
+    Require(!image.segments.empty(), "image", "has no segment");
+    const auto byAddress = [](const Segment &a, const Segment &b) { return a.address < b.address; };
+    const auto [first, last] = std::minmax_element(image.segments.begin(), image.segments.end(), byAddress);
+    image.begin = first->address;
+    image.end = last->address + last->size;
+    Require(image.end <= kHighestAddress, "image", "is too large or too high");
+    ReadTables(tables, file, image);
+    return image;
+}
+
+} // namespace macho
