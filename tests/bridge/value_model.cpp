@@ -42,7 +42,7 @@ Model ModelOfDictionary(Host &host, const Value &dictionary)
     model.className = "Dictionary";
     for (int64_t index = 0; index < host.DictionaryCount(dictionary); ++index) {
         const Value key = host.DictionaryKey(dictionary, index);
-        model.entries.emplace_back(ModelOf(host, key), ModelOf(host, host.DictionaryGet(dictionary, key)));
+        model.entries.push_back({ModelOf(host, key), ModelOf(host, host.DictionaryGet(dictionary, key))});
     }
     std::sort(model.entries.begin(), model.entries.end());
     return model;
@@ -150,7 +150,7 @@ Model AfterTrip(const Model &before)
     for (const auto &[key, value] : before.entries)
         // Cocoa's dictionaries have no place for a Nil key; a Nil value is NSNull there, and Nil again.
         if (key.code != code::Null)
-            after.entries.emplace_back(AfterTrip(key), AfterTrip(value));
+            after.entries.push_back({AfterTrip(key), AfterTrip(value)});
     std::sort(after.entries.begin(), after.entries.end());
     return after;
 }

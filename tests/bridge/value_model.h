@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "host/host.h"
@@ -19,18 +19,32 @@ struct Model {
     /// Of an array.
     std::vector<Model> elements;
     /// Of a Dictionary, by their keys.
-    std::vector<std::pair<Model, Model>> entries;
+    struct Entry;
+    std::vector<Entry> entries;
 
-    bool operator==(const Model &other) const
-    {
-        return code == other.code && className == other.className && content == other.content &&
-               elements == other.elements && entries == other.entries;
-    }
+    bool operator==(const Model &other) const;
     bool operator<(const Model &other) const
     {
         return std::tie(code, className, content) < std::tie(other.code, other.className, other.content);
     }
 };
+
+struct Model::Entry {
+    Model key;
+    Model value;
+
+    bool operator==(const Entry &other) const { return key == other.key && value == other.value; }
+    bool operator<(const Entry &other) const
+    {
+        return std::tie(key, value) < std::tie(other.key, other.value);
+    }
+};
+
+inline bool Model::operator==(const Model &other) const
+{
+    return code == other.code && className == other.className && content == other.content &&
+           elements == other.elements && entries == other.entries;
+}
 
 /// How gtest shows one.
 std::ostream &operator<<(std::ostream &stream, const Model &model);

@@ -150,11 +150,11 @@ bool AreEqualKeys(const Tree &left, const Tree &right)
 void Enter(Tree &dictionary, const Tree &key, const Tree &value)
 {
     const auto same = std::find_if(dictionary.entries.begin(), dictionary.entries.end(),
-                                   [&](const auto &entry) { return AreEqualKeys(entry.first, key); });
+                                   [&](const auto &entry) { return AreEqualKeys(entry.key, key); });
     if (same == dictionary.entries.end())
-        dictionary.entries.emplace_back(key, value);
+        dictionary.entries.push_back({key, value});
     else
-        same->second = value;
+        same->value = value;
 }
 
 } // namespace

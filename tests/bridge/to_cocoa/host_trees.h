@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/host.h"
@@ -27,7 +26,13 @@ struct Tree {
     size_t wrapped = 0;
     std::vector<Tree> elements;
     /// No two keys are equal to Cocoa.
-    std::vector<std::pair<Tree, Tree>> entries;
+    struct Entry;
+    std::vector<Entry> entries;
+};
+
+struct Tree::Entry {
+    Tree key;
+    Tree value;
 };
 
 /// A host value and its model.
