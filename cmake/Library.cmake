@@ -1,14 +1,12 @@
 # The library itself: one set of sources for every platform.
 
 set(library_sources
-  frame/cocoa_data.mm
   frame/cocoa_exceptions.mm
-  frame/cocoa_strings.mm
   frame/errors.cpp
-  frame/file_names.cpp
   frame/host_entry_points.cpp
-  frame/host_ref.cpp
+  frame/host_references.cpp
   frame/host_strings.cpp
+  frame/instance_registry.cpp
   frame/memory_blocks.cpp
   frame/plugin.cpp
   notifications/DRNotificationCenterQZL.mm
@@ -18,13 +16,16 @@ set(library_sources
   notifications/NSNotificationObserverQZL.mm
   notifications/NSNotificationQZL.mm
   notifications/members.mm
+  notifications/observer_event.mm
+  bridge/dictionary_methods.cpp
+  bridge/file_names.cpp
   bridge/to_host/array_to_host.mm
   bridge/to_host/conversion_steps.mm
   bridge/to_host/core_foundation_wrappers.cpp
+  bridge/to_host/data_to_host.mm
   bridge/to_host/date_to_host.mm
   bridge/to_host/dictionary_to_host.mm
   bridge/to_host/file_url_to_host.mm
-  bridge/to_host/instance_registry.cpp
   bridge/to_host/number_to_host.mm
   bridge/to_host/object_to_variant.mm
   bridge/to_host/step_conversions.mm
@@ -32,10 +33,10 @@ set(library_sources
   bridge/to_host/wrappers.mm
   bridge/to_cocoa/array_to_cocoa.mm
   bridge/to_cocoa/date_to_cocoa.mm
-  bridge/to_cocoa/dictionary_methods.cpp
   bridge/to_cocoa/dictionary_to_cocoa.mm
   bridge/to_cocoa/folder_item_to_cocoa.mm
   bridge/to_cocoa/object_to_cocoa.mm
+  bridge/to_cocoa/string_to_cocoa.mm
   bridge/to_cocoa/variant_to_object.mm
   bridge/to_cocoa/wrapper_classes.cpp)
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "frame/host_types.h"
+#include "frame/loaded_host.h"
 
 /// Where class records and member tables begin.
 inline constexpr size_t kRecordAlignment = 16;
@@ -127,9 +128,6 @@ static_assert(offsetof(REALclassDefinition, constantCount) == Slot(19));
 static_assert(offsetof(REALclassDefinition, flags) == Slot(20));
 static_assert(offsetof(REALclassDefinition, sharedMethods) == Slot(23));
 static_assert(offsetof(REALclassDefinition, sharedMethodCount) == Slot(24));
-
-/// The version that a record holds until the host's own version is known.
-inline constexpr uint32_t kLatestRecordVersion = 13;
 
 inline constexpr uint64_t kClassFlags = 4;
 inline constexpr uint64_t kPropertyFlags = 6;

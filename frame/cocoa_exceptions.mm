@@ -3,8 +3,8 @@
 
 #include <atomic>
 
-#include "bridge/to_host/instance_registry.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
+#include "frame/instance_registry.h"
 
 /// Class methods that another library of the family adds.
 @interface NSException (QZLFamily)

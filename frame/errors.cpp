@@ -9,8 +9,8 @@
 #include <typeinfo>
 
 #include "frame/heap_buffer.h"
-#include "frame/host_ref.h"
-#include "frame/host_strings.h"
+#include "frame/host_references.h"
+#include "frame/tagged_string.h"
 
 namespace {
 
@@ -34,13 +34,19 @@ void RaiseExceptionWithMessage(const char *className, HostRef<REALstring> &messa
     message.GiveBack();
 }
 
-/// A host string of ASCII, or null. Not by the guarded builder: a failure there is reported through here.
+/// A host string of ASCII, or null. Exceptions pass.
 REALstring BuildMessage(const char *text)
 {
+    const auto length = text == nullptr ? 0 : static_cast<int64_t>(std::strlen(text));
+    return length < 1 || length > kLongestString ? nullptr
+                                                 : BuildTaggedString(text, length, kCFStringEncodingASCII);
+}
+
+/// The same, with null after an exception. For the report of one, which has nowhere to report another.
+REALstring BuildMessageQuietly(const char *text)
+{
     try {
-        return text == nullptr ? nullptr
-                               : BuildUnicodeStringUnguarded(text, static_cast<int64_t>(std::strlen(text)),
-                                                             kCFStringEncodingASCII);
+        return BuildMessage(text);
     } catch (...) {
         return nullptr;
     }
@@ -63,10 +69,7 @@ constexpr size_t kBoundsMessageSize = 205;
 
 void RaiseException(const char *className, const char *message, uint32_t, int64_t)
 {
-    HostRef<REALstring> text(message == nullptr
-                                 ? nullptr
-                                 : REALBuildUnicodeString(message, static_cast<int64_t>(std::strlen(message)),
-                                                          kCFStringEncodingASCII));
+    HostRef<REALstring> text(GuardStandardExceptions([&] { return BuildMessage(message); }));
     RaiseExceptionWithMessage(className, text);
 }
 
@@ -116,7 +119,7 @@ StandardFailure CurrentStandardFailure()
 void RaiseStandardFailure(const StandardFailure &failure)
 {
     const HeapBuffer copy(failure.copy);
-    HostRef<REALstring> text(BuildMessage(failure.message));
+    HostRef<REALstring> text(BuildMessageQuietly(failure.message));
     RaiseExceptionWithMessage(failure.className, text);
 }
 

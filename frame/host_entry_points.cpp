@@ -3,8 +3,8 @@
 
 #include <type_traits>
 
-#include "frame/kept_function.h"
-#include "frame/plugin.h"
+#include "frame/kept_look_ups.h"
+#include "frame/loaded_host.h"
 
 namespace {
 

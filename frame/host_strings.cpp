@@ -1,4 +1,4 @@
-// Makes host strings: from bytes in an encoding, from UTF-16, from Core Foundation strings.
+// Builds host strings by way of what the host's version offers.
 #include "frame/host_strings.h"
 
 #include <algorithm>
@@ -6,12 +6,11 @@
 
 #include "frame/errors.h"
 #include "frame/heap_buffer.h"
-#include "frame/host_ref.h"
-#include "frame/plugin.h"
+#include "frame/host_references.h"
+#include "frame/loaded_host.h"
+#include "frame/tagged_string.h"
 
 namespace {
-
-constexpr int64_t kLongestString = 0x7FFFFFFF;
 
 /// Hosts from these versions on take an encoding along with the bytes of a new string.
 constexpr double kFirstVersionWithUTF16 = 2012.0;
@@ -31,16 +30,6 @@ REALstring ConvertToUTF8(REALstring owned)
     HostRef<REALstring> converted(REALConvertString(string.Get(), kCFStringEncodingUTF8));
     string.GiveBack();
     return converted.Release();
-}
-
-/// A new host string tagged with its encoding, or null.
-REALstring BuildTaggedString(const void *bytes, int64_t length, uint32_t encoding)
-{
-    HostRef<REALstring> string(
-        originalREALBuildString(static_cast<const char *>(bytes), static_cast<int32_t>(length)));
-    if (string)
-        REALSetStringEncoding(string.Get(), encoding);
-    return string.Release();
 }
 
 /// Writes UTF-16 for `count` code points in the machine's byte order; `units` has room for two units each.
@@ -84,21 +73,7 @@ __attribute__((noinline)) REALstring BuildFromUTF32(const void *bytes, int64_t l
     return REALBuildUnicodeStringUTF16(units, static_cast<int64_t>(written * sizeof(UniChar)));
 }
 
-/// The host string of a NUL-terminated UTF-8 text that `buffer` takes from `string`, or null.
-REALstring BuildThroughBuffer(CFStringRef string, char *buffer, CFIndex capacity)
-{
-    if (!CFStringGetCString(string, buffer, capacity, kCFStringEncodingUTF8))
-        return nullptr;
-    return REALBuildUnicodeString(buffer, static_cast<int64_t>(std::strlen(buffer)), kCFStringEncodingUTF8);
-}
-
-} // namespace
-
-REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
-{
-    return GuardStandardExceptions([&] { return BuildUnicodeStringUnguarded(bytes, length, encoding); });
-}
-
+/// `REALBuildUnicodeString` without its guard: C++ exceptions pass.
 REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32_t encoding)
 {
     if (bytes == nullptr || length < 1 || length > kLongestString)
@@ -119,6 +94,21 @@ REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32
     default:
         return BuildTaggedString(bytes, length, encoding);
     }
+}
+
+/// The host string of a NUL-terminated UTF-8 text that `buffer` takes from `string`, or null.
+REALstring BuildThroughBuffer(CFStringRef string, char *buffer, CFIndex capacity)
+{
+    if (!CFStringGetCString(string, buffer, capacity, kCFStringEncodingUTF8))
+        return nullptr;
+    return REALBuildUnicodeString(buffer, static_cast<int64_t>(std::strlen(buffer)), kCFStringEncodingUTF8);
+}
+
+} // namespace
+
+REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
+{
+    return GuardStandardExceptions([&] { return BuildUnicodeStringUnguarded(bytes, length, encoding); });
 }
 
 REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length)

@@ -1,4 +1,5 @@
-// Host strings and Cocoa strings, in both directions. Encodings are Core Foundation's numbers.
+// Makes host strings: from bytes in an encoding, from UTF-16, from Core Foundation strings. Encodings are
+// Core Foundation's numbers.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -16,9 +17,6 @@ inline constexpr uint32_t kUnknownEncoding = 0xFFFF;
 /// the result is null.
 REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding);
 
-/// The same without its guard: lets C++ exceptions out.
-REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32_t encoding);
-
 /// A new host string in UTF-8 of UTF-16 units, with one reference for the caller, or null. `length` is in
 /// bytes.
 REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length);
@@ -26,11 +24,3 @@ REALstring REALBuildUnicodeStringUTF16(const void *units, int64_t length);
 /// A new host string of a Core Foundation string, up to its first NUL, with one reference for the caller.
 /// Null for null, for an empty string, and for one that UTF-8 cannot hold.
 REALstring CFString2RBString(CFStringRef string);
-
-#ifdef __OBJC__
-@class NSString;
-
-/// An autoreleased Cocoa string of a host string. Nil for null, and when there is no such text. Raw bytes are
-/// read as Mac Roman.
-NSString *NewNSString(REALstring string);
-#endif

@@ -1,4 +1,4 @@
-// Makes host memory blocks and finds their bytes.
+// Makes and reads host memory blocks through whichever way the host offers.
 #include "frame/memory_blocks.h"
 
 #include <atomic>
@@ -7,8 +7,8 @@
 #include <new>
 
 #include "frame/errors.h"
-#include "frame/host_ref.h"
-#include "frame/kept_function.h"
+#include "frame/host_references.h"
+#include "frame/kept_look_ups.h"
 
 namespace {
 
@@ -97,9 +97,9 @@ void REALNewMemoryBlockWork(void *argument)
     HostRef<REALobject> instance(REALnewInstance("MemoryBlock"));
     if (!instance)
         return;
-    static FirstFound<Constructor> kept;
-    const Constructor constructor =
-        kept.Get([&] { return REALLoadObjectMethod(instance.Get(), "Constructor(bytes as Integer)"); });
+    static FirstSlot<Constructor> kept;
+    const Constructor constructor = KeepFirst(
+        kept, [&] { return REALLoadObjectMethod(instance.Get(), "Constructor(bytes as Integer)"); });
     if (constructor != nullptr) {
         constructor(instance.Get(), request->size);
         if (MemoryBlockSize(AsMemoryBlock(instance.Get())) >= request->size)

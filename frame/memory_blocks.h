@@ -1,4 +1,4 @@
-// Binary data: host memory blocks of Cocoa data, and the bytes of host memory blocks.
+// Makes host memory blocks of bytes, and finds the bytes of host memory blocks.
 // Called on the thread that the host called in on.
 #pragma once
 
@@ -28,11 +28,3 @@ void REALNewMemoryBlockWork(void *request);
 /// A new memory block that holds a copy of the bytes, with one reference for the caller. Null without bytes;
 /// null with the host exception raised when no block can be made.
 REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length);
-
-#ifdef __OBJC__
-@class NSData;
-
-/// A new memory block that holds the data's bytes, with one reference for the caller. Null for nil and for
-/// empty data; null with the host exception raised when no block can be made.
-REALmemoryBlock NSDataRB(NSData *data);
-#endif

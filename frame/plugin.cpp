@@ -3,11 +3,8 @@
 
 #include "frame/class_records.h"
 #include "frame/host_entry_points.h"
+#include "frame/loaded_host.h"
 #include "notifications/classes.h"
-
-void *(*gResolver)(const char *name) = nullptr;
-double rbversion_rbversion = 0.0;
-int64_t CurrentREALControlVersion = kLatestRecordVersion;
 
 namespace {
 

@@ -4,6 +4,7 @@
 
 #include <iterator>
 
+#include "bridge/instance_data.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
 #include "notifications/NSNotificationObserver.h"

@@ -5,6 +5,8 @@
 
 #include <iterator>
 
+#include "bridge/instance_data.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
 #include "frame/host_strings.h"

@@ -4,9 +4,10 @@
 
 #include <iterator>
 
+#include "bridge/instance_data.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
-#include "frame/host_strings.h"
 #include "notifications/NSNotificationObserver.h"
 #include "notifications/classes.h"
 #include "notifications/members.h"

@@ -4,7 +4,7 @@
 #include <pthread.h>
 
 #include "frame/cocoa_exceptions.h"
-#include "notifications/NSNotificationObserverQZL.h"
+#include "notifications/observer_event.h"
 
 @implementation NSNotificationObserver
 

@@ -1,20 +1,17 @@
-// The host class NSNotificationObserverQZL: owns a Cocoa observer and turns its notifications into events.
-#include "notifications/NSNotificationObserverQZL.h"
-
+// The host class NSNotificationObserverQZL: owns the Cocoa observer that receives notifications for it.
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 #import <InstantMessage/IMService.h>
 
 #include <iterator>
 
+#include "bridge/instance_data.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
-#include "frame/host_ref.h"
-#include "frame/plugin.h"
 #include "notifications/NSNotificationObserver.h"
-#include "notifications/NSNotificationQZL.h"
 #include "notifications/classes.h"
 #include "notifications/members.h"
+#include "notifications/observer_event.h"
 
 namespace {
 
@@ -51,21 +48,6 @@ alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
     {.function = reinterpret_cast<void *>(Destructor), .declaration = "Destructor", .flags = kMethodFlags},
 };
 
-alignas(kRecordAlignment) REALeventRecord gEvents[] = {
-    {.declaration = "GotNotification(notification as NSNotificationQZL)"},
-};
-
-/// The key under which the host knows the event. Under the oldest record version the host leaves the address
-/// of a record of its own, whose second word is the key.
-void *GotNotificationKey()
-{
-    constexpr int64_t kVersionWithHostRecord = 9;
-    const uint64_t key = gEvents[0].key;
-    if (CurrentREALControlVersion != kVersionWithHostRecord)
-        return reinterpret_cast<void *>(key);
-    return reinterpret_cast<void *const *>(key)[1];
-}
-
 } // namespace
 
 REALclassDefinition gNSNotificationObserverClass = {
@@ -78,18 +60,7 @@ REALclassDefinition gNSNotificationObserverClass = {
     .propertyCount = std::size(gProperties),
     .methods = gMethods,
     .methodCount = std::size(gMethods),
-    .events = gEvents,
-    .eventCount = std::size(gEvents),
+    .events = gObserverEvents,
+    .eventCount = std::size(gObserverEvents),
     .flags = kClassFlags,
 };
-
-void RaiseGotNotification(REALobject observer, NSNotification *notification)
-{
-    using Handler = void (*)(REALobject observer, REALobject notification);
-    const auto handler = reinterpret_cast<Handler>(REALGetEventInstance(observer, GotNotificationKey()));
-    if (handler == nullptr)
-        return;
-    HostRef<REALobject> wrapper(NewNSNotificationQZL(notification));
-    handler(observer, wrapper.Get());
-    wrapper.GiveBack();
-}

@@ -5,6 +5,7 @@
 
 #include <iterator>
 
+#include "bridge/instance_data.h"
 #include "bridge/to_host/dictionary_to_host.h"
 #include "bridge/to_host/object_to_variant.h"
 #include "bridge/to_host/wrappers.h"

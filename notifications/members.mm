@@ -1,11 +1,11 @@
 // Argument checks and conversions that members of several notification classes make.
 #include "notifications/members.h"
 
+#include "bridge/instance_data.h"
 #include "bridge/to_cocoa/dictionary_to_cocoa.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
-#include "bridge/to_host/wrappers.h"
 #include "frame/errors.h"
-#include "frame/host_strings.h"
 
 bool ConstructorCalledTooOften(REALobject instance)
 {

@@ -4,6 +4,7 @@
 #include "bench/floors.h"
 #include "bench/inputs.h"
 #include "bench/work.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/object_to_variant.h"
 

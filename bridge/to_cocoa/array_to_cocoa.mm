@@ -5,10 +5,11 @@
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/date_to_cocoa.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
+#include "frame/cf_ref.h"
 #include "frame/errors.h"
-#include "frame/host_ref.h"
-#include "frame/host_strings.h"
+#include "frame/host_references.h"
 
 namespace {
 

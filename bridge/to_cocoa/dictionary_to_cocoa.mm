@@ -3,9 +3,9 @@
 
 #import <Foundation/Foundation.h>
 
-#include "bridge/to_cocoa/dictionary_methods.h"
+#include "bridge/dictionary_methods.h"
 #include "bridge/to_cocoa/variant_to_object.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 
 namespace {
 

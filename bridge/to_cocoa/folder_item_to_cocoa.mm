@@ -4,8 +4,9 @@
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
-#include "frame/file_names.h"
-#include "frame/host_ref.h"
+#include "bridge/file_names.h"
+#include "frame/cf_ref.h"
+#include "frame/host_entry_points.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "bridge/instance_data.h"
 #include "bridge/to_cocoa/dictionary_to_cocoa.h"
 #include "bridge/to_cocoa/folder_item_to_cocoa.h"
 #include "bridge/to_cocoa/wrapper_classes.h"
-#include "bridge/to_host/wrappers.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 #include "frame/memory_blocks.h"
 
 /// Class methods that other libraries of the family add; they read the host object themselves.

@@ -6,9 +6,9 @@
 #include "bridge/to_cocoa/array_to_cocoa.h"
 #include "bridge/to_cocoa/date_to_cocoa.h"
 #include "bridge/to_cocoa/object_to_cocoa.h"
-#include "frame/host_ref.h"
-#include "frame/host_strings.h"
-#include "frame/kept_function.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
+#include "frame/host_references.h"
+#include "frame/kept_look_ups.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "frame/host_entry_points.h"
+#include "frame/kept_look_ups.h"
 
 namespace {
 
@@ -120,18 +121,19 @@ constexpr const char *kRememberedClasses[] = {
     "NSExpressionQZL",
 };
 
-/// What was looked up, null included, once `gLookedUp`.
-std::atomic<REALclassRef> gClassRefs[std::size(kRememberedClasses)];
-std::atomic<bool> gLookedUp{false};
+using ClassRefs = std::atomic<REALclassRef>[std::size(kRememberedClasses)];
+ClassRefs gClassRefs;
+FirstSlot<ClassRefs *> gFirstClassRefs;
 
-/// Looks all classes up the first time. Should the host come back in meanwhile, it does so there as well.
-void LookUpRememberedClasses()
+/// The classes in the order of their names, null for those that the first look-up did not find. A call that
+/// comes back in through the host meanwhile looks them up as well.
+const ClassRefs &RememberedClassRefs()
 {
-    if (gLookedUp)
-        return;
-    std::transform(std::begin(kRememberedClasses), std::end(kRememberedClasses), std::begin(gClassRefs),
-                   REALGetClassRef);
-    gLookedUp = true;
+    return *KeepFirst(gFirstClassRefs, [] {
+        std::transform(std::begin(kRememberedClasses), std::end(kRememberedClasses), std::begin(gClassRefs),
+                       REALGetClassRef);
+        return &gClassRefs;
+    });
 }
 
 bool IsInstance(REALobject object, REALclassRef classRef)
@@ -143,8 +145,8 @@ bool IsInstance(REALobject object, REALclassRef classRef)
 
 bool IsOfRememberedWrapperClass(REALobject object)
 {
-    LookUpRememberedClasses();
-    return std::any_of(std::begin(gClassRefs), std::end(gClassRefs),
+    const ClassRefs &classRefs = RememberedClassRefs();
+    return std::any_of(std::begin(classRefs), std::end(classRefs),
                        [object](const auto &classRef) { return IsInstance(object, classRef); });
 }
 

@@ -4,13 +4,16 @@
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_host/object_to_variant.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 
-REALobject NewHostArray(NSArray *array, const void *container, const EnclosingContainers *enclosing)
+namespace {
+
+/// A new host array of the elements that the subject has.
+REALobject NewHostArray(NSArray *array, const ConversionSubject &subject)
 {
-    if (Encloses(enclosing, container))
+    if (Encloses(subject.enclosing, subject.object))
         return nullptr;
-    const EnclosingContainers here = {container, enclosing};
+    const EnclosingContainers here = {subject.object, subject.enclosing};
     constexpr int64_t kObjectElements = 4;
     constexpr int64_t kEmpty = -1;
     HostRef<REALobject> result(AsInstance(REALCreateArray(kObjectElements, kEmpty)));
@@ -29,4 +32,16 @@ REALobject NewHostArray(NSArray *array, const void *container, const EnclosingCo
         }
     }
     return result.Release();
+}
+
+} // namespace
+
+REALobject NewArrayOfElements(const ConversionSubject &subject)
+{
+    return NewHostArray(subject.object, subject);
+}
+
+REALobject NewArrayOfMembers(const ConversionSubject &subject)
+{
+    return NewHostArray([subject.object allObjects], subject);
 }

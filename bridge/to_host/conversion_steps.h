@@ -5,6 +5,8 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <objc/objc.h>
 
+#include "bridge/to_host/array_to_host.h"
+#include "bridge/to_host/dictionary_to_host.h"
 #include "bridge/to_host/step_conversions.h"
 
 /// How often a step's class is looked up by its name.

@@ -11,7 +11,7 @@
 #include <cstring>
 
 #include "bridge/to_host/root_class_kind.h"
-#include "frame/kept_function.h"
+#include "frame/kept_look_ups.h"
 
 namespace {
 
@@ -112,7 +112,7 @@ constexpr bool IsLookedUpEachTime(const ConversionStep &step)
 constexpr const ConversionStep *kOnceBegin = FirstStepFrom(kConversionSteps, IsLookedUpOnce);
 constexpr const ConversionStep *kOnceEnd = FirstStepFrom(kOnceBegin, IsLookedUpEachTime);
 
-FirstFound<Class> gOnceFound[kOnceEnd - kOnceBegin];
+FirstSlot<Class> gOnceFound[kOnceEnd - kOnceBegin];
 
 // The step of a class
 
@@ -272,5 +272,5 @@ const ConversionStep *FindConversionStep(id object)
 Class ClassOfStep(const ConversionStep &step)
 {
     const auto find = [&] { return objc_getClass(step.name); };
-    return step.lookup == Lookup::Once ? gOnceFound[&step - kOnceBegin].Get(find) : find();
+    return step.lookup == Lookup::Once ? KeepFirst(gOnceFound[&step - kOnceBegin], find) : find();
 }

@@ -3,8 +3,8 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "bridge/to_host/instance_data.h"
-#include "frame/host_ref.h"
+#include "bridge/instance_data.h"
+#include "frame/host_references.h"
 
 namespace {
 

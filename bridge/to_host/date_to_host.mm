@@ -3,7 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 
 REALobject NewHostDate(NSDate *date)
 {

@@ -1,7 +1,7 @@
 // Cocoa dictionaries become host Dictionaries.
 #pragma once
 
-#include "bridge/enclosing_containers.h"
+#include "bridge/to_host/conversion_subject.h"
 #include "frame/host_types.h"
 
 @class NSDictionary;
@@ -10,3 +10,6 @@
 /// for nil, for one that encloses itself, and where the host makes none. Called on the thread on which the
 /// host called in. Cocoa exceptions pass.
 REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainers *enclosing = nullptr);
+
+/// The step's form of it: the host Dictionary as an instance.
+REALobject NewDictionaryOfEntries(const ConversionSubject &subject);

@@ -3,9 +3,9 @@
 
 #import <Foundation/Foundation.h>
 
-#include "bridge/to_cocoa/dictionary_methods.h"
+#include "bridge/dictionary_methods.h"
 #include "bridge/to_host/object_to_variant.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 
 REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainers *enclosing)
 {
@@ -34,4 +34,9 @@ REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainer
         valueVariant.GiveBack();
     }
     return reinterpret_cast<REALdictionary>(result.Release());
+}
+
+REALobject NewDictionaryOfEntries(const ConversionSubject &subject)
+{
+    return AsInstance(NSDictionaryRB(subject.object, subject.enclosing));
 }

@@ -8,8 +8,9 @@
 #include <atomic>
 #include <cstring>
 
-#include "frame/file_names.h"
-#include "frame/host_ref.h"
+#include "bridge/file_names.h"
+#include "frame/cf_ref.h"
+#include "frame/host_references.h"
 #include "frame/host_strings.h"
 
 namespace {

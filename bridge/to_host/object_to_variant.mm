@@ -7,10 +7,10 @@
 
 #include "bridge/to_host/conversion_steps.h"
 #include "bridge/to_host/core_foundation_wrappers.h"
-#include "bridge/to_host/instance_registry.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/host_entry_points.h"
-#include "frame/kept_function.h"
+#include "frame/instance_registry.h"
+#include "frame/kept_look_ups.h"
 
 /// What objects answer that the compiler does not know.
 @interface NSObject (QZLCoreFoundationType)

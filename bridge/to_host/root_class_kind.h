@@ -4,7 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "frame/kept_function.h"
+#include "frame/kept_look_ups.h"
 
 /// NSObject's methods as they were at first use: one that takes the place of another later is another one.
 inline IMP gRootInstanceMethodForSelector;

@@ -1,18 +1,10 @@
-// What the steps of the conversion to the host make of their objects: each a host value with one reference
-// for the caller, or null. Called on the thread on which the host called in. Cocoa exceptions pass.
+// What the steps of the conversion to the host make of objects that are no containers: each a host value with
+// one reference for the caller, or null. Called on the thread on which the host called in. Cocoa exceptions
+// pass.
 #pragma once
 
-#include <objc/objc.h>
-
-#include "bridge/enclosing_containers.h"
+#include "bridge/to_host/conversion_subject.h"
 #include "frame/host_types.h"
-
-struct ConversionSubject {
-    id object;
-    /// The step's: the name of the Cocoa class that the object is of.
-    const char *className;
-    const EnclosingContainers *enclosing;
-};
 
 // Values
 
@@ -21,14 +13,10 @@ REALobject NewURLVariant(const ConversionSubject &subject);
 /// Made even of the null string.
 REALobject NewStringVariant(const ConversionSubject &subject);
 REALobject NewMemoryBlockOfData(const ConversionSubject &subject);
-REALobject NewArrayOfElements(const ConversionSubject &subject);
-/// Of a set, in its order.
-REALobject NewArrayOfMembers(const ConversionSubject &subject);
 REALobject NewFalse(const ConversionSubject &subject);
 REALobject NewTrue(const ConversionSubject &subject);
 REALobject NewNumberVariant(const ConversionSubject &subject);
 REALobject NewDateInstance(const ConversionSubject &subject);
-REALobject NewDictionaryOfEntries(const ConversionSubject &subject);
 /// Of a structure in an `NSValue`.
 REALobject NewStructureInstance(const ConversionSubject &subject);
 

@@ -1,19 +1,17 @@
-// What the steps of the conversion to the host make of their objects.
+// Turns the objects of the steps into values and wrappers.
 #include "bridge/to_host/step_conversions.h"
 
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include "bridge/to_host/array_to_host.h"
+#include "bridge/to_host/data_to_host.h"
 #include "bridge/to_host/date_to_host.h"
-#include "bridge/to_host/dictionary_to_host.h"
 #include "bridge/to_host/file_url_to_host.h"
 #include "bridge/to_host/number_to_host.h"
 #include "bridge/to_host/value_to_host.h"
 #include "bridge/to_host/wrappers.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 #include "frame/host_strings.h"
-#include "frame/memory_blocks.h"
 
 /// A class method that another library of the family adds for the views that it knows.
 @interface NSValue (QZLFamilyViews)
@@ -56,16 +54,6 @@ REALobject NewMemoryBlockOfData(const ConversionSubject &subject)
     return AsInstance(NSDataRB(subject.object));
 }
 
-REALobject NewArrayOfElements(const ConversionSubject &subject)
-{
-    return NewHostArray(subject.object, subject.object, subject.enclosing);
-}
-
-REALobject NewArrayOfMembers(const ConversionSubject &subject)
-{
-    return NewHostArray([subject.object allObjects], subject.object, subject.enclosing);
-}
-
 REALobject NewFalse(const ConversionSubject &)
 {
     return REALNewVariantBoolean(false);
@@ -84,11 +72,6 @@ REALobject NewNumberVariant(const ConversionSubject &subject)
 REALobject NewDateInstance(const ConversionSubject &subject)
 {
     return NewHostDate(subject.object);
-}
-
-REALobject NewDictionaryOfEntries(const ConversionSubject &subject)
-{
-    return AsInstance(NSDictionaryRB(subject.object, subject.enclosing));
 }
 
 REALobject NewStructureInstance(const ConversionSubject &subject)

@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "bridge/to_host/instance_data.h"
+#include "bridge/instance_data.h"
 #include "frame/host_entry_points.h"
 
 /// Methods that other libraries of the family add. What they return is passed on as it is.

@@ -1,17 +1,12 @@
-// Host instances that wrap Cocoa objects: their instance data, their making, their end.
+// Host instances that wrap Cocoa objects: how they are made, and how they end.
 // Called on the thread on which the host called in. Cocoa exceptions pass.
 #pragma once
 
 #include <objc/objc.h>
 
-#include "bridge/to_host/instance_data.h"
+#include <cstddef>
 
-/// Instance data of a wrapper of a Cocoa object, in this library's classes and in the family's.
-struct WrapperData {
-    /// The wrapped object with one retain that belongs to the instance, or nil.
-    id handle;
-};
-static_assert(sizeof(WrapperData) == 8);
+#include "frame/host_types.h"
 
 /// The name of the host class for objects of a Cocoa class.
 class HostClassName {
@@ -26,12 +21,6 @@ private:
     static constexpr size_t kLongestClassName = 199;
     char text_[kLongestClassName + sizeof "QZL"] = {};
 };
-
-/// The handle of a wrapper, borrowed; nil for a null instance.
-inline id WrapperHandle(REALobject instance)
-{
-    return instance == nullptr ? nil : InstanceData<WrapperData>(instance)->handle;
-}
 
 /// Makes the object, whose retain the instance takes over, the handle of the instance, and enters the pair in
 /// the registry. A nil object is stored, too, but not entered.

@@ -6,9 +6,10 @@
 
 #include <cstring>
 
-#include "bridge/to_host/instance_registry.h"
+#include "bridge/instance_data.h"
 #include "frame/cocoa_exceptions.h"
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
+#include "frame/instance_registry.h"
 
 namespace {
 

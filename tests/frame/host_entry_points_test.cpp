@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/host_entry_points.h"
-#include "frame/plugin.h"
+#include "frame/loaded_host.h"
 #include "tests/frame/sample_host.h"
 
 namespace {

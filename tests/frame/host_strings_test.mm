@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"
 

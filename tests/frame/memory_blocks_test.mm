@@ -8,6 +8,7 @@
 #include <new>
 #include <utility>
 
+#include "bridge/to_host/data_to_host.h"
 #include "frame/host_entry_points.h"
 #include "tests/frame/folded_bytes.h"
 #include "tests/support/linked_test.h"

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "frame/class_records.h"
+#include "frame/plugin.h"
 #include "notifications/classes.h"
 #include "tests/support/linked_test.h"
 

@@ -1,6 +1,7 @@
 // Texts of every length around the library's buffers, and very long ones, in both directions.
 #import <Foundation/Foundation.h>
 
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "frame/host_strings.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"

@@ -1,7 +1,7 @@
 // The lock on a host string while its bytes are read: given back however the reading ends.
 #import <Foundation/Foundation.h>
 
-#include "frame/host_strings.h"
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"
 #include "tests/support/throwing.h"

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "bridge/to_cocoa/string_to_cocoa.h"
 #include "frame/host_strings.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"

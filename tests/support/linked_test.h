@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/host_types.h"
-#include "frame/plugin.h"
+#include "frame/loaded_host.h"
 #include "tests/support/plugin_test.h"
 
 class LinkedTest : public HostTest {

@@ -8,10 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "bridge/instance_data.h"
 #include "bridge/to_host/core_foundation_wrappers.h"
-#include "bridge/to_host/instance_registry.h"
 #include "bridge/to_host/object_to_variant.h"
 #include "bridge/to_host/wrappers.h"
+#include "frame/instance_registry.h"
 #include "tests/support/linked_test.h"
 
 /// A host class that holds a Cocoa object, as the family's wrapper classes do.

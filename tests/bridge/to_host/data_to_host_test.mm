@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "frame/memory_blocks.h"
+#include "bridge/to_host/data_to_host.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

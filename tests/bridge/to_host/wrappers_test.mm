@@ -5,6 +5,7 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include "bridge/instance_data.h"
 #include "tests/bridge/to_host/conversion_doubles.h"
 
 using qzlhost::Host;

@@ -20,6 +20,7 @@ LIB_CPLUSPLUS = f'{STUBS}/usr/lib/libc++.1.tbd'
 OBSERVER = 'notifications/NSNotificationObserver.h'
 OBSERVER_CODE = 'notifications/NSNotificationObserver.mm'
 OBSERVER_RECORD = 'notifications/NSNotificationObserverQZL.mm'
+OBSERVER_EVENT = 'notifications/observer_event.mm'
 NOTIFICATION_RECORD = 'notifications/NSNotificationQZL.mm'
 CENTER_RECORD = 'notifications/NSNotificationCenterQZL.mm'
 DISTRIBUTED_RECORD = 'notifications/NSDistributedNotificationCenterQZL.mm'
@@ -208,7 +209,7 @@ SOURCE_FAULTS = [
              'class_records_test.ClassRecords.test_list_the_properties_in_order'),
     mutation('a handle that the host cannot write', [(MEMBERS, '    .setter = {.field = kFieldAccess},\n', '')],
              'class_records_test.ClassRecords.test_list_the_properties_in_order'),
-    mutation('an event that is misspelt', [(OBSERVER_RECORD, '"GotNotification(', '"gotNotification(')],
+    mutation('an event that is misspelt', [(OBSERVER_EVENT, '"GotNotification(', '"gotNotification(')],
              'class_records_test.ClassRecords.test_list_the_events_with_their_keys_unset'),
     mutation('two constants swapped',
              [(DISTRIBUTED_RECORD, 'BehaviorDrop = 1', '?'),
@@ -219,14 +220,14 @@ SOURCE_FAULTS = [
              [(CENTER_RECORD, '"defaultCenter as NSNotificationCenterQZL"', '"defaultCenter"')],
              'class_records_test.ClassRecords.test_list_the_shared_methods_in_order'),
     mutation('a table off the boundary',
-             [(OBSERVER_RECORD, 'alignas(kRecordAlignment) REALeventRecord gEvents[] = {',
-               'struct { uint64_t before; REALeventRecord events[1]; } gShifted = {0, {'),
-              (OBSERVER_RECORD, '(notification as NSNotificationQZL)"},\n};',
-               '(notification as NSNotificationQZL)"},\n}};\nauto &gEvents = gShifted.events;')],
+             [(OBSERVER_RECORD, 'alignas(kRecordAlignment) REALpropertyRecord gProperties[] = {',
+               'struct { uint64_t before; REALpropertyRecord properties[1]; } gShifted = {0, {'),
+              (OBSERVER_RECORD, '    kHandleProperty,\n};',
+               '    kHandleProperty,\n}};\nauto &gProperties = gShifted.properties;')],
              'class_records_test.ClassRecords.test_begin_on_16_byte_boundaries_as_do_their_tables'),
     mutation('an event record in constant memory',
-             [(OBSERVER_RECORD, 'REALeventRecord gEvents',
-               '__attribute__((section("__DATA,__const"))) REALeventRecord gEvents')],
+             [(OBSERVER_EVENT, 'REALeventRecord gObserverEvents',
+               '__attribute__((section("__DATA,__const"))) REALeventRecord gObserverEvents')],
              'class_records_test.ClassRecords.test_can_be_written_by_the_host_and_the_library'),
     # Code and memory
     mutation('functions that exceptions cannot pass',

@@ -1,5 +1,5 @@
 // Decomposes names of files.
-#include "frame/file_names.h"
+#include "bridge/file_names.h"
 
 CFStringRef CreateDecomposedName(CFStringRef name)
 {

@@ -1,5 +1,5 @@
 // Gives references back where nothing may be thrown.
-#include "frame/host_ref.h"
+#include "frame/host_references.h"
 
 namespace {
 

@@ -1,4 +1,6 @@
 // Makes host memory blocks of Cocoa data.
+#include "bridge/to_host/data_to_host.h"
+
 #import <Foundation/Foundation.h>
 
 #include "frame/memory_blocks.h"

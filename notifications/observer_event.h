@@ -1,9 +1,12 @@
-// The host class whose instances receive notifications as an event.
+// The event that observers raise in the host.
 #pragma once
 
-#include "frame/host_types.h"
+#include "frame/class_records.h"
 
 @class NSNotification;
+
+/// The one event of the observers' class. The host fills its key in.
+extern REALeventRecord gObserverEvents[1];
 
 /// Raises "GotNotification" on the observer, if its program implements the event. Main thread only. Cocoa
 /// exceptions and those of the program pass.

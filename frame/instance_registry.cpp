@@ -1,5 +1,5 @@
 // Keeps track of the wrappers of Cocoa objects in the family's registry.
-#include "bridge/to_host/instance_registry.h"
+#include "frame/instance_registry.h"
 
 std::atomic<CFMutableDictionaryRef> instances{nullptr};
 

@@ -1,5 +1,5 @@
 // Loads the methods of host Dictionaries.
-#include "bridge/to_cocoa/dictionary_methods.h"
+#include "bridge/dictionary_methods.h"
 
 #include "frame/host_entry_points.h"
 

@@ -1,10 +1,13 @@
-// Makes Cocoa strings of host strings.
+// Turns a host string into a Cocoa string.
+#include "bridge/to_cocoa/string_to_cocoa.h"
+
 #import <Foundation/Foundation.h>
 
-#include "frame/host_ref.h"
+#include "frame/cf_ref.h"
+#include "frame/host_references.h"
 #include "frame/host_strings.h"
-#include "frame/kept_function.h"
-#include "frame/plugin.h"
+#include "frame/kept_look_ups.h"
+#include "frame/loaded_host.h"
 
 namespace {
 

@@ -1,7 +1,5 @@
-// Owning types for references: of host values and of Core Foundation objects.
+// Owning types for references and locks of host values.
 #pragma once
-
-#include <CoreFoundation/CoreFoundation.h>
 
 #include <utility>
 
@@ -91,32 +89,4 @@ public:
 
 private:
     HostRef<Handle> reference_;
-};
-
-/// Holds one retain of a Core Foundation object and gives it back at its end. May hold null.
-template <typename Reference>
-class CFRef {
-public:
-    /// Takes over a retain that the caller owns.
-    explicit CFRef(Reference owned) : reference_(owned) {}
-
-    ~CFRef()
-    {
-        if (reference_ != nullptr)
-            CFRelease(reference_);
-    }
-
-    CFRef(const CFRef &) = delete;
-    CFRef &operator=(const CFRef &) = delete;
-
-    explicit operator bool() const { return reference_ != nullptr; }
-
-    /// Borrowed.
-    Reference Get() const { return reference_; }
-
-    /// Hands the retain to the caller.
-    Reference Release() { return std::exchange(reference_, nullptr); }
-
-private:
-    Reference reference_;
 };

@@ -1,0 +1,10 @@
+// Host strings become Cocoa strings.
+#pragma once
+
+#include "frame/host_types.h"
+
+@class NSString;
+
+/// An autoreleased Cocoa string of a host string. Nil for null, and when there is no such text. Raw bytes are
+/// read as Mac Roman.
+NSString *NewNSString(REALstring string);

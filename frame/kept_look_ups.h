@@ -1,0 +1,47 @@
+// Pointers that are looked up by name and kept in slots with static storage. Any thread, without a lock:
+// threads that race repeat the look-up and store the same.
+#pragma once
+
+#include <atomic>
+
+/// The pointer in `slot`, or null before one was found.
+template <typename Pointed>
+Pointed *Kept(Pointed *const &slot)
+{
+    return __atomic_load_n(&slot, __ATOMIC_RELAXED);
+}
+
+template <typename Pointed, typename Find>
+__attribute__((noinline)) Pointed *FindAndKeep(Pointed *&slot, Find find)
+{
+    const auto found = reinterpret_cast<Pointed *>(find());
+    __atomic_store_n(&slot, found, __ATOMIC_RELAXED);
+    return found;
+}
+
+/// Looks up until something is found: the pointer in `slot`, or else what `find` returns, kept unless it is
+/// null.
+template <typename Pointed, typename Find>
+Pointed *KeepFound(Pointed *&slot, Find find)
+{
+    Pointed *const found = Kept(slot);
+    return found != nullptr ? found : FindAndKeep(slot, find);
+}
+
+/// Where `KeepFirst` keeps its pointer.
+template <typename Pointer>
+struct FirstSlot {
+    std::atomic<void *> pointer{nullptr};
+    std::atomic<bool> isFilled{false};
+};
+
+/// Looks up once: what the first `find` returned, null included.
+template <typename Pointer, typename Find>
+Pointer KeepFirst(FirstSlot<Pointer> &slot, Find find)
+{
+    if (!slot.isFilled) {
+        slot.pointer = reinterpret_cast<void *>(find());
+        slot.isFilled = true;
+    }
+    return reinterpret_cast<Pointer>(slot.pointer.load());
+}
