@@ -21,12 +21,9 @@ REALeventRecord gObserverEvents[] = {
 };
 
 REALclassDefinition gObserverClass = {
-    .version = kLatestRecordVersion,
     .name = "FloorNotificationObserver",
     .dataSize = 16,
     .events = gObserverEvents,
-    .eventCount = 1,
-    .flags = kClassFlags,
 };
 
 /// Whether the family is there is asked whenever an instance comes or goes.
@@ -50,12 +47,10 @@ void DestructNotification(REALobject instance)
 }
 
 REALclassDefinition gNotificationClass = {
-    .version = kLatestRecordVersion,
     .name = "FloorNotification",
     .dataSize = 16,
     .constructor = ConstructNotification,
     .destructor = DestructNotification,
-    .flags = kClassFlags,
 };
 
 } // namespace

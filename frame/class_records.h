@@ -10,6 +10,10 @@
 /// Where class records and member tables begin.
 inline constexpr size_t kRecordAlignment = 16;
 
+inline constexpr uint64_t kClassFlags = 4;
+inline constexpr uint64_t kPropertyFlags = 6;
+inline constexpr uint64_t kMethodFlags = 4;
+
 /// How the host reads or writes a property.
 union REALaccessor {
     /// Null for what cannot be done.
@@ -27,7 +31,7 @@ struct REALpropertyRecord {
     const char *name;
     /// The host's name of the property's type.
     const char *type;
-    uint64_t flags;
+    uint64_t flags = kPropertyFlags;
     REALaccessor getter;
     REALaccessor setter;
     /// Passed to getter and setter; for a field its byte offset in the instance data.
@@ -42,7 +46,7 @@ struct REALmethodRecord {
     void *setter;
     /// In the host's language.
     const char *declaration;
-    uint64_t flags;
+    uint64_t flags = kMethodFlags;
     uint64_t unused4[2];
 };
 
@@ -62,9 +66,22 @@ struct REALconstantRecord {
     uint64_t unused1[4];
 };
 
+/// A table of member records; by default empty.
+template <typename Record>
+struct REALrecords {
+    Record *first = nullptr;
+    uint64_t count = 0;
+
+    constexpr REALrecords() = default;
+    template <size_t Count>
+    constexpr REALrecords(Record (&table)[Count]) : first(table), count(Count)
+    {
+    }
+};
+
 /// A class. The host keeps the record's address for the life of the process.
 struct alignas(kRecordAlignment) REALclassDefinition {
-    uint32_t version;
+    uint32_t version = kLatestRecordVersion;
     uint32_t versionHigh;
     const char *name;
     /// Null where there is no superclass.
@@ -74,19 +91,14 @@ struct alignas(kRecordAlignment) REALclassDefinition {
     uint64_t forSystemUse;
     void (*constructor)(REALobject instance);
     void (*destructor)(REALobject instance);
-    REALpropertyRecord *properties;
-    uint64_t propertyCount;
-    REALmethodRecord *methods;
-    uint64_t methodCount;
-    REALeventRecord *events;
-    uint64_t eventCount;
+    REALrecords<REALpropertyRecord> properties;
+    REALrecords<REALmethodRecord> methods;
+    REALrecords<REALeventRecord> events;
     uint64_t unused13[5];
-    REALconstantRecord *constants;
-    uint64_t constantCount;
-    uint64_t flags;
+    REALrecords<REALconstantRecord> constants;
+    uint64_t flags = kClassFlags;
     uint64_t unused21[2];
-    REALmethodRecord *sharedMethods;
-    uint64_t sharedMethodCount;
+    REALrecords<REALmethodRecord> sharedMethods;
     uint64_t unused25[5];
 };
 
@@ -114,6 +126,9 @@ static_assert(offsetof(REALeventRecord, key) == Slot(1));
 
 static_assert(sizeof(REALconstantRecord) == 40);
 
+static_assert(sizeof(REALrecords<REALmethodRecord>) == 16);
+static_assert(offsetof(REALrecords<REALmethodRecord>, count) == Slot(1));
+
 static_assert(sizeof(REALclassDefinition) == 240);
 static_assert(offsetof(REALclassDefinition, name) == Slot(1));
 static_assert(offsetof(REALclassDefinition, superName) == Slot(2));
@@ -124,11 +139,28 @@ static_assert(offsetof(REALclassDefinition, properties) == Slot(7));
 static_assert(offsetof(REALclassDefinition, methods) == Slot(9));
 static_assert(offsetof(REALclassDefinition, events) == Slot(11));
 static_assert(offsetof(REALclassDefinition, constants) == Slot(18));
-static_assert(offsetof(REALclassDefinition, constantCount) == Slot(19));
 static_assert(offsetof(REALclassDefinition, flags) == Slot(20));
 static_assert(offsetof(REALclassDefinition, sharedMethods) == Slot(23));
-static_assert(offsetof(REALclassDefinition, sharedMethodCount) == Slot(24));
 
-inline constexpr uint64_t kClassFlags = 4;
-inline constexpr uint64_t kPropertyFlags = 6;
-inline constexpr uint64_t kMethodFlags = 4;
+/// A property that the host reads by a getter `R (instance, parameter)` and cannot write.
+template <typename Getter>
+constexpr REALpropertyRecord PropertyRecord(const char *name, const char *type, Getter *getter)
+{
+    return {.name = name, .type = type, .getter = {reinterpret_cast<void *>(getter)}};
+}
+
+/// A method, or a shared one.
+template <typename Function>
+constexpr REALmethodRecord MethodRecord(const char *declaration, Function *function)
+{
+    return {.function = reinterpret_cast<void *>(function), .declaration = declaration};
+}
+
+/// A computed property that can be written.
+template <typename Getter, typename Setter>
+constexpr REALmethodRecord ComputedPropertyRecord(const char *declaration, Getter *getter, Setter *setter)
+{
+    return {.function = reinterpret_cast<void *>(getter),
+            .setter = reinterpret_cast<void *>(setter),
+            .declaration = declaration};
+}

@@ -2,8 +2,6 @@
 #import <DiscRecording/DiscRecording.h>
 #import <Foundation/Foundation.h>
 
-#include <iterator>
-
 #include "bridge/instance_data.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
@@ -13,17 +11,13 @@
 
 namespace {
 
-/// Nil for an instance without a handle: messages to it then do nothing.
-DRNotificationCenter *Center(REALobject self)
-{
-    return WrapperHandle(self);
-}
-
 void removeObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
-        [Center(self) removeObserver:arguments.observer name:arguments.name object:arguments.object];
+        [WrapperHandle<DRNotificationCenter>(self) removeObserver:arguments.observer
+                                                             name:arguments.name
+                                                           object:arguments.object];
     });
 }
 
@@ -32,10 +26,10 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
 {
     GuardCocoaCalls([&] {
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
-        [Center(self) addObserver:arguments.observer
-                         selector:@selector(GotNotification:)
-                             name:arguments.name
-                           object:arguments.object];
+        [WrapperHandle<DRNotificationCenter>(self) addObserver:arguments.observer
+                                                      selector:@selector(GotNotification:)
+                                                          name:arguments.name
+                                                        object:arguments.object];
     });
 }
 
@@ -51,26 +45,21 @@ void Constructor(REALobject self)
 }
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
-    {.function = reinterpret_cast<void *>(removeObserver),
-     .declaration =
-         "removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(addObserver),
-     .declaration =
-         "addObserver(observer as NSNotificationObserverQZL, name as string=\"\", theObject as variant=nil)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
+    MethodRecord(
+        "removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)",
+        removeObserver),
+    MethodRecord(
+        "addObserver(observer as NSNotificationObserverQZL, name as string=\"\", theObject as variant=nil)",
+        addObserver),
+    MethodRecord("Constructor", Constructor),
 };
 
 } // namespace
 
 REALclassDefinition gDRNotificationCenterClass = {
-    .version = kLatestRecordVersion,
     .name = "DRNotificationCenterQZL",
     .dataSize = sizeof(WrapperData),
     .constructor = WrapperConstructorHook,
     .destructor = WrapperDestructorHook,
     .methods = gMethods,
-    .methodCount = std::size(gMethods),
-    .flags = kClassFlags,
 };

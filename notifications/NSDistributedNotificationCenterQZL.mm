@@ -3,8 +3,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <iterator>
-
 #include "bridge/instance_data.h"
 #include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_host/wrappers.h"
@@ -16,21 +14,15 @@
 
 namespace {
 
-/// Nil for an instance without a handle: messages to it then do nothing.
-NSDistributedNotificationCenter *Center(REALobject self)
-{
-    return WrapperHandle(self);
-}
-
 void postNotificationName4(REALobject self, REALstring name, REALstring theObject, REALdictionary userInfo,
                            uint32_t options)
 {
     GuardCocoaCalls([&] {
         const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
-        [Center(self) postNotificationName:arguments.name
-                                    object:arguments.object
-                                  userInfo:arguments.userInfo
-                                   options:options];
+        [WrapperHandle<NSDistributedNotificationCenter>(self) postNotificationName:arguments.name
+                                                                            object:arguments.object
+                                                                          userInfo:arguments.userInfo
+                                                                           options:options];
     });
 }
 
@@ -39,10 +31,10 @@ void postNotificationName5(REALobject self, REALstring name, REALstring theObjec
 {
     GuardCocoaCalls([&] {
         const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
-        [Center(self) postNotificationName:arguments.name
-                                    object:arguments.object
-                                  userInfo:arguments.userInfo
-                        deliverImmediately:deliverImmediately];
+        [WrapperHandle<NSDistributedNotificationCenter>(self) postNotificationName:arguments.name
+                                                                            object:arguments.object
+                                                                          userInfo:arguments.userInfo
+                                                                deliverImmediately:deliverImmediately];
     });
 }
 
@@ -57,12 +49,13 @@ void Constructor(REALobject self)
 
 bool suspended(REALobject self)
 {
-    return GuardCocoaCalls([&]() -> bool { return [Center(self) suspended]; });
+    return GuardCocoaCalls(
+        [&]() -> bool { return [WrapperHandle<NSDistributedNotificationCenter>(self) suspended]; });
 }
 
 void setSuspended(REALobject self, bool value)
 {
-    GuardCocoaCalls([&] { [Center(self) setSuspended:value]; });
+    GuardCocoaCalls([&] { [WrapperHandle<NSDistributedNotificationCenter>(self) setSuspended:value]; });
 }
 
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject,
@@ -72,11 +65,12 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
         if (ObserverIsMissing(observer))
             return;
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
-        [Center(self) addObserver:arguments.observer
-                         selector:@selector(GotNotification:)
-                             name:arguments.name
-                           object:arguments.object
-               suspensionBehavior:static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior)];
+        [WrapperHandle<NSDistributedNotificationCenter>(self)
+                   addObserver:arguments.observer
+                      selector:@selector(GotNotification:)
+                          name:arguments.name
+                        object:arguments.object
+            suspensionBehavior:static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior)];
     });
 }
 
@@ -104,24 +98,17 @@ REALobject notificationCenterForType(REALstring name)
 }
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
-    {.function = reinterpret_cast<void *>(postNotificationName4),
-     .declaration = "postNotificationName(name as string, theObject as string, userInfo as dictionary, "
-                    "options as UInt32)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(postNotificationName5),
-     .declaration = "postNotificationName(name as string, theObject as string, userInfo as dictionary, "
-                    "deliverImmediately as boolean)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(suspended),
-     .setter = reinterpret_cast<void *>(setSuspended),
-     .declaration = "suspended as boolean",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(addObserver),
-     .declaration =
-         "addObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant, "
-         "suspensionBehavior as integer)",
-     .flags = kMethodFlags},
+    MethodRecord("postNotificationName(name as string, theObject as string, userInfo as dictionary, "
+                 "options as UInt32)",
+                 postNotificationName4),
+    MethodRecord("postNotificationName(name as string, theObject as string, userInfo as dictionary, "
+                 "deliverImmediately as boolean)",
+                 postNotificationName5),
+    MethodRecord("Constructor", Constructor),
+    ComputedPropertyRecord("suspended as boolean", suspended, setSuspended),
+    MethodRecord("addObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant, "
+                 "suspensionBehavior as integer)",
+                 addObserver),
 };
 
 alignas(kRecordAlignment) REALconstantRecord gConstants[] = {
@@ -134,30 +121,20 @@ alignas(kRecordAlignment) REALconstantRecord gConstants[] = {
 };
 
 alignas(kRecordAlignment) REALmethodRecord gSharedMethods[] = {
-    {.function = reinterpret_cast<void *>(NSLocalNotificationCenterTypeName),
-     .declaration = "NSLocalNotificationCenterType as string",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(defaultCenter),
-     .declaration = "defaultCenter as NSDistributedNotificationCenterQZL",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(notificationCenterForType),
-     .declaration = "notificationCenterForType(name as string) as NSDistributedNotificationCenterQZL",
-     .flags = kMethodFlags},
+    MethodRecord("NSLocalNotificationCenterType as string", NSLocalNotificationCenterTypeName),
+    MethodRecord("defaultCenter as NSDistributedNotificationCenterQZL", defaultCenter),
+    MethodRecord("notificationCenterForType(name as string) as NSDistributedNotificationCenterQZL",
+                 notificationCenterForType),
 };
 
 } // namespace
 
 REALclassDefinition gNSDistributedNotificationCenterClass = {
-    .version = kLatestRecordVersion,
     .name = "NSDistributedNotificationCenterQZL",
     .superName = "NSNotificationCenterQZL",
     .methods = gMethods,
-    .methodCount = std::size(gMethods),
     .constants = gConstants,
-    .constantCount = std::size(gConstants),
-    .flags = kClassFlags,
     .sharedMethods = gSharedMethods,
-    .sharedMethodCount = std::size(gSharedMethods),
 };
 
 REALobject NewNSDistributedNotificationCenterQZL(NSDistributedNotificationCenter *center)

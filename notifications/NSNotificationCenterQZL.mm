@@ -2,8 +2,6 @@
 #import <Foundation/Foundation.h>
 #import <objc/runtime.h>
 
-#include <iterator>
-
 #include "bridge/instance_data.h"
 #include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_host/wrappers.h"
@@ -14,22 +12,19 @@
 
 namespace {
 
-/// Nil for an instance without a handle: messages to it then do nothing.
-NSNotificationCenter *Center(REALobject self)
-{
-    return WrapperHandle(self);
-}
-
 void postNotificationName1(REALobject self, REALstring name)
 {
-    GuardCocoaCalls([&] { [Center(self) postNotificationName:NewNSString(name) object:nil]; });
+    GuardCocoaCalls([&] {
+        [WrapperHandle<NSNotificationCenter>(self) postNotificationName:NewNSString(name) object:nil];
+    });
 }
 
 void postNotificationName2(REALobject self, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
         const PostArguments arguments = ConvertPostArguments(name, theObject, nullptr);
-        [Center(self) postNotificationName:arguments.name object:arguments.object];
+        [WrapperHandle<NSNotificationCenter>(self) postNotificationName:arguments.name
+                                                                 object:arguments.object];
     });
 }
 
@@ -37,9 +32,9 @@ void postNotificationName3(REALobject self, REALstring name, REALobject theObjec
 {
     GuardCocoaCalls([&] {
         const PostArguments arguments = ConvertPostArguments(name, theObject, userInfo);
-        [Center(self) postNotificationName:arguments.name
-                                    object:arguments.object
-                                  userInfo:arguments.userInfo];
+        [WrapperHandle<NSNotificationCenter>(self) postNotificationName:arguments.name
+                                                                 object:arguments.object
+                                                               userInfo:arguments.userInfo];
     });
 }
 
@@ -55,19 +50,23 @@ void Constructor(REALobject self)
 
 void postNotification(REALobject self, REALobject notification)
 {
-    GuardCocoaCalls([&] { [Center(self) postNotification:WrapperHandle(notification)]; });
+    GuardCocoaCalls(
+        [&] { [WrapperHandle<NSNotificationCenter>(self) postNotification:WrapperHandle(notification)]; });
 }
 
 void removeObserver1(REALobject self, REALobject observer)
 {
-    GuardCocoaCalls([&] { [Center(self) removeObserver:WrapperHandle(observer)]; });
+    GuardCocoaCalls(
+        [&] { [WrapperHandle<NSNotificationCenter>(self) removeObserver:WrapperHandle(observer)]; });
 }
 
 void removeObserver2(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
-        [Center(self) removeObserver:arguments.observer name:arguments.name object:arguments.object];
+        [WrapperHandle<NSNotificationCenter>(self) removeObserver:arguments.observer
+                                                             name:arguments.name
+                                                           object:arguments.object];
     });
 }
 
@@ -77,10 +76,10 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
         if (ObserverIsMissing(observer))
             return;
         const ObserverArguments arguments = ConvertObserverArguments(observer, name, theObject);
-        [Center(self) addObserver:arguments.observer
-                         selector:@selector(GotNotification:)
-                             name:arguments.name
-                           object:arguments.object];
+        [WrapperHandle<NSNotificationCenter>(self) addObserver:arguments.observer
+                                                      selector:@selector(GotNotification:)
+                                                          name:arguments.name
+                                                        object:arguments.object];
     });
 }
 
@@ -98,51 +97,33 @@ alignas(kRecordAlignment) REALpropertyRecord gProperties[] = {
 };
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
-    {.function = reinterpret_cast<void *>(postNotificationName1),
-     .declaration = "postNotificationName(name as string)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(postNotificationName2),
-     .declaration = "postNotificationName(name as string, theObject as variant)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(postNotificationName3),
-     .declaration = "postNotificationName(name as string, theObject as variant, userInfo as dictionary)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(postNotification),
-     .declaration = "postNotification(notification as NSNotificationQZL)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(removeObserver1),
-     .declaration = "removeObserver(observer as NSNotificationObserverQZL)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(removeObserver2),
-     .declaration =
-         "removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(addObserver),
-     .declaration =
-         "addObserver(observer as NSNotificationObserverQZL, name as string=\"\", theObject as variant=nil)",
-     .flags = kMethodFlags},
+    MethodRecord("postNotificationName(name as string)", postNotificationName1),
+    MethodRecord("postNotificationName(name as string, theObject as variant)", postNotificationName2),
+    MethodRecord("postNotificationName(name as string, theObject as variant, userInfo as dictionary)",
+                 postNotificationName3),
+    MethodRecord("Constructor", Constructor),
+    MethodRecord("postNotification(notification as NSNotificationQZL)", postNotification),
+    MethodRecord("removeObserver(observer as NSNotificationObserverQZL)", removeObserver1),
+    MethodRecord(
+        "removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)",
+        removeObserver2),
+    MethodRecord(
+        "addObserver(observer as NSNotificationObserverQZL, name as string=\"\", theObject as variant=nil)",
+        addObserver),
 };
 
 alignas(kRecordAlignment) REALmethodRecord gSharedMethods[] = {
-    {.function = reinterpret_cast<void *>(defaultCenter),
-     .declaration = "defaultCenter as NSNotificationCenterQZL",
-     .flags = kMethodFlags},
+    MethodRecord("defaultCenter as NSNotificationCenterQZL", defaultCenter),
 };
 
 } // namespace
 
 REALclassDefinition gNSNotificationCenterClass = {
-    .version = kLatestRecordVersion,
     .name = "NSNotificationCenterQZL",
     .dataSize = sizeof(WrapperData),
     .constructor = WrapperConstructorHook,
     .destructor = WrapperDestructorHook,
     .properties = gProperties,
-    .propertyCount = std::size(gProperties),
     .methods = gMethods,
-    .methodCount = std::size(gMethods),
-    .flags = kClassFlags,
     .sharedMethods = gSharedMethods,
-    .sharedMethodCount = std::size(gSharedMethods),
 };

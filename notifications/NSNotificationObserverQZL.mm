@@ -3,8 +3,6 @@
 #import <Foundation/Foundation.h>
 #import <InstantMessage/IMService.h>
 
-#include <iterator>
-
 #include "bridge/instance_data.h"
 #include "bridge/to_host/wrappers.h"
 #include "frame/cocoa_exceptions.h"
@@ -44,23 +42,18 @@ alignas(kRecordAlignment) REALpropertyRecord gProperties[] = {
 };
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
-    {.function = reinterpret_cast<void *>(Constructor), .declaration = "Constructor", .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Destructor), .declaration = "Destructor", .flags = kMethodFlags},
+    MethodRecord("Constructor", Constructor),
+    MethodRecord("Destructor", Destructor),
 };
 
 } // namespace
 
 REALclassDefinition gNSNotificationObserverClass = {
-    .version = kLatestRecordVersion,
     .name = "NSNotificationObserverQZL",
     .dataSize = sizeof(WrapperData),
     .constructor = WrapperConstructorHook,
     .destructor = WrapperDestructorHook,
     .properties = gProperties,
-    .propertyCount = std::size(gProperties),
     .methods = gMethods,
-    .methodCount = std::size(gMethods),
     .events = gObserverEvents,
-    .eventCount = std::size(gObserverEvents),
-    .flags = kClassFlags,
 };

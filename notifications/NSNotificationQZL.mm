@@ -3,8 +3,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <iterator>
-
 #include "bridge/instance_data.h"
 #include "bridge/to_host/dictionary_to_host.h"
 #include "bridge/to_host/object_to_variant.h"
@@ -17,12 +15,6 @@
 
 namespace {
 
-/// Nil for an instance without a handle: messages to it then give the empty value.
-NSNotification *Notification(REALobject self)
-{
-    return WrapperHandle(self);
-}
-
 /// An autoreleased notification of host values, converted in this order.
 NSNotification *MakeNotification(REALstring name, REALobject theObject, REALdictionary userInfo)
 {
@@ -34,32 +26,36 @@ NSNotification *MakeNotification(REALstring name, REALobject theObject, REALdict
 
 REALdictionary userInfo(REALobject self, int64_t)
 {
-    return GuardCocoaCalls([&] { return NSDictionaryRB([Notification(self) userInfo]); });
+    return GuardCocoaCalls([&] { return NSDictionaryRB([WrapperHandle<NSNotification>(self) userInfo]); });
 }
 
 REALstring Name(REALobject self, int64_t)
 {
-    return GuardCocoaCalls([&] { return CFString2RBString((CFStringRef)[Notification(self) name]); });
+    return GuardCocoaCalls(
+        [&] { return CFString2RBString((CFStringRef)[WrapperHandle<NSNotification>(self) name]); });
 }
 
 REALstring Description(REALobject self, int64_t)
 {
-    return GuardCocoaCalls([&] { return CFString2RBString((CFStringRef)[Notification(self) description]); });
+    return GuardCocoaCalls(
+        [&] { return CFString2RBString((CFStringRef)[WrapperHandle<NSNotification>(self) description]); });
 }
 
 int64_t objectHandle(REALobject self, int64_t)
 {
-    return GuardCocoaCalls([&] { return reinterpret_cast<int64_t>([Notification(self) object]); });
+    return GuardCocoaCalls(
+        [&] { return reinterpret_cast<int64_t>([WrapperHandle<NSNotification>(self) object]); });
 }
 
 REALobject objectVariant(REALobject self, int64_t)
 {
-    return GuardCocoaCalls([&] { return NewVariantFromNSObject([Notification(self) object]); });
+    return GuardCocoaCalls(
+        [&] { return NewVariantFromNSObject([WrapperHandle<NSNotification>(self) object]); });
 }
 
 void Print(REALobject self)
 {
-    GuardCocoaCalls([&] { NSLog(@"%@\n", Notification(self)); });
+    GuardCocoaCalls([&] { NSLog(@"%@\n", WrapperHandle<NSNotification>(self)); });
 }
 
 void ConstructorWithHandle(REALobject self, int64_t handle)
@@ -92,61 +88,38 @@ REALobject notificationWithName(REALstring name, REALobject theObject, REALdicti
 
 alignas(kRecordAlignment) REALpropertyRecord gProperties[] = {
     kHandleProperty,
-    {.name = "userInfo",
-     .type = "Dictionary",
-     .flags = kPropertyFlags,
-     .getter = {reinterpret_cast<void *>(userInfo)}},
-    {.name = "Name", .type = "String", .flags = kPropertyFlags, .getter = {reinterpret_cast<void *>(Name)}},
-    {.name = "Description",
-     .type = "String",
-     .flags = kPropertyFlags,
-     .getter = {reinterpret_cast<void *>(Description)}},
-    {.name = "objectHandle",
-     .type = "Integer",
-     .flags = kPropertyFlags,
-     .getter = {reinterpret_cast<void *>(objectHandle)}},
-    {.name = "objectVariant",
-     .type = "Variant",
-     .flags = kPropertyFlags,
-     .getter = {reinterpret_cast<void *>(objectVariant)}},
+    PropertyRecord("userInfo", "Dictionary", userInfo),
+    PropertyRecord("Name", "String", Name),
+    PropertyRecord("Description", "String", Description),
+    PropertyRecord("objectHandle", "Integer", objectHandle),
+    PropertyRecord("objectVariant", "Variant", objectVariant),
 };
 
 alignas(kRecordAlignment) REALmethodRecord gMethods[] = {
-    {.function = reinterpret_cast<void *>(DummyException),
-     .declaration = "_exception as NSExceptionQZL",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Print), .declaration = "Print", .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(ConstructorWithHandle),
-     .declaration = "Constructor(handle as integer)",
-     .flags = kMethodFlags},
-    {.function = reinterpret_cast<void *>(Constructor),
-     .declaration = "Constructor(name as string, theObject as variant = nil, userInfo as dictionary = nil)",
-     .flags = kMethodFlags},
+    MethodRecord("_exception as NSExceptionQZL", DummyException),
+    MethodRecord("Print", Print),
+    MethodRecord("Constructor(handle as integer)", ConstructorWithHandle),
+    MethodRecord("Constructor(name as string, theObject as variant = nil, userInfo as dictionary = nil)",
+                 Constructor),
 };
 
 alignas(kRecordAlignment) REALmethodRecord gSharedMethods[] = {
-    {.function = reinterpret_cast<void *>(notificationWithName),
-     .declaration =
-         "notificationWithName(name as string, theObject as variant = nil, userInfo as dictionary = nil) "
-         "as NSNotificationQZL",
-     .flags = kMethodFlags},
+    MethodRecord(
+        "notificationWithName(name as string, theObject as variant = nil, userInfo as dictionary = nil) "
+        "as NSNotificationQZL",
+        notificationWithName),
 };
 
 } // namespace
 
 REALclassDefinition gNSNotificationClass = {
-    .version = kLatestRecordVersion,
     .name = "NSNotificationQZL",
     .dataSize = sizeof(WrapperData),
     .constructor = WrapperConstructorHook,
     .destructor = WrapperDestructorHook,
     .properties = gProperties,
-    .propertyCount = std::size(gProperties),
     .methods = gMethods,
-    .methodCount = std::size(gMethods),
-    .flags = kClassFlags,
     .sharedMethods = gSharedMethods,
-    .sharedMethodCount = std::size(gSharedMethods),
 };
 
 REALobject NewNSNotificationQZL(NSNotification *notification)

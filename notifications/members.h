@@ -11,10 +11,8 @@
 inline constexpr REALpropertyRecord kHandleProperty = {
     .name = "Handle",
     .type = "Integer",
-    .flags = kPropertyFlags,
     .getter = {.field = kFieldAccess},
     .setter = {.field = kFieldAccess},
-    .parameter = 0,
 };
 
 /// Whether the instance has its handle already; if so, the host exception is raised.

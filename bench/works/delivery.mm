@@ -79,7 +79,7 @@ struct Posts {
 auto PostFunction()
 {
     return reinterpret_cast<void (*)(REALobject center, REALstring name)>(
-        gNSNotificationCenterClass.methods[0].function);
+        gNSNotificationCenterClass.methods.first[0].function);
 }
 
 int64_t Post(REALobject center, REALstring name)

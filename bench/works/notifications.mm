@@ -19,7 +19,7 @@ constexpr size_t kObjectVariant = 5;
 template <typename Result>
 Result Get(size_t property, REALobject notification)
 {
-    const REALpropertyRecord &record = gNSNotificationClass.properties[property];
+    const REALpropertyRecord &record = gNSNotificationClass.properties.first[property];
     return reinterpret_cast<Result (*)(REALobject, int64_t)>(record.getter.function)(notification,
                                                                                      record.parameter);
 }
