@@ -25,10 +25,10 @@ struct DictionaryMethodCache {
 extern DictionaryMethodCache gDictionaryMethods;
 
 /// Forgets the last Dictionary when a conversion ends, however it ends.
-class DictionaryMethodsEnd {
+class LastDictionaryScope {
 public:
-    DictionaryMethodsEnd() = default;
-    ~DictionaryMethodsEnd() { gDictionaryMethods.LastDictionary = nullptr; }
-    DictionaryMethodsEnd(const DictionaryMethodsEnd &) = delete;
-    DictionaryMethodsEnd &operator=(const DictionaryMethodsEnd &) = delete;
+    LastDictionaryScope() = default;
+    ~LastDictionaryScope() { gDictionaryMethods.LastDictionary = nullptr; }
+    LastDictionaryScope(const LastDictionaryScope &) = delete;
+    LastDictionaryScope &operator=(const LastDictionaryScope &) = delete;
 };

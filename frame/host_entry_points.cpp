@@ -60,13 +60,13 @@ Result CallHostOr(Result (*&slot)(REALobject), const char *name,
     return value;
 }
 
-/// The element that `reader` reads, or 0 or null without a reader.
+/// The element that the host's procedure for the array reads, or 0 or null without one.
 template <typename Element>
-Element ReadElement(void *reader, REALarray array, int64_t index)
+Element ReadElement(void *(*&slot)(REALarray), const char *name, REALarray array, int64_t index)
 {
-    if (reader == nullptr)
-        return Element();
-    return reinterpret_cast<Element (*)(REALarray, int64_t)>(reader)(array, index);
+    using Read = Element (*)(REALarray, int64_t);
+    const auto read = reinterpret_cast<Read>(CallHost(slot, name, array));
+    return read != nullptr ? read(array, index) : Element();
 }
 
 } // namespace
@@ -382,54 +382,49 @@ bool REALInsertArrayValueObject(REALarray array, int64_t index, REALobject value
 int64_t REALGetArrayValueInteger(REALarray array, int64_t index)
 {
     static void *(*pIntegerArrayGetProc)(REALarray);
-    return ReadElement<int64_t>(CallHost(pIntegerArrayGetProc, "PluginIntegerArrayGetProc", array), array,
-                                index);
+    return ReadElement<int64_t>(pIntegerArrayGetProc, "PluginIntegerArrayGetProc", array, index);
 }
 
 int64_t REALGetArrayValueInt64(REALarray array, int64_t index)
 {
     static void *(*pInt64ArrayGetProc)(REALarray);
-    return ReadElement<int64_t>(CallHost(pInt64ArrayGetProc, "PluginInt64ArrayGetProc", array), array, index);
+    return ReadElement<int64_t>(pInt64ArrayGetProc, "PluginInt64ArrayGetProc", array, index);
 }
 
 bool REALGetArrayValueBoolean(REALarray array, int64_t index)
 {
     static void *(*pBooleanArrayGetProc)(REALarray);
-    return 0 != ReadElement<uint8_t>(CallHost(pBooleanArrayGetProc, "PluginBooleanArrayGetProc", array),
-                                     array, index);
+    return 0 != ReadElement<uint8_t>(pBooleanArrayGetProc, "PluginBooleanArrayGetProc", array, index);
 }
 
 float REALGetArrayValueSingle(REALarray array, int64_t index)
 {
     static void *(*pSingleArrayGetProc)(REALarray);
-    return ReadElement<float>(CallHost(pSingleArrayGetProc, "PluginSingleArrayGetProc", array), array, index);
+    return ReadElement<float>(pSingleArrayGetProc, "PluginSingleArrayGetProc", array, index);
 }
 
 double REALGetArrayValueDouble(REALarray array, int64_t index)
 {
     static void *(*pDoubleArrayGetProc)(REALarray);
-    return ReadElement<double>(CallHost(pDoubleArrayGetProc, "PluginDoubleArrayGetProc", array), array,
-                               index);
+    return ReadElement<double>(pDoubleArrayGetProc, "PluginDoubleArrayGetProc", array, index);
 }
 
 REALstring REALGetArrayValueString(REALarray array, int64_t index)
 {
     static void *(*pStringArrayGetProc)(REALarray);
-    return ReadElement<REALstring>(CallHost(pStringArrayGetProc, "PluginStringArrayGetProc", array), array,
-                                   index);
+    return ReadElement<REALstring>(pStringArrayGetProc, "PluginStringArrayGetProc", array, index);
 }
 
 REALtext REALGetArrayValueText(REALarray array, int64_t index)
 {
     static void *(*pTextArrayGetProc)(REALarray);
-    return ReadElement<REALtext>(CallHost(pTextArrayGetProc, "PluginTextArrayGetProc", array), array, index);
+    return ReadElement<REALtext>(pTextArrayGetProc, "PluginTextArrayGetProc", array, index);
 }
 
 REALobject REALGetArrayValueObject(REALarray array, int64_t index)
 {
     static void *(*pObjectArrayGetProc)(REALarray);
-    return ReadElement<REALobject>(CallHost(pObjectArrayGetProc, "PluginObjectArrayGetProc", array), array,
-                                   index);
+    return ReadElement<REALobject>(pObjectArrayGetProc, "PluginObjectArrayGetProc", array, index);
 }
 
 // Memory blocks

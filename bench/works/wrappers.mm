@@ -44,11 +44,11 @@ id FloorWrapperToCocoa(REALobject object)
 {
     if (!FloorIsOtherObject(object))
         return nil;
-    if (IsRemembered(object) || IsOfAny(object, kDelegateWrapperClasses))
+    if (IsRemembered(object) || IsOfAny(object, kWrapperClassesBeforeValues))
         return FloorHandle(object);
     if (IsOfAny(object, kValueClasses))
         return nil;
-    return IsOfAny(object, kOtherWrapperClasses) ? FloorHandle(object) : nil;
+    return IsOfAny(object, kWrapperClassesAfterValues) ? FloorHandle(object) : nil;
 }
 
 Sides ToCocoa(const char *className)
@@ -69,11 +69,11 @@ void AddWrapperWorks(std::vector<Work> &works)
     // At the library's first look at an object all of them are there.
     for (const char *name : kRememberedNames)
         DefineWrapperClass(name);
-    for (const char *name : kDelegateWrapperClasses)
+    for (const char *name : kWrapperClassesBeforeValues)
         DefineWrapperClass(name);
     for (const char *name : kValueClasses)
         DefineWrapperClass(name, kRoomForAValue);
-    for (const char *name : kOtherWrapperClasses)
+    for (const char *name : kWrapperClassesAfterValues)
         DefineWrapperClass(name);
     DefineWrapperClass(kUnknownClass);
 
@@ -82,7 +82,7 @@ void AddWrapperWorks(std::vector<Work> &works)
     };
     for (const char *name : kRememberedNames)
         add(name);
-    for (const char *name : kOtherWrapperClasses)
+    for (const char *name : kWrapperClassesAfterValues)
         add(name);
     add(kUnknownClass);
 }

@@ -4,6 +4,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <type_traits>
+
 #include "bridge/to_cocoa/date_to_cocoa.h"
 #include "bridge/to_cocoa/string_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
@@ -13,7 +15,7 @@
 
 namespace {
 
-/// Holds what a reader gave: the reference of a string, object or text, or a plain number.
+/// Holds an element that was read: one reference of an object, string or text, or a plain number.
 template <typename Element>
 class Held {
 public:
@@ -28,46 +30,12 @@ private:
 template <typename Handle>
 class Held<Handle *> : public HostRef<Handle *> {
 public:
-    using HostRef<Handle *>::HostRef;
+    explicit Held(Handle *owned) : HostRef<Handle *>(owned) {}
 };
 
-/// The element type of a host array: how one is read, and what it becomes.
-template <typename Element>
-struct ElementType {
-    Element (*read)(REALarray array, int64_t index);
-    id (*convert)(Element element, const EnclosingContainers *enclosing);
-};
-
-template <typename Element>
-Element ReadElement(const ElementType<Element> &type, REALarray array, int64_t index)
+id TextOrEmpty(NSString *text)
 {
-    const int64_t bound = REALGetArrayUBound(array);
-    if (bound >= index)
-        return type.read(array, index);
-    RaiseOutOfBoundsException(index, bound + 1);
-    return Element();
-}
-
-template <typename Element>
-id ConvertArray(REALobject instance, const ElementType<Element> &type, const EnclosingContainers *enclosing)
-{
-    if (Encloses(enclosing, instance))
-        return nil;
-    const EnclosingContainers here = {instance, enclosing};
-    const auto array = reinterpret_cast<REALarray>(instance);
-    NSMutableArray *const result = [NSMutableArray array];
-    const int64_t bound = REALGetArrayUBound(array);
-    for (int64_t index = 0; index <= bound; ++index) {
-        Held<Element> element(ReadElement(type, array, index));
-        [result addObject:type.convert(element.Get(), &here)];
-        element.GiveBack();
-    }
-    return result;
-}
-
-NSString *EmptyForNil(NSString *string)
-{
-    return string != nil ? string : @"";
+    return text != nil ? text : @"";
 }
 
 /// The text of a host text through a variant of it, with one retain for the caller; null where there is none.
@@ -83,81 +51,98 @@ __attribute__((cf_returns_retained)) CFStringRef CopyTextThroughVariant(REALtext
     return result.Release();
 }
 
-id ConvertText(REALtext text, const EnclosingContainers *)
+id ConvertInteger(int64_t number)
+{
+    return [NSNumber numberWithLong:number];
+}
+
+id ConvertInt64(int64_t number)
+{
+    return [NSNumber numberWithLongLong:number];
+}
+
+id ConvertSingle(float number)
+{
+    return [NSNumber numberWithFloat:number];
+}
+
+id ConvertDouble(double number)
+{
+    return [NSNumber numberWithDouble:number];
+}
+
+id ConvertBoolean(bool truth)
+{
+    return [NSNumber numberWithBool:truth];
+}
+
+id ConvertString(REALstring string)
+{
+    return TextOrEmpty(NewNSString(string));
+}
+
+id ConvertText(REALtext text)
 {
     CFStringRef string = REALCopyTextCFString(text);
     if (string == nullptr)
         string = CopyTextThroughVariant(text);
-    return EmptyForNil([(NSString *)string autorelease]);
+    return TextOrEmpty([(NSString *)string autorelease]);
 }
 
-constexpr ElementType<int64_t> kIntegers = {
-    REALGetArrayValueInteger,
-    [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLong:element]; }};
-constexpr ElementType<int64_t> kInt64s = {
-    REALGetArrayValueInt64,
-    [](int64_t element, const EnclosingContainers *) -> id { return [NSNumber numberWithLongLong:element]; }};
-constexpr ElementType<float> kSingles = {
-    REALGetArrayValueSingle,
-    [](float element, const EnclosingContainers *) -> id { return [NSNumber numberWithFloat:element]; }};
-constexpr ElementType<double> kDoubles = {
-    REALGetArrayValueDouble,
-    [](double element, const EnclosingContainers *) -> id { return [NSNumber numberWithDouble:element]; }};
-constexpr ElementType<bool> kBooleans = {
-    REALGetArrayValueBoolean,
-    [](bool element, const EnclosingContainers *) -> id { return [NSNumber numberWithBool:element]; }};
-constexpr ElementType<REALobject> kDates = {
-    REALGetArrayValueObject,
-    [](REALobject element, const EnclosingContainers *) -> id { return NewNSDate(element); }};
-constexpr ElementType<REALstring> kStrings = {
-    REALGetArrayValueString,
-    [](REALstring element, const EnclosingContainers *) -> id { return EmptyForNil(NewNSString(element)); }};
-constexpr ElementType<REALobject> kObjects = {REALGetArrayValueObject, GetVariantAsNSObject};
-constexpr ElementType<REALtext> kTexts = {REALGetArrayValueText, ConvertText};
+/// The element at an index, or 0 or null, with the host exception raised, where the array lost it meanwhile.
+template <typename Element>
+Element ElementAt(Element (*read)(REALarray array, int64_t index), REALarray array, int64_t index)
+{
+    const int64_t bound = REALGetArrayUBound(array);
+    if (bound >= index)
+        return read(array, index);
+    RaiseOutOfBoundsException(index, bound + 1);
+    return Element();
+}
+
+/// The Cocoa array of a host array whose elements `read` reads and `convert` converts. Only a conversion that
+/// leads to other containers takes what encloses its element.
+template <auto read, auto convert>
+id ConvertElements(REALobject instance, const EnclosingContainers *enclosing)
+{
+    if (Encloses(enclosing, instance))
+        return nil;
+    const EnclosingContainers here = {instance, enclosing};
+    const auto array = reinterpret_cast<REALarray>(instance);
+    NSMutableArray *const result = [NSMutableArray array];
+    const int64_t bound = REALGetArrayUBound(array);
+    for (int64_t index = 0; index <= bound; ++index) {
+        Held element(ElementAt(read, array, index));
+        if constexpr (std::is_invocable_v<decltype(convert), decltype(element.Get()), decltype(&here)>)
+            [result addObject:convert(element.Get(), &here)];
+        else
+            [result addObject:convert(element.Get())];
+        element.GiveBack();
+    }
+    return result;
+}
+
+constexpr struct {
+    int64_t elementCode;
+    id (*convert)(REALobject array, const EnclosingContainers *enclosing);
+} kElementTypes[] = {
+    {2, ConvertElements<REALGetArrayValueInteger, ConvertInteger>},
+    {3, ConvertElements<REALGetArrayValueInt64, ConvertInt64>},
+    {4, ConvertElements<REALGetArrayValueSingle, ConvertSingle>},
+    {5, ConvertElements<REALGetArrayValueDouble, ConvertDouble>},
+    {7, ConvertElements<REALGetArrayValueObject, NewNSDate>},
+    {8, ConvertElements<REALGetArrayValueString, ConvertString>},
+    {9, ConvertElements<REALGetArrayValueObject, GetVariantAsNSObject>},
+    {11, ConvertElements<REALGetArrayValueBoolean, ConvertBoolean>},
+    {37, ConvertElements<REALGetArrayValueText, ConvertText>},
+};
 
 } // namespace
 
-id ConvertIntegerArray(REALobject array, const EnclosingContainers *enclosing)
+id GetArrayAsNSObject(REALobject array, int64_t elementCode, const EnclosingContainers *enclosing)
 {
-    return ConvertArray(array, kIntegers, enclosing);
-}
-
-id ConvertInt64Array(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kInt64s, enclosing);
-}
-
-id ConvertSingleArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kSingles, enclosing);
-}
-
-id ConvertDoubleArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kDoubles, enclosing);
-}
-
-id ConvertBooleanArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kBooleans, enclosing);
-}
-
-id ConvertDateArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kDates, enclosing);
-}
-
-id ConvertStringArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kStrings, enclosing);
-}
-
-id ConvertObjectArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kObjects, enclosing);
-}
-
-id ConvertTextArray(REALobject array, const EnclosingContainers *enclosing)
-{
-    return ConvertArray(array, kTexts, enclosing);
+    for (const auto &type : kElementTypes)
+        if (type.elementCode == elementCode)
+            return type.convert(array, enclosing);
+    return nil;
 }

@@ -32,7 +32,7 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary, const EnclosingContaine
     if (result == nil)
         return nil;
 
-    const DictionaryMethodsEnd end;
+    const LastDictionaryScope end;
     for (int64_t index = 0; index < count; ++index) {
         // Before each use: converting a nested Dictionary takes the methods over.
         gDictionaryMethods.Use(source);

@@ -96,11 +96,11 @@ id GetObjectAsNSObject(REALobject object, const EnclosingContainers *enclosing)
         return object != nullptr ? NewFolderItemURL(object) : nil;
     if (object != nullptr && IsOfHostClass(object, "Dictionary"))
         return NewNSDictionary(reinterpret_cast<REALdictionary>(object), enclosing);
-    if (IsOfRememberedWrapperClass(object) || IsOfAny(object, kDelegateWrapperClasses))
+    if (IsOfRememberedWrapperClass(object) || IsOfAny(object, kWrapperClassesBeforeValues))
         return WrapperHandle(object);
     if (const ValueClass *const valueClass = FindValueClass(object))
         return object != nullptr ? valueClass->convert(object) : nil;
-    if (IsOfAny(object, kOtherWrapperClasses))
+    if (IsOfAny(object, kWrapperClassesAfterValues))
         return WrapperHandle(object);
     return WrapInFamilyObject(object);
 }

@@ -75,33 +75,14 @@ constexpr struct {
     int64_t code;
     id (*convert)(REALobject variant, const EnclosingContainers *enclosing);
 } kConversions[] = {
-    {2, ConvertLong},
-    {3, ConvertLongLong},
-    {4, ConvertSingle},
-    {5, ConvertDouble},
-    {6, ConvertDouble},
-    {7, ConvertDate},
-    {8, ConvertString},
-    {9, GetObjectAsNSObject},
-    {11, ConvertBoolean},
-    {16, ConvertLong},
-    {18, ConvertString},
-    {19, ConvertString},
-    {20, ConvertString},
-    {21, ConvertString},
-    {23, ConvertString},
-    {37, ConvertString},
-    // Arrays: 4096 and the element's code. There is none for 6, although there is a scalar.
-    {4098, ConvertIntegerArray},
-    {4099, ConvertInt64Array},
-    {4100, ConvertSingleArray},
-    {4101, ConvertDoubleArray},
-    {4103, ConvertDateArray},
-    {4104, ConvertStringArray},
-    {4105, ConvertObjectArray},
-    {4107, ConvertBooleanArray},
-    {4133, ConvertTextArray},
+    {2, ConvertLong},     {3, ConvertLongLong}, {4, ConvertSingle},  {5, ConvertDouble},
+    {6, ConvertDouble},   {7, ConvertDate},     {8, ConvertString},  {9, GetObjectAsNSObject},
+    {11, ConvertBoolean}, {16, ConvertLong},    {18, ConvertString}, {19, ConvertString},
+    {20, ConvertString},  {21, ConvertString},  {23, ConvertString}, {37, ConvertString},
 };
+
+/// An array has this code and that of its elements.
+constexpr int64_t kArrayCode = 4096;
 
 } // namespace
 
@@ -110,6 +91,8 @@ id GetVariantAsNSObject(REALobject variant, const EnclosingContainers *enclosing
     if (variant == nullptr)
         return nil;
     const int64_t code = GetVariantType(variant);
+    if (code >= kArrayCode)
+        return GetArrayAsNSObject(variant, code - kArrayCode, enclosing);
     for (const auto &conversion : kConversions)
         if (conversion.code == code)
             return conversion.convert(variant, enclosing);

@@ -13,7 +13,7 @@ bool IsOfRememberedWrapperClass(REALobject object);
 bool IsOfHostClass(REALobject object, const char *className);
 
 /// Host classes of wrappers that are tried after the remembered ones.
-inline constexpr const char *kDelegateWrapperClasses[] = {
+inline constexpr const char *kWrapperClassesBeforeValues[] = {
     "WebUIDelegateQZL",
     "WebResourceLoadDelegateQZL",
     "WebFrameLoadDelegateQZL",
@@ -24,7 +24,7 @@ inline constexpr const char *kDelegateWrapperClasses[] = {
 };
 
 /// Host classes of wrappers that are tried after the value classes; most hold a Core Foundation object.
-inline constexpr const char *kOtherWrapperClasses[] = {
+inline constexpr const char *kWrapperClassesAfterValues[] = {
     "WebPolicyDelegateQZL", "CFObjectQZL", "CGColorQZL",   "CGFontQZL",  "CGImageQZL",
     "CGColorSpaceQZL",      "CGPathQZL",   "CGContextQZL", "CGLayerQZL",
 };

@@ -19,7 +19,7 @@ REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainer
     NSArray *const keys = [dictionary allKeys];
     if (keys == nil)
         return reinterpret_cast<REALdictionary>(result.Release());
-    const DictionaryMethodsEnd end;
+    const LastDictionaryScope end;
     const NSUInteger count = [keys count];
     for (NSUInteger index = 0; index < count; ++index) {
         const id key = [keys objectAtIndex:index];
