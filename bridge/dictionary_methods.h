@@ -16,15 +16,15 @@ struct DictionaryMethodCache {
     /// "Key(index As Integer) As Variant"
     std::atomic<REALobject (*)(REALobject dictionary, int64_t index)> LastDictionaryKeyGetter;
 
-    /// Loads the methods for this Dictionary unless it is the last one. To be called again after anything
-    /// that may convert another Dictionary. Another thread may put its Dictionary's methods in their place at
-    /// any time, which differ only where a program's class has methods of its own.
+    /// Loads the methods for this Dictionary unless it is the last one. Called again after anything that may
+    /// convert another Dictionary. Another thread may replace the methods with its own Dictionary's at any
+    /// time; these differ only where a program's class has methods of its own.
     void Use(REALobject dictionary);
 };
 
 extern DictionaryMethodCache gDictionaryMethods;
 
-/// Forgets the last Dictionary when a conversion ends, however it ends.
+/// Lives as long as the conversion of a Dictionary, and forgets the last Dictionary at its end.
 class LastDictionaryScope {
 public:
     LastDictionaryScope() = default;

@@ -1,4 +1,4 @@
-// The containers that a conversion is inside of, so that one that holds itself does not go on for ever.
+// The containers that a conversion is inside of, so that the conversion of one that holds itself ends.
 #pragma once
 
 /// An array, set or dictionary that is being converted, and what encloses it. Lives on the stack of the

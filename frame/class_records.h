@@ -16,7 +16,7 @@ inline constexpr uint64_t kMethodFlags = 4;
 
 /// How the host reads or writes a property.
 union REALaccessor {
-    /// Null for what cannot be done.
+    /// Null where the property cannot be read or written.
     void *function;
     /// `kFieldAccess`: the host reads or writes the field itself.
     uintptr_t field;
@@ -42,7 +42,7 @@ struct REALpropertyRecord {
 /// A method, shared method or computed property of a class.
 struct REALmethodRecord {
     void *function;
-    /// Null but for a writable computed property, whose getter is `function`.
+    /// For a computed property that can be written, whose getter is `function`; else null.
     void *setter;
     /// In the host's language.
     const char *declaration;

@@ -18,11 +18,11 @@ void DropCocoaExceptions(Body body)
     }
 }
 
-/// Takes up what the family offers by now: the instance registry, and the preparation of its exception class.
-/// To be called at the start of whatever makes or destroys instances.
+/// Fetches the instance registry and prepares the exception class, as far as the family offers them by now.
+/// Called first by whatever makes or destroys instances.
 void PrepareCocoaExceptionBridge();
 
-/// Runs Cocoa calls for the host and answers their result; after an `NSException` the host exception is
+/// Runs Cocoa calls for the host and returns their result; after an `NSException` the host exception is
 /// raised and the result is empty: 0, null, false or nothing. Exceptions of other kinds pass.
 template <typename Body>
 auto GuardCocoaCalls(Body body) -> decltype(body())

@@ -32,7 +32,7 @@ void RaiseWrapped(NSException *exception)
 
 void RaiseNSExceptionQZL(NSException *exception)
 {
-    // An exception that comes up while another is reported has nowhere to go.
+    // An exception raised while another is reported has nowhere to go.
     DropCocoaExceptions(
         [&] { NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]); });
     DropCocoaExceptions([&] { RaiseWrapped(exception); });

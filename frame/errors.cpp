@@ -52,7 +52,8 @@ REALstring BuildMessageQuietly(const char *text)
     }
 }
 
-/// With the exception's own text. It is copied, as it ends with the handler; without memory there is none.
+/// The failure with the exception's own text: a copy, because the text ends with the handler; null without
+/// memory.
 StandardFailure FailureOf(const char *className, const std::exception &error)
 {
     const size_t size = std::strlen(error.what()) + 1;
@@ -75,7 +76,7 @@ void RaiseException(const char *className, const char *message, uint32_t, int64_
 
 void RaiseOutOfBoundsException(int64_t value, int64_t count)
 {
-    const HeapBuffer text = AllocateZeroedBuffer(kBoundsMessageSize);
+    const HeapBuffer text = AllocateBuffer(kBoundsMessageSize);
     if (text == nullptr) {
         RaiseException("OutOfBoundsException", "Out of Bounds");
         return;

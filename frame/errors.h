@@ -1,8 +1,8 @@
 // How host code learns of errors: host exceptions, by class name.
 //
 // The host records a raised exception and throws it once the library's function has returned, so each of
-// these returns normally and the caller ends with its empty result; what the host's own functions throw
-// meanwhile passes. Called on the thread that the host called in on.
+// these returns normally and the caller ends with its empty result. Exceptions that the host's functions
+// throw meanwhile pass. Called on the thread that the host called in on.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +30,7 @@ StandardFailure CurrentStandardFailure();
 /// such exceptions cannot be caught while one is being handled.
 void RaiseStandardFailure(const StandardFailure &failure);
 
-/// Runs a body that may throw C++ exceptions, in a `.cpp` source, and answers its result; after an exception
+/// Runs a body that may throw C++ exceptions, in a `.cpp` source, and returns its result; after an exception
 /// the host exception is raised and the result is empty.
 template <typename Body>
 auto GuardStandardExceptions(Body body) -> decltype(body())
@@ -45,5 +45,5 @@ auto GuardStandardExceptions(Body body) -> decltype(body())
     return {};
 }
 
-/// Nothing: the getter behind the declaration that makes the exception class known to the host as a type.
+/// Returns null. Its declaration makes the exception class known to the host as a type.
 struct REALobjectStruct *DummyException(struct REALobjectStruct *instance);

@@ -14,9 +14,3 @@ inline HeapBuffer AllocateBuffer(size_t size)
 {
     return HeapBuffer(static_cast<char *>(std::malloc(size)));
 }
-
-/// `size` zero bytes, or null when there is no memory.
-inline HeapBuffer AllocateZeroedBuffer(size_t size)
-{
-    return HeapBuffer(static_cast<char *>(std::calloc(1, size)));
-}

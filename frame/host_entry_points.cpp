@@ -16,8 +16,8 @@ Function *FindHostFunction(Function *&slot, const char *name)
     return KeepFound(slot, [name] { return gResolver(name); });
 }
 
-/// Calls a function, if there is one. Without it the answer is 0, null or false. For a procedure the answer
-/// is whether there is one.
+/// Calls a function, if there is one, and returns its result, or else 0, null or false. For a procedure
+/// returns whether there is one.
 template <typename Result, typename... Parameters, typename... Arguments>
 auto CallIfFound(Result (*function)(Parameters...), Arguments... arguments)
 {
@@ -36,8 +36,8 @@ __attribute__((noinline)) auto FindAndCallHost(Function *&slot, const char *name
     return CallIfFound(FindHostFunction(slot, name), arguments...);
 }
 
-/// Calls a host function, as `CallIfFound` does. The look-up is apart, so that a function that was found
-/// before costs a jump.
+/// Calls a host function, as `CallIfFound` does. The look-up is out of line, so that a function that was
+/// found before costs a jump.
 template <typename Function, typename... Arguments>
 auto CallHost(Function *&slot, const char *name, Arguments... arguments)
 {

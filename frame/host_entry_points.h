@@ -1,5 +1,5 @@
 // The host's functions, one wrapper each. A wrapper finds its function by name on first use and keeps it;
-// while the host has no such function the call does nothing and answers 0, null or false.
+// while the host has no such function the call does nothing and returns 0, null or false.
 //
 // Instances, strings, texts and Core Foundation strings that a wrapper returns, or writes through a pointer,
 // carry one reference that the caller gives back. Arguments are borrowed. Called on the host's thread.
@@ -16,7 +16,7 @@
 void REALRegisterClass(REALclassDefinition *record);
 /// Null for an unknown class. No "Constructor" method runs.
 REALobject REALnewInstance(const char *className);
-/// As the other two that take a reference: answers whether the host has the function.
+/// Returns whether the host has the function, as do the two others that take a reference.
 bool REALLockObject(REALobject object);
 void REALUnlockObject(REALobject object);
 bool REALObjectIsA(REALobject object, REALclassRef classRef);
@@ -87,12 +87,12 @@ bool REALLockText(REALtext text);
 void REALUnlockText(REALtext text);
 CFStringRef REALCopyTextCFString(REALtext text) __attribute__((cf_returns_retained));
 
-// Arrays. An element is read or inserted by the procedure that the host gives for the array; without one
-// nothing happens and the answer is 0, null or false.
+// Arrays. An element is read or inserted by the procedure that the host gives for the array; without one the
+// wrapper does nothing and returns 0, null or false.
 
 REALarray REALCreateArray(int64_t elementType, int64_t upperBound);
 int64_t REALGetArrayUBound(REALarray array);
-/// The array takes a reference of its own. Answers whether there was a procedure.
+/// The array takes a reference of its own. Returns whether there was a procedure.
 bool REALInsertArrayValueObject(REALarray array, int64_t index, REALobject value);
 int64_t REALGetArrayValueInteger(REALarray array, int64_t index);
 int64_t REALGetArrayValueInt64(REALarray array, int64_t index);

@@ -3,7 +3,7 @@
 
 namespace {
 
-/// The host's exceptions are of any kind, Cocoa's among them.
+/// The host may throw exceptions of any kind, Cocoa's included.
 template <typename Handle>
 void UnlockQuietly(Handle handle) noexcept
 {

@@ -13,10 +13,6 @@ inline bool LockHostValue(REALstring string)
 {
     return REALLockString(string);
 }
-inline bool LockHostValue(REALtext text)
-{
-    return REALLockText(text);
-}
 inline void UnlockHostValue(REALobject object)
 {
     REALUnlockObject(object);
@@ -30,16 +26,16 @@ inline void UnlockHostValue(REALtext text)
     REALUnlockText(text);
 }
 
-/// Gives one reference back and drops what the host throws meanwhile. For the way out of another exception.
+/// Gives one reference back and drops what the host throws meanwhile, while another exception unwinds.
 void UnlockHostValueQuietly(REALobject object) noexcept;
 void UnlockHostValueQuietly(REALstring string) noexcept;
 void UnlockHostValueQuietly(REALtext text) noexcept;
 
 /// Owns one reference of an instance, string or text. May hold null.
 ///
-/// To give a reference back runs code of the host's, which may throw. So whoever ends well says `GiveBack`,
-/// and what the host throws gets out. The destructor is for the way out of an exception: it gives back what
-/// is still held, and drops what the host throws, for there is an exception on its way already.
+/// Giving a reference back runs the host's code, which may throw. A function that ends normally calls
+/// `GiveBack`, which lets the host's exceptions pass. The destructor serves the unwinding of another
+/// exception: it gives back what is still held and drops what the host throws.
 template <typename Handle>
 class HostRef {
 public:
@@ -63,8 +59,8 @@ public:
     /// Hands the reference to the caller.
     Handle Release() { return std::exchange(handle_, nullptr); }
 
-    /// Gives the reference back, if there is one. Exceptions of the host's pass; the reference counts as
-    /// given back then, too.
+    /// Gives the reference back, if there is one. The host's exceptions pass; even then the reference counts
+    /// as given back.
     void GiveBack()
     {
         if (const Handle handle = Release())
@@ -75,7 +71,7 @@ private:
     Handle handle_;
 };
 
-/// Keeps a borrowed instance, string or text locked. Where the host cannot lock there is nothing to unlock
+/// Keeps a borrowed instance or string locked. Where the host cannot lock there is nothing to unlock
 /// either. Ends as a `HostRef` does.
 template <typename Handle>
 class HostLock {

@@ -22,8 +22,8 @@ bool IsASCII(const void *bytes, int64_t length)
     return std::all_of(first, first + length, [](unsigned char byte) { return byte < 0x80; });
 }
 
-/// The string in UTF-8, with one reference for the caller; takes over the reference of what it is made from.
-/// The host is asked for a null string, too.
+/// Converts a string, whose reference it takes over, to UTF-8; with one reference for the caller. A null
+/// string goes to the host, too.
 REALstring ConvertToUTF8(REALstring owned)
 {
     HostRef<REALstring> string(owned);
@@ -33,7 +33,7 @@ REALstring ConvertToUTF8(REALstring owned)
 }
 
 /// Writes UTF-16 for `count` code points in the machine's byte order; `units` has room for two units each.
-/// Surrogates are dropped, numbers beyond Unicode replaced. Answers how many units were written.
+/// Surrogates are dropped, numbers beyond Unicode replaced. Returns how many units it wrote.
 size_t ConvertUTF32(const void *bytes, size_t count, UniChar *units)
 {
     UniChar *next = units;
@@ -52,8 +52,8 @@ size_t ConvertUTF32(const void *bytes, size_t count, UniChar *units)
     return static_cast<size_t>(next - units);
 }
 
-/// For hosts that cannot build UTF-32 themselves. Null without memory. Not inlined, for its buffer would be
-/// on every caller's stack.
+/// Builds a string of UTF-32 for hosts that cannot. Null without memory. Not inlined: its buffer would lie on
+/// every caller's stack.
 __attribute__((noinline)) REALstring BuildFromUTF32(const void *bytes, int64_t length)
 {
     constexpr int64_t kLongestOnStack = 799;

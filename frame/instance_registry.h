@@ -1,5 +1,5 @@
-// The family's registry of wrappers: which host instance stands for a Cocoa object. By identity; it holds no
-// references. The family makes it and may not be there: then nothing is found and nothing entered.
+// The family's registry of wrappers: which host instance stands for a Cocoa object. Keyed by identity; it
+// holds no references. The family makes it; without the family nothing is found and nothing is entered.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

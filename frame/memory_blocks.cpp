@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The plain way to a block takes 32 bits for its size; from this size on the constructor does it.
+/// The host's function takes 32 bits for a size; from this size on the constructor makes the block.
 constexpr int64_t kFirstSizeForConstructor = 0x7FFFFFFF;
 
 using PointerFunction = void *(*)(REALmemoryBlock block);
@@ -23,8 +23,8 @@ REALmemoryBlock AsMemoryBlock(REALobject instance)
     return reinterpret_cast<REALmemoryBlock>(instance);
 }
 
-/// The block's own method, asked of a block made for the purpose, or the host's function; null without
-/// either. Kept once the method is found.
+/// The block's own method, looked up on a block made for the purpose, or else the host's function. The method
+/// is kept once it is found.
 PointerFunction FindPointerFunction(REALmemoryBlock block)
 {
     constexpr int32_t kProbeSize = 4;
@@ -38,8 +38,8 @@ PointerFunction FindPointerFunction(REALmemoryBlock block)
     return method != nullptr ? method : REALMemoryBlockGetPtr;
 }
 
-/// A block of the size with one reference for the caller, or null. What the host raises meanwhile it keeps to
-/// itself.
+/// A block of the size with one reference for the caller, or null. The host drops what its constructor
+/// raises.
 REALmemoryBlock NewMemoryBlock(int64_t size)
 {
     if (size < kFirstSizeForConstructor)
@@ -118,7 +118,7 @@ REALmemoryBlock NewMemoryBlockOfBytes(const void *bytes, int64_t length)
         RaiseOutOfMemory(length);
         return nullptr;
     } catch (const std::bad_alloc &) {
-        // Of the block, and of the report that there is none.
+        // Thrown for the block, or for the report that there is none.
     }
     RaiseOutOfMemory(length);
     return nullptr;

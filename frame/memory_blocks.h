@@ -14,15 +14,15 @@ struct MemoryBlockRequest {
     REALmemoryBlock block;
 };
 
-/// The address of a memory block's bytes, borrowed from the block; null for null and where the host cannot
-/// tell.
+/// The address of a memory block's bytes, borrowed from the block; null for null and where the host does not
+/// know it.
 void *MyREALMemoryBlockGetPtr(REALmemoryBlock block);
 
-/// The size of a memory block in bytes, as the block or else the host tells; 0 where neither does.
+/// The size of a memory block in bytes, as the block reports it, or else the host; 0 where neither does.
 int64_t MemoryBlockSize(REALmemoryBlock block);
 
-/// Fills a `MemoryBlockRequest` through the host's constructor, which takes sizes beyond 32 bits. It is run
-/// by the host's exception handler: what the constructor raises does not come through here.
+/// Fills a `MemoryBlockRequest` through the host's constructor, which takes sizes beyond 32 bits. Runs inside
+/// the host's exception handler, which catches what the constructor raises.
 void REALNewMemoryBlockWork(void *request);
 
 /// A new memory block that holds a copy of the bytes, with one reference for the caller. Null without bytes;

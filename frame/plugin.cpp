@@ -1,4 +1,4 @@
-// The entry point: learns the host's version and registers the classes.
+// The entry point: asks the host for its version and registers the classes.
 #include "frame/plugin.h"
 
 #include "frame/class_records.h"

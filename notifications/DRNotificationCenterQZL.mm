@@ -21,7 +21,7 @@ void removeObserver(REALobject self, REALobject observer, REALstring name, REALo
     });
 }
 
-/// A missing observer is Cocoa's to judge here.
+/// A missing observer is left to Cocoa here.
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {

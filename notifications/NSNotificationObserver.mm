@@ -31,7 +31,7 @@
     @try {
         RaiseGotNotification(target, notification);
     } @catch (NSException *exception) {
-        // There is no host code to raise it in. Its own description may raise: a poster on another thread
+        // No host code runs to raise it in. Its description may raise, too, and a poster on another thread
         // waits.
         DropCocoaExceptions([&] { NSLog(@"%@", exception); });
     }

@@ -126,6 +126,7 @@ constexpr struct {
     int64_t elementCode;
     id (*convert)(REALobject array, const EnclosingContainers *enclosing);
 } kElementTypes[] = {
+    // No row for 6, although a variant may have that code.
     {2, ConvertElements<REALGetArrayValueInteger, ConvertInteger>},
     {3, ConvertElements<REALGetArrayValueInt64, ConvertInt64>},
     {4, ConvertElements<REALGetArrayValueSingle, ConvertSingle>},

@@ -34,7 +34,7 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary, const EnclosingContaine
 
     const LastDictionaryScope end;
     for (int64_t index = 0; index < count; ++index) {
-        // Before each use: converting a nested Dictionary takes the methods over.
+        // Before each use: converting a nested Dictionary replaces the methods.
         gDictionaryMethods.Use(source);
         const auto keyOf = gDictionaryMethods.LastDictionaryKeyGetter.load();
         HostRef<REALobject> key(keyOf == nullptr ? nullptr : keyOf(source, index));

@@ -62,7 +62,7 @@ id ConvertDate(REALobject variant, const EnclosingContainers *)
     return result;
 }
 
-/// Never nil: the empty string stands in for what gives none.
+/// Never nil: a string without a Cocoa counterpart becomes the empty one.
 id ConvertString(REALobject variant, const EnclosingContainers *)
 {
     HostRef<REALstring> string(GetVariantString(variant));

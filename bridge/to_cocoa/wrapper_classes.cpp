@@ -1,4 +1,4 @@
-// Tells instances of the family's wrapper classes.
+// Recognises instances of the family's wrapper classes.
 #include "bridge/to_cocoa/wrapper_classes.h"
 
 #include <algorithm>

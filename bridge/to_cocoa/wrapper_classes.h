@@ -12,7 +12,7 @@ bool IsOfRememberedWrapperClass(REALobject object);
 /// Whether the object is an instance of the host class of that name, which is looked up on every call.
 bool IsOfHostClass(REALobject object, const char *className);
 
-/// Host classes of wrappers that are tried after the remembered ones.
+/// Host classes of wrappers that are tried after the remembered ones and before the value classes.
 inline constexpr const char *kWrapperClassesBeforeValues[] = {
     "WebUIDelegateQZL",
     "WebResourceLoadDelegateQZL",

@@ -12,23 +12,23 @@
 /// How often a step's class is looked up by its name.
 enum class Lookup {
     EachTime,
-    /// On first use only: a class that is not there then is left out for good.
+    /// On first use only: a class that is missing then is skipped for good.
     Once,
 };
 
 struct ConversionStep {
-    /// Objects of this class take the step; for a step of one object, what that is called.
+    /// Objects of this class take the step; for a step of a single object, that object's name.
     const char *name;
     /// What becomes of them: with one reference for the caller, or null. Cocoa exceptions pass.
     REALobject (*convert)(const ConversionSubject &subject) = NewNamedWrapper;
-    /// Where the one object stands that takes the step; null for a step of a class.
+    /// The address of the single object that takes the step; null for a step of a class.
     const CFBooleanRef *object = nullptr;
     Lookup lookup = Lookup::EachTime;
     /// The class is linked to, so it is the same as long as the process lives.
     bool isLinked = false;
 };
 
-// First match wins, also where a later step can then never match.
+// The first match wins, even where that makes a later step unreachable.
 inline constexpr ConversionStep kConversionSteps[] = {
     {.name = "NSURL", .convert = NewURLVariant, .isLinked = true},
     {.name = "NSString", .convert = NewStringVariant, .isLinked = true},
@@ -155,7 +155,7 @@ inline constexpr ConversionStep kConversionSteps[] = {
     {"NSValue", NewStructureInstance},
 };
 
-/// The first step that the object takes, now; null for none. Any thread. Cocoa exceptions pass.
+/// The first step that the object takes now; null for none. Any thread. Cocoa exceptions pass.
 const ConversionStep *FindConversionStep(id object);
 
 /// The class of a step as its lookup finds it; `Nil` where there is none. Any thread.

@@ -1,5 +1,5 @@
-// Finds the step that an object takes. Nothing of what an object might answer otherwise next time is
-// remembered.
+// Finds the step that an object takes. Nothing is remembered that an object might answer differently next
+// time.
 #include "bridge/to_host/conversion_steps.h"
 
 #import <Foundation/Foundation.h>
@@ -164,11 +164,11 @@ ClassStep FirstNamedStep(Class type)
     return first;
 }
 
-/// The classes of the linked steps that came up; null before.
+/// The classes of the linked steps, each null until it first comes up.
 std::atomic<void *> gLinkedClasses[kStepCount];
 
 /// Where the linked class of a class was found last: the number of the step and, in the low four bits, how
-/// far up. Which class it was for is not kept: each use looks whether it holds.
+/// far up. Which class it was for is not kept: each use checks whether it still holds.
 std::atomic<uint8_t> gLinkedPlaces[256];
 constexpr unsigned kBitsOfUp = 4;
 constexpr size_t kMostUp = (1 << kBitsOfUp) - 1;
@@ -204,8 +204,8 @@ void RememberLinkedStep(Class type, const ClassStep &found)
     PlaceFor(type).store(static_cast<uint8_t>(number << kBitsOfUp | up), std::memory_order_relaxed);
 }
 
-/// The step of an object of this class that leaves it to the root class to say of which classes it is: what
-/// it would answer is read off the class and its superclasses.
+/// The step of an object of this class, which has the root class's `isKindOfClass:`. What that would return
+/// is read off the class and its superclasses.
 __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class type)
 {
     const ClassStep named = FirstNamedStep(type);
@@ -221,8 +221,8 @@ __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class typ
     return named.step;
 }
 
-/// The class of the objects that have steps of their own, if none of its chain has an earlier one. It stays
-/// what it is, as these objects live for ever.
+/// The class of the objects that have steps of their own, unless a class of its chain has an earlier step.
+/// These objects live for ever, so the class stays theirs.
 std::atomic<void *> gClassOfOwnObjects{nullptr};
 
 /// The step that is this very object's; null for any other.
@@ -247,8 +247,7 @@ const ConversionStep *OwnStepOr(const ConversionStep *stepOfClass, id object, Cl
 /// The step of an object that no remembered place leads to.
 __attribute__((noinline)) const ConversionStep *StepByLooking(id object, Class type)
 {
-    // The root class may go by the class that the object says it has, and which may be another one after
-    // that.
+    // The root class may go by the class that the object reports, which may change with the report.
     if ([object class] != type || object_getClass(object) != type)
         return StepByAsking(object);
     return OwnStepOr(StepOfClass(object, type), object, type);

@@ -7,7 +7,7 @@
 
 REALobject NewHostDate(NSDate *date)
 {
-    // Asked before anything is allocated: it may raise.
+    // Read before anything is allocated: it may raise.
     const double seconds = [date timeIntervalSinceReferenceDate];
     NSCalendarDate *const calendarDate =
         [[[NSCalendarDate alloc] initWithTimeIntervalSinceReferenceDate:seconds] autorelease];

@@ -26,7 +26,7 @@ REALdictionary NSDictionaryRB(NSDictionary *dictionary, const EnclosingContainer
         const id value = [dictionary objectForKey:key];
         HostRef<REALobject> keyVariant(NewVariantFromNSObject(key, &here));
         HostRef<REALobject> valueVariant(NewVariantFromNSObject(value, &here));
-        // Only now: a value that is a dictionary has taken the methods over.
+        // Only now: converting a nested dictionary replaces the methods.
         gDictionaryMethods.Use(result.Get());
         if (const auto setValue = gDictionaryMethods.LastDictionarySetter.load())
             setValue(result.Get(), keyVariant.Get(), valueVariant.Get());

@@ -5,6 +5,6 @@
 
 @class NSURL;
 
-/// A new folder item for a file URL, also where there is no such item yet but its folder is there; with one
+/// A new folder item for a file URL, also for an item that does not exist yet, if its folder does; with one
 /// reference for the caller. Null for any other URL.
 REALobject NSURLRBFile(NSURL *url);

@@ -22,7 +22,7 @@ std::atomic<bool> doneGetTrueFolderItem{false};
 constexpr UInt32 kVolumeRootNodeID = 2;
 constexpr size_t kLongestPath = 4096;
 
-/// The host's function for a path, asked for at most once in the process; null where the host has none.
+/// The host's function for a path, looked up at most once in the process; null where the host has none.
 TrueFolderItemFunction FindGetTrueFolderItem()
 {
     if (!doneGetTrueFolderItem) {
@@ -33,7 +33,7 @@ TrueFolderItemFunction FindGetTrueFolderItem()
     return GetTrueFolderItem;
 }
 
-/// An existing item's parent and name. False for the root of a volume, and where either cannot be told.
+/// An existing item's parent and name. False for the root of a volume, and where either is unknown.
 bool FindParentAndName(const FSRef &item, FSRef &parent, HFSUniStr255 &name)
 {
     FSCatalogInfo catalog = {};

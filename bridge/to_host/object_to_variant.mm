@@ -12,7 +12,7 @@
 #include "frame/instance_registry.h"
 #include "frame/kept_look_ups.h"
 
-/// What objects answer that the compiler does not know.
+/// A method that Cocoa's objects have and its headers lack.
 @interface NSObject (QZLCoreFoundationType)
 /// The object's Core Foundation type.
 - (CFTypeID)_cfTypeID;
@@ -27,8 +27,8 @@ id TheNull()
     return static_cast<id>(KeepFound(null, [] { return [NSNull null]; }));
 }
 
-/// The wrapper of an object that says that it is a Core Foundation object: with one reference for the caller,
-/// or null. Nothing for any other object, and for one that raises.
+/// The wrapper of an object that reports a Core Foundation type, with one reference for the caller, or null.
+/// Nothing for any other object, and for one that raises.
 std::optional<REALobject> ConvertAsCoreFoundation(id object)
 {
     @try {
@@ -40,7 +40,7 @@ std::optional<REALobject> ConvertAsCoreFoundation(id object)
     return std::nullopt;
 }
 
-/// Of an object that takes none of the steps.
+/// Converts an object that takes none of the steps.
 __attribute__((noinline)) REALobject ConvertOtherwise(id object)
 {
     if (const std::optional<REALobject> wrapper = ConvertAsCoreFoundation(object))

@@ -1,17 +1,16 @@
-// Tells classes whose objects answer for themselves of which classes they are from those that leave it to the
-// root class.
+// Recognises classes whose objects leave `isKindOfClass:` to the root class.
 #pragma once
 
 #import <Foundation/Foundation.h>
 
 #include "frame/kept_look_ups.h"
 
-/// NSObject's methods as they were at first use: one that takes the place of another later is another one.
+/// NSObject's methods as they were at first use. One that is replaced later counts as another method.
 inline IMP gRootInstanceMethodForSelector;
 inline IMP gRootIsKindOfClass;
 
-/// Whether objects of the class answer `isKindOfClass:` by NSObject's own method, now. The class is not
-/// asked, nor are its objects. Any thread.
+/// Whether objects of the class have NSObject's own `isKindOfClass:` now. Neither the class nor its objects
+/// receive a message. Any thread.
 inline bool LeavesItsKindToTheRootClass(Class type)
 {
     using FindMethod = IMP (*)(Class, SEL, SEL);

@@ -10,7 +10,7 @@
 
 /// A folder item, or else the text of the URL.
 REALobject NewURLVariant(const ConversionSubject &subject);
-/// Made even of the null string.
+/// Made even where the host string is null.
 REALobject NewStringVariant(const ConversionSubject &subject);
 REALobject NewMemoryBlockOfData(const ConversionSubject &subject);
 REALobject NewFalse(const ConversionSubject &subject);

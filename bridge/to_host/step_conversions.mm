@@ -19,7 +19,7 @@
 + (REALobject)NewQTKitNSViewQZL:(id)view;
 @end
 
-/// What objects of the family's wrapper answer.
+/// The method that objects of the family's wrapper have.
 @interface NSObject (QZLFamilyWrapper)
 - (REALobject)unwrap;
 @end
