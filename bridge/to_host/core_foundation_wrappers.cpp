@@ -57,6 +57,7 @@ REALobject NewCFWrapper(CFTypeRef object, const char *hostClassName)
         instance.Release(); // left to the host
         return nullptr;
     }
+    data->signature = kCFWrapperSignature;
     data->handle = CFRetain(object);
     return instance.Release();
 }
