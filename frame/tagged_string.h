@@ -1,4 +1,4 @@
-// Host strings of bytes as they are: what messages of errors and all other strings are built on.
+// Builds host strings of bytes that need no conversion. The messages of errors are built here, too.
 #pragma once
 
 #include "frame/host_references.h"
