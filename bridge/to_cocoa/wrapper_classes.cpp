@@ -125,8 +125,8 @@ using ClassRefs = std::atomic<REALclassRef>[std::size(kRememberedClasses)];
 ClassRefs gClassRefs;
 FirstSlot<ClassRefs *> gFirstClassRefs;
 
-/// The classes in the order of their names, null for those that the first look-up did not find. A call that
-/// comes back in through the host meanwhile looks them up as well.
+/// The classes in the order of `kRememberedClasses`, null for those that the first look-up did not find. A
+/// call that comes back in through the host meanwhile looks them up as well.
 const ClassRefs &RememberedClassRefs()
 {
     return *KeepFirst(gFirstClassRefs, [] {
