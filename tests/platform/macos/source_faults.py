@@ -159,7 +159,7 @@ SOURCE_FAULTS = [
     # The class records
     mutation("the class records' flags", [(RECORDS, 'kClassFlags = 4', 'kClassFlags = 5')],
              'class_records_test.ClassRecords.test_hold_the_class_in_thirty_slots'),
-    mutation("the class records' version", [(RECORDS, 'kLatestRecordVersion = 13', 'kLatestRecordVersion = 12')],
+    mutation("the class records' version", [(RECORDS, 'version = kLatestRecordVersion', 'version = 12')],
              'class_records_test.ClassRecords.test_hold_the_class_in_thirty_slots'),
     mutation('instance data of another size',
              [(DISC_RECORDING_RECORD, '.dataSize = sizeof(WrapperData)', '.dataSize = 16')],
