@@ -2,7 +2,7 @@
 #include "bench/floor_dictionary_methods.h"
 #include "bench/floors.h"
 #include "bench/host_functions.h"
-#include "host/value.h"
+#include "host/values/value.h"
 
 namespace code = qzlhost::code;
 

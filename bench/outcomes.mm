@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "bench/host_functions.h"
-#include "examples/value_json.h"
 #include "host/host.h"
+#include "qzlhost/value_json.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -3,14 +3,14 @@
 
 #include <chrono>
 
-#include "host/calls.h"
-#include "host/class_sources.h"
-#include "host/cocoa.h"
-#include "host/entry_points.h"
-#include "host/exceptions.h"
+#include "host/calls/class_sources.h"
+#include "host/calls/cocoa.h"
+#include "host/calls/exceptions.h"
+#include "host/calls/members.h"
+#include "host/calls/program_calls.h"
 #include "host/host_parts.h"
-#include "host/library.h"
-#include "host/members.h"
+#include "host/interface/entry_points.h"
+#include "host/interface/library.h"
 
 namespace qzlhost {
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/class_record.h"
-#include "host/value.h"
+#include "host/language/class_record.h"
+#include "host/values/value.h"
 
 namespace qzlhost {
 

@@ -1,7 +1,7 @@
 // The stand-in host: its faults, trace and accounts.
-#include "host/entry_points.h"
 #include "host/host_parts.h"
-#include "host/strings.h"
+#include "host/interface/entry_points.h"
+#include "host/values/strings.h"
 
 namespace qzlhost {
 

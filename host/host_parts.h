@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/host.h"
-#include "host/object.h"
 #include "host/runtime.h"
+#include "host/values/object.h"
 
 namespace qzlhost {
 

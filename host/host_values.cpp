@@ -1,13 +1,13 @@
 // The stand-in host: its built-in values.
 #include <cstring>
 
-#include "host/arrays.h"
-#include "host/boxes.h"
-#include "host/date.h"
-#include "host/dictionary.h"
-#include "host/folder_item.h"
 #include "host/host_parts.h"
-#include "host/memory_block.h"
+#include "host/values/arrays.h"
+#include "host/values/boxes.h"
+#include "host/values/date.h"
+#include "host/values/dictionary.h"
+#include "host/values/folder_item.h"
+#include "host/values/memory_block.h"
 
 namespace qzlhost {
 

@@ -1,11 +1,11 @@
 // What one host consists of.
 #include "host/runtime.h"
 
-#include "host/class_sources.h"
-#include "host/cocoa.h"
-#include "host/entry_points.h"
-#include "host/exceptions.h"
-#include "host/strings.h"
+#include "host/calls/class_sources.h"
+#include "host/calls/cocoa.h"
+#include "host/calls/exceptions.h"
+#include "host/interface/entry_points.h"
+#include "host/values/strings.h"
 
 namespace qzlhost {
 

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "host/accounts.h"
-#include "host/class_registry.h"
-#include "host/event_keys.h"
-#include "host/faults.h"
+#include "host/calls/class_registry.h"
+#include "host/calls/event_keys.h"
 #include "host/host.h"
-#include "host/trace.h"
+#include "host/interface/faults.h"
+#include "host/interface/trace.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 

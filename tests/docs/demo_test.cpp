@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "tests/docs/markdown.h"
-#include "tests/host/command.h"
-#include "tests/host/watching.h"
+#include "tests/qzlhost/command.h"
+#include "tests/qzlhost/watching.h"
 #include "tests/support/daemon.h"
 #include "tests/support/library_under_test.h"
 

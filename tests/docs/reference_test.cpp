@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "tests/docs/markdown.h"
-#include "tests/host/command.h"
+#include "tests/qzlhost/command.h"
 #include "tests/support/library_under_test.h"
 
 using nlohmann::json;

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "host/marshalling.h"
+#include "host/calls/marshalling.h"
 
 using qzlhost::ClassRecord;
 using qzlhost::Declaration;

@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-#include "host/exception_class.h"
+#include "family/exception_class.h"
 #include "host/host.h"
 #include "tests/notifications/peer_lines.h"
 #include "tests/notifications/typed_json.h"

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <thread>
 
-#include "examples/value_json.h"
+#include "qzlhost/value_json.h"
 #include "tests/notifications/member_names.h"
 #include "tests/support/family.h"
 

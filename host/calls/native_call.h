@@ -1,0 +1,48 @@
+// Calls through function pointers whose signature is known at run time only, and the way back.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "host/language/declaration.h"
+
+namespace qzlhost {
+
+/// One argument or result at machine level; which member counts is the NativeType's affair.
+/// Whole numbers of every width live in `integer`, sign- or zero-extended as their type asks.
+union NativeValue {
+    int64_t integer;
+    float single;
+    double number;
+    void *pointer;
+};
+
+struct NativeSignature {
+    NativeType result = NativeType::Nothing;
+    std::vector<NativeType> parameters;
+};
+
+/// Calls `function`. `arguments` has one value for each parameter. C++ and Cocoa exceptions pass through.
+NativeValue CallNative(void *function, const NativeSignature &signature, const NativeValue *arguments);
+
+/// A native function made at run time that calls `body` with its arguments. The function lives as
+/// long as this object.
+class NativeCallback {
+public:
+    using Body = std::function<NativeValue(const NativeValue *arguments)>;
+
+    NativeCallback(NativeSignature signature, Body body);
+    ~NativeCallback();
+    NativeCallback(const NativeCallback &) = delete;
+    NativeCallback &operator=(const NativeCallback &) = delete;
+
+    void *Function() const;
+
+private:
+    struct Implementation;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+} // namespace qzlhost

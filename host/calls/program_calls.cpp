@@ -1,0 +1,149 @@
+// Calls of members, and what surrounds a call into the library.
+#include "host/calls/program_calls.h"
+
+#include "host/calls/cocoa.h"
+#include "host/calls/exceptions.h"
+#include "host/calls/fields.h"
+#include "host/host.h"
+#include "host/runtime.h"
+
+namespace qzlhost {
+
+namespace {
+
+/// An exception that nobody took is not the next call's.
+void DropStrayException()
+{
+    if (const Held<Instance> stray = TakeException())
+        RecordMistake(Describe(stray.Get()) + " was raised where no program could catch it");
+}
+
+thread_local int callDepth = 0;
+
+/// Surrounds a call that a program makes: only what is raised inside is the call's.
+class ProgramCall {
+public:
+    ProgramCall() = default;
+    ~ProgramCall() { --callDepth; }
+    ProgramCall(const ProgramCall &) = delete;
+    ProgramCall &operator=(const ProgramCall &) = delete;
+
+private:
+    static bool Enter()
+    {
+        if (callDepth++ == 0)
+            DropStrayException();
+        return true;
+    }
+
+    CocoaScope cocoa_;
+    FunctionScope function_{kProgram};
+    bool entered_ = Enter();
+    ExceptionScope outer_;
+};
+
+} // namespace
+
+int &PoolDepth()
+{
+    thread_local int depth = 0;
+    return depth;
+}
+
+CocoaScope::CocoaScope() : pool_(nullptr)
+{
+    if (PoolDepth()++ == 0) {
+        RegisterThreadWithCocoa();
+        pool_ = PushPool();
+    }
+}
+
+CocoaScope::~CocoaScope()
+{
+    --PoolDepth();
+    if (pool_)
+        PopPool(pool_);
+}
+
+Value NewByProgram(const Class &type)
+{
+    const ProgramCall call;
+    Value instance = Value::Adopt(NewInstance(type));
+    ThrowRecorded();
+    return instance;
+}
+
+Value CallFunction(void *function, const Declaration &declaration, Instance *self,
+                   const std::vector<Value> &arguments)
+{
+    const ProgramCall call;
+    const Value kept = Value::Share(self);
+    const NativeArguments native(declaration, self, arguments);
+    Value result = FromNativeResult(declaration.result, native.Call(function, declaration.result.native));
+    ThrowRecorded();
+    return result;
+}
+
+Value ReadProperty(const Property &property, Instance *self)
+{
+    if (property.getter == kFieldAccess)
+        return ReadField(property, self);
+    const ProgramCall call;
+    const Value kept = Value::Share(self);
+    NativeArguments native(Declaration(), self, {});
+    if (!property.computed)
+        native.AddInteger(property.parameter);
+    Value result = FromNativeResult(property.type, native.Call(property.getter, property.type.native));
+    ThrowRecorded();
+    return result;
+}
+
+void WriteProperty(const Property &property, Instance *self, const Value &value)
+{
+    if (!property.setter)
+        throw UsageError("the property " + property.name + " can only be read");
+    if (property.setter == kFieldAccess) {
+        WriteField(property, self, value);
+        return;
+    }
+    const ProgramCall call;
+    const Value kept = Value::Share(self);
+    NativeArguments native(Declaration(), self, {});
+    if (!property.computed)
+        native.AddInteger(property.parameter);
+    native.Add(property.type, value);
+    native.Call(property.setter, NativeType::Nothing);
+    ThrowRecorded();
+}
+
+void CallNativeProcedure(void *function, Instance *self)
+{
+    NativeValue argument{};
+    argument.pointer = self;
+    CallNative(function, {NativeType::Nothing, {NativeType::Pointer}}, &argument);
+}
+
+std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, ProgramBody body)
+{
+    NativeSignature signature{declaration.result.native, {NativeType::Pointer}};
+    for (const Parameter &parameter : declaration.parameters)
+        signature.parameters.push_back(parameter.type.native);
+    static const Type selfType{TypeKind::Object, NativeType::Pointer, "Object"};
+    auto run = [declaration, body = std::move(body)](const NativeValue *native) {
+        const CocoaScope cocoa;
+        const FunctionScope function(kProgram);
+        try {
+            const Value self = FromNativeArgument(selfType, native[0]);
+            std::vector<Value> arguments;
+            for (size_t i = 0; i < declaration.parameters.size(); ++i)
+                arguments.push_back(FromNativeArgument(declaration.parameters[i].type, native[i + 1]));
+            return ToNativeResult(declaration.result, body(self, arguments));
+        } catch (const ProgramException &exception) {
+            RecordException(exception.Exception().ObjectPointer());
+            return NativeValue{};
+        }
+    };
+    return std::make_unique<NativeCallback>(std::move(signature), std::move(run));
+}
+
+} // namespace qzlhost

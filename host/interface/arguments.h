@@ -1,0 +1,117 @@
+// The arguments of host functions: which ones are acceptable, and how they read in the trace.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+#include "host/calls/class.h"
+#include "host/values/object.h"
+#include "host/values/strings.h"
+
+namespace qzlhost {
+
+/// A pointer that must not be null. As large as the pointer, and passed like it.
+template <class T>
+struct NotNull {
+    T *pointer;
+
+    T *operator->() const { return pointer; }
+    T &operator*() const { return *pointer; }
+};
+
+/// An instance whose payload is a P; not null.
+template <class P>
+struct Of {
+    Instance *instance;
+
+    P *operator->() const { return PayloadOf<P>(instance); }
+    P &operator*() const { return *PayloadOf<P>(instance); }
+};
+
+/// Whether these are good arguments. The acceptable ones are alive and of the right kind; for others a
+/// mistake is recorded. Null is good where the type does not forbid it.
+bool IsAlive(const Instance *instance);
+bool IsAlive(const String *string);
+bool IsAlive(const Text *text);
+bool IsAlive(const ClassReference *reference);
+bool RefuseNull();
+bool RefuseOtherPayload(const Instance *instance);
+
+template <class T>
+bool IsAcceptable(const T &argument)
+{
+    if constexpr (std::is_convertible_v<T, const Instance *> || std::is_convertible_v<T, const String *> ||
+                  std::is_convertible_v<T, const Text *> || std::is_convertible_v<T, const ClassReference *>)
+        return IsAlive(argument);
+    return true;
+}
+
+template <class T>
+bool IsAcceptable(NotNull<T> argument)
+{
+    return argument.pointer ? IsAcceptable(argument.pointer) : RefuseNull();
+}
+
+template <class P>
+bool IsAcceptable(Of<P> argument)
+{
+    if (!argument.instance)
+        return RefuseNull();
+    return IsAcceptable(argument.instance) &&
+           (PayloadOf<P>(argument.instance) || RefuseOtherPayload(argument.instance));
+}
+
+/// Readable, also for pointers that are not alive.
+std::string Shown(const Instance *instance);
+std::string Shown(const String *string);
+std::string Shown(const Text *text);
+std::string Shown(const ClassReference *reference);
+/// In quotation marks.
+std::string Shown(const char *name);
+std::string Shown(const void *pointer);
+
+template <class T>
+std::string Shown(const T &number)
+{
+    static_assert(std::is_arithmetic_v<T>);
+    if constexpr (std::is_same_v<T, bool>)
+        return number ? "True" : "False";
+    else
+        return std::to_string(number);
+}
+
+inline std::string Shown(Instance *instance)
+{
+    return Shown(static_cast<const Instance *>(instance));
+}
+
+inline std::string Shown(String *string)
+{
+    return Shown(static_cast<const String *>(string));
+}
+
+inline std::string Shown(Text *text)
+{
+    return Shown(static_cast<const Text *>(text));
+}
+
+template <class T>
+std::string Shown(T *pointer)
+{
+    return Shown(reinterpret_cast<const void *>(pointer));
+}
+
+template <class T>
+std::string Shown(NotNull<T> argument)
+{
+    return Shown(argument.pointer);
+}
+
+template <class P>
+std::string Shown(Of<P> argument)
+{
+    return Shown(argument.instance);
+}
+
+} // namespace qzlhost

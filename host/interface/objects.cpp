@@ -1,0 +1,111 @@
+// Entry points: registration, instances, events, exceptions and methods by declaration.
+#include "host/calls/class_sources.h"
+#include "host/calls/exceptions.h"
+#include "host/calls/members.h"
+#include "host/calls/program_calls.h"
+#include "host/interface/entry_functions.h"
+#include "host/runtime.h"
+
+namespace qzlhost {
+
+namespace {
+
+/// Nothing, and a mistake, for a text that is no declaration.
+std::optional<Declaration> Parsed(const char *text)
+{
+    try {
+        return ParseDeclaration(text);
+    } catch (const DeclarationError &error) {
+        RecordMistake(error.what());
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+double Version()
+{
+    return Runtime::Current()->options.version.value_or(0);
+}
+
+void RegisterVersion(int32_t version)
+{
+    if (version < kOldestRecordVersion || version > kNewestRecordVersion)
+        RecordMistake("the class-record version " + std::to_string(version) + " is not known");
+    Runtime::Current()->declaredVersion = version;
+}
+
+void RegisterClass(NotNull<RecordBytes> record)
+{
+    RegisterLibraryClass(record.pointer);
+}
+
+Instance *PluginNewInstance(NotNull<const char> name)
+{
+    const Class *const type = Runtime::Current()->classes.Find(name.pointer);
+    return type ? NewInstance(*type) : nullptr;
+}
+
+void LockObject(Instance *object)
+{
+    Lock(object);
+}
+
+void UnlockObject(Instance *object)
+{
+    Unlock(object);
+}
+
+bool ObjectIsA(Instance *object, const ClassReference *reference)
+{
+    return object && reference && Runtime::Current()->classes.IsA(*object->type, reference->name);
+}
+
+const ClassReference *ObjectType(NotNull<const char> name)
+{
+    const Class *const type = Runtime::Current()->classes.Find(name.pointer);
+    return type ? type->reference : nullptr;
+}
+
+void *EventInstance(NotNull<Instance> object, void *key)
+{
+    const ClassRegistry &classes = Runtime::Current()->classes;
+    const ClassRegistry::Event event = classes.FindEvent(reinterpret_cast<uint64_t>(key));
+    if (!event.type || !classes.IsA(*object->type, event.type->name))
+        return nullptr;
+    for (const Class *type : classes.Chain(*object->type)) {
+        for (const NativeMethod &handler : type->handlers)
+            if (SameSignature(handler.declaration, *event.declaration))
+                return handler.function;
+    }
+    return nullptr;
+}
+
+void RaiseException(NotNull<Instance> exception)
+{
+    RecordException(exception.pointer);
+}
+
+Instance *CallWithExceptionHandler(NotNull<void(void *)> function, void *argument)
+{
+    const ExceptionScope outer;
+    function.pointer(argument);
+    return TakeException().HandOver();
+}
+
+void *LoadGlobalMethod(void *, NotNull<const char> declaration)
+{
+    const std::optional<Declaration> parsed = Parsed(declaration.pointer);
+    return parsed ? Runtime::Current()->faults.AnswerMethod(*parsed, FindGlobalMethod(*parsed)) : nullptr;
+}
+
+void *LoadObjectMethod(Instance *object, NotNull<const char> declaration)
+{
+    const std::optional<Declaration> parsed = Parsed(declaration.pointer);
+    if (!object || !parsed)
+        return nullptr;
+    const NativeMethod *const method = FindMethod(*object->type, *parsed);
+    return Runtime::Current()->faults.AnswerMethod(*parsed, method ? method->function : nullptr);
+}
+
+} // namespace qzlhost

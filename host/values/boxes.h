@@ -1,0 +1,26 @@
+// Variants that box a number, a string, a boolean or a text.
+#pragma once
+
+#include "host/calls/builtin.h"
+#include "host/values/object.h"
+#include "host/values/value.h"
+
+namespace qzlhost {
+
+struct Box : Payload {
+    explicit Box(Value value) : content(std::move(value)) {}
+
+    int64_t Code() const override { return content.Code(); }
+    std::string AsString() const override { return content.AsString(); }
+
+    const Value content;
+};
+
+/// A new variant of this value, with one reference; null for Nil. An object is its own variant, with one more
+/// reference.
+Instance *NewVariant(const Value &value);
+
+/// The class "Variant", whose properties every instance has.
+BuiltInClass VariantClass();
+
+} // namespace qzlhost

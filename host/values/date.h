@@ -1,0 +1,40 @@
+// The host's Date: a wall-clock time in whole seconds.
+#pragma once
+
+#include <array>
+#include <mutex>
+#include <string>
+
+#include "host/calls/builtin.h"
+
+namespace qzlhost {
+
+/// Year, month, day, hour, minute, second.
+using DateFields = std::array<int64_t, 6>;
+
+/// The same moment with every field in its range.
+DateFields Normalized(const DateFields &fields);
+
+/// Any thread.
+struct Date : Payload {
+    /// The present time in the local time zone.
+    Date();
+
+    int64_t Code() const override { return code::Date; }
+    /// As in 2024-02-29 14:05:09.
+    std::string AsString() const override;
+
+    /// In their ranges. Fields are put in order when they are read, so that they can be set one after the
+    /// other.
+    DateFields Fields() const;
+    void SetFields(const DateFields &fields);
+    void SetField(size_t field, int64_t value);
+
+private:
+    mutable std::mutex mutex_;
+    DateFields fields_;
+};
+
+BuiltInClass DateClass();
+
+} // namespace qzlhost

@@ -1,0 +1,163 @@
+// The host's Dictionary: entries in the order in which their keys came.
+#include "host/values/dictionary.h"
+
+#include "host/calls/exceptions.h"
+#include "host/interface/thunk.h"
+#include "host/values/boxes.h"
+#include "host/values/date.h"
+
+namespace qzlhost {
+
+namespace {
+
+/// Equal for equal keys only.
+std::string Identity(const Value &key)
+{
+    switch (key.Code()) {
+    case code::Null:
+        return "nil";
+    case code::Boolean:
+        return "boolean " + key.AsString();
+    case code::Int32:
+    case code::Int64:
+    case code::Color:
+        return "number " + std::to_string(key.AsInteger());
+    case code::Single:
+    case code::Double:
+    case code::Currency: {
+        const int64_t whole = key.AsInteger();
+        const bool isWhole = static_cast<double>(whole) == key.AsDouble();
+        return "number " + (isWhole ? std::to_string(whole) : Value(key.AsDouble()).AsString());
+    }
+    case code::Date:
+        return "date " + key.AsString();
+    default:
+        break;
+    }
+    const Instance *const instance = key.ObjectPointer();
+    if (instance && !PayloadOf<Box>(instance))
+        return "object " + std::to_string(reinterpret_cast<uintptr_t>(instance));
+    return "string " + key.AsString();
+}
+
+Instance *GetValue(Of<Dictionary> self, Instance *key)
+{
+    const std::optional<Value> value = self->Find(Value::Share(key));
+    return value ? NewVariant(*value) : nullptr;
+}
+
+void SetValue(Of<Dictionary> self, Instance *key, Instance *value)
+{
+    self->Set(Value::Share(key), Value::Share(value));
+}
+
+Instance *GetKey(Of<Dictionary> self, int64_t index)
+{
+    const std::optional<Value> key = self->KeyAt(index);
+    if (!key) {
+        RaiseHostException("OutOfBoundsException", "The Dictionary has no key at this index.");
+        return nullptr;
+    }
+    return NewVariant(*key);
+}
+
+bool HasKey(Of<Dictionary> self, Instance *key)
+{
+    return self->Find(Value::Share(key)).has_value();
+}
+
+void RemoveKey(Of<Dictionary> self, Instance *key)
+{
+    self->Remove(Value::Share(key));
+}
+
+void RemoveAll(Of<Dictionary> self)
+{
+    self->Clear();
+}
+
+int64_t Count(Of<Dictionary> self, int64_t)
+{
+    return self->Count();
+}
+
+} // namespace
+
+int64_t Dictionary::Count() const
+{
+    std::lock_guard lock(mutex_);
+    return static_cast<int64_t>(entries_.size());
+}
+
+std::optional<Value> Dictionary::Find(const Value &key) const
+{
+    const std::string identity = Identity(key);
+    std::lock_guard lock(mutex_);
+    const auto place = places_.find(identity);
+    return place == places_.end() ? std::nullopt : std::optional(entries_[place->second].value);
+}
+
+std::optional<Value> Dictionary::KeyAt(int64_t index) const
+{
+    std::lock_guard lock(mutex_);
+    if (index < 0 || static_cast<uint64_t>(index) >= entries_.size())
+        return std::nullopt;
+    return entries_[static_cast<size_t>(index)].key;
+}
+
+void Dictionary::Set(const Value &key, const Value &value)
+{
+    const std::string identity = Identity(key);
+    // The old value ends when nothing is locked any more.
+    Value entered = value;
+    std::lock_guard lock(mutex_);
+    const auto [place, isNew] = places_.emplace(identity, entries_.size());
+    if (isNew)
+        entries_.push_back({key, Value()});
+    std::swap(entries_[place->second].value, entered);
+}
+
+bool Dictionary::Remove(const Value &key)
+{
+    const std::string identity = Identity(key);
+    Entry removed;
+    std::lock_guard lock(mutex_);
+    const auto found = places_.find(identity);
+    if (found == places_.end())
+        return false;
+    const size_t place = found->second;
+    places_.erase(found);
+    removed = std::move(entries_[place]);
+    entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(place));
+    for (auto &each : places_)
+        each.second -= each.second > place ? 1 : 0;
+    return true;
+}
+
+void Dictionary::Clear()
+{
+    std::vector<Entry> removed;
+    std::lock_guard lock(mutex_);
+    entries_.swap(removed);
+    places_.clear();
+}
+
+BuiltInClass DictionaryClass()
+{
+    return {"Dictionary",
+            nullptr,
+            &MakePayloadOf<Dictionary>,
+            {
+                {"Count", "Integer", Native<&Count>("Dictionary.Count")},
+            },
+            {
+                {"Value(key As Variant, Assigns _value As Variant)", Native<&SetValue>("Dictionary.Value=")},
+                {"Value(key As Variant) As Variant", Native<&GetValue>("Dictionary.Value")},
+                {"Key(index As Integer) As Variant", Native<&GetKey>("Dictionary.Key")},
+                {"HasKey(key As Variant) As Boolean", Native<&HasKey>("Dictionary.HasKey")},
+                {"Remove(key As Variant)", Native<&RemoveKey>("Dictionary.Remove")},
+                {"Clear()", Native<&RemoveAll>("Dictionary.Clear")},
+            }};
+}
+
+} // namespace qzlhost

@@ -1,0 +1,41 @@
+// The host's Dictionary: entries in the order in which their keys came.
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "host/calls/builtin.h"
+#include "host/values/value.h"
+
+namespace qzlhost {
+
+/// Keys are compared by value as variants: numbers by what they are worth, strings by their text, other
+/// objects by identity. Any thread.
+struct Dictionary : Payload {
+    int64_t Count() const;
+    /// Nothing where absent.
+    std::optional<Value> Find(const Value &key) const;
+    /// Nothing for an index outside the entries.
+    std::optional<Value> KeyAt(int64_t index) const;
+    void Set(const Value &key, const Value &value);
+    /// False where absent.
+    bool Remove(const Value &key);
+    void Clear();
+
+private:
+    struct Entry {
+        Value key;
+        Value value;
+    };
+
+    mutable std::mutex mutex_;
+    std::vector<Entry> entries_;
+    std::unordered_map<std::string, size_t> places_;
+};
+
+BuiltInClass DictionaryClass();
+
+} // namespace qzlhost

@@ -1,0 +1,31 @@
+// The host's MemoryBlock: bytes at a fixed address.
+#pragma once
+
+#include "host/calls/builtin.h"
+
+namespace qzlhost {
+
+struct MemoryBlock : Payload {
+    MemoryBlock() = default;
+    ~MemoryBlock() override;
+    MemoryBlock(const MemoryBlock &) = delete;
+    MemoryBlock &operator=(const MemoryBlock &) = delete;
+
+    /// Zeroed bytes in place of those before; memory that is not touched is not used. False, and nothing
+    /// changed, where there is no room.
+    bool Allocate(int64_t size);
+
+    /// Null without bytes.
+    void *Pointer() const { return bytes_; }
+    int64_t Size() const { return size_; }
+
+private:
+    void Free();
+
+    void *bytes_ = nullptr;
+    int64_t size_ = 0;
+};
+
+BuiltInClass MemoryBlockClass();
+
+} // namespace qzlhost

@@ -1,0 +1,21 @@
+// The notification centres that the commands watch and post to, as wrappers of the library.
+#include "qzlhost/centers.h"
+
+using qzlhost::Host;
+using qzlhost::Value;
+
+Value NewCenter(Host &host, CenterKind kind)
+{
+    switch (kind) {
+    case CenterKind::Distributed:
+        return host.New("NSDistributedNotificationCenterQZL");
+    case CenterKind::Local:
+        return host.New("NSNotificationCenterQZL");
+    case CenterKind::Workspace:
+        break;
+    }
+    // No class of the library makes it; its property Handle takes one from elsewhere, with its retain.
+    Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
+    host.Set(center, "Handle", Host::WorkspaceCenterHandle());
+    return center;
+}
