@@ -6,11 +6,13 @@
 #include "host/calls/class_sources.h"
 #include "host/calls/cocoa.h"
 #include "host/calls/exceptions.h"
+#include "host/calls/instances.h"
+#include "host/calls/marshalling.h"
 #include "host/calls/members.h"
 #include "host/calls/program_calls.h"
-#include "host/host_parts.h"
 #include "host/interface/entry_points.h"
-#include "host/interface/library.h"
+#include "host/language/names.h"
+#include "host/runtime.h"
 
 namespace qzlhost {
 
@@ -47,36 +49,21 @@ const Property &KnownProperty(const Instance &instance, std::string_view name)
     return *property;
 }
 
-std::string MessageOf(const Value &exception)
-{
-    const Property *const message = FindProperty(*exception.ObjectPointer()->type, "Message");
-    return message ? ReadProperty(*message, exception.ObjectPointer()).AsString() : std::string();
-}
-
 } // namespace
 
-ProgramException::ProgramException(Value exception)
-    : std::runtime_error(exception.ObjectPointer()->type->name + ": " + MessageOf(exception)),
-      exception_(std::move(exception)), className_(exception_.ObjectPointer()->type->name),
-      message_(MessageOf(exception_))
+Host::Host(HostOptions options)
+    : runtime_(std::make_unique<Runtime>(*this, options.version, options.accounts))
 {
-    if (const Property *const number = FindProperty(*exception_.ObjectPointer()->type, "ErrorNumber"))
-        errorNumber_ = ReadProperty(*number, exception_.ObjectPointer()).AsInteger();
-}
-
-Host::Host(HostOptions options) : implementation_(std::make_unique<Implementation>(options))
-{
-    implementation_->host = this;
 }
 
 Host::~Host() = default;
 
 Host &Host::Current()
 {
-    Runtime *const runtime = Runtime::Current();
-    if (!runtime)
+    Host *const host = qzlhost::Current<Host>();
+    if (!host)
         throw UsageError("there is no host");
-    return *static_cast<Implementation *>(runtime)->host;
+    return *host;
 }
 
 void Host::Load(const std::string &path)
@@ -91,24 +78,24 @@ void *(*Host::Resolver() const)(const char *)
 
 const std::vector<ClassRecord> &Host::RegisteredClasses() const
 {
-    return implementation_->records;
+    return runtime_->classes.records;
 }
 
 std::optional<int32_t> Host::DeclaredVersion() const
 {
-    return implementation_->declaredVersion;
+    return runtime_->session.declaredVersion;
 }
 
 void Host::DefineClass(ClassDefinition definition)
 {
     const std::string name = definition.name;
-    if (!implementation_->classes.Add(MakeProgramClass(std::move(definition))))
+    if (!runtime_->classes.Add(MakeProgramClass(std::move(definition))))
         throw UsageError("there is a class " + name + " already");
 }
 
 bool Host::HasClass(std::string_view name) const
 {
-    return implementation_->classes.Find(name) != nullptr;
+    return runtime_->classes.Find(name) != nullptr;
 }
 
 std::string Host::ClassOf(const Value &instance) const
@@ -118,12 +105,12 @@ std::string Host::ClassOf(const Value &instance) const
 
 bool Host::IsA(const Value &instance, std::string_view className) const
 {
-    return implementation_->classes.IsA(*InstanceOf(instance).type, className);
+    return runtime_->classes.IsA(*InstanceOf(instance).type, className);
 }
 
 Value Host::New(std::string_view className, const std::vector<Value> &arguments)
 {
-    const Class &type = KnownClass(implementation_->classes, className);
+    const Class &type = KnownClass(runtime_->classes, className);
     const std::string what = CallName(type.name, "Constructor", arguments);
     const std::vector<Overload> overloads = FindOverloads(type, "Constructor", false);
     const NativeMethod *const constructor = arguments.empty()
@@ -137,7 +124,7 @@ Value Host::New(std::string_view className, const std::vector<Value> &arguments)
 
 Value Host::NewWithoutConstructor(std::string_view className)
 {
-    return Value::Adopt(NewInstance(KnownClass(implementation_->classes, className)));
+    return Value::Adopt(NewInstance(KnownClass(runtime_->classes, className)));
 }
 
 Value Host::Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments)
@@ -151,13 +138,13 @@ Value Host::CallAs(std::string_view className, const Value &instance, std::strin
 {
     if (!IsA(instance, className))
         throw UsageError("the instance is of no class " + std::string(className));
-    return CallOn(KnownClass(implementation_->classes, className), &InstanceOf(instance), method, arguments);
+    return CallOn(KnownClass(runtime_->classes, className), &InstanceOf(instance), method, arguments);
 }
 
 Value Host::CallShared(std::string_view className, std::string_view method,
                        const std::vector<Value> &arguments)
 {
-    const Class &type = KnownClass(implementation_->classes, className);
+    const Class &type = KnownClass(runtime_->classes, className);
     const NativeMethod &chosen =
         ChooseOverload(FindOverloads(type, method, true), arguments, CallName(type.name, method, arguments));
     return CallFunction(chosen.function, chosen.declaration, nullptr, arguments);
@@ -185,8 +172,8 @@ void Host::Set(const Value &instance, std::string_view property, const Value &va
 
 int64_t Host::Constant(std::string_view className, std::string_view name) const
 {
-    const Class &type = KnownClass(implementation_->classes, className);
-    for (const Class *each : implementation_->classes.Chain(type)) {
+    const Class &type = KnownClass(runtime_->classes, className);
+    for (const Class *each : runtime_->classes.Chain(type)) {
         for (const ConstantDeclaration &constant : each->constants)
             if (SameName(constant.name, name))
                 return ValueOf(constant.value).AsInteger();
@@ -197,11 +184,6 @@ int64_t Host::Constant(std::string_view className, std::string_view name) const
 void *Host::InstanceData(const Value &instance) const
 {
     return DataOf(&InstanceOf(instance));
-}
-
-int64_t Host::WorkspaceCenterHandle()
-{
-    return reinterpret_cast<int64_t>(NewWorkspaceCenter());
 }
 
 bool Host::RunUntil(const std::function<bool()> &done, double seconds)
@@ -226,14 +208,12 @@ Value Host::TakeException()
 AutoreleasePool::AutoreleasePool() : pool_(nullptr)
 {
     RegisterThreadWithCocoa();
-    ++PoolDepth();
     pool_ = PushPool();
 }
 
 AutoreleasePool::~AutoreleasePool()
 {
     PopPool(pool_);
-    --PoolDepth();
 }
 
 } // namespace qzlhost

@@ -4,91 +4,27 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/calls/class_definition.h"
+#include "host/calls/errors.h"
+#include "host/interface/library.h"
+#include "host/interface/trace.h"
 #include "host/language/class_record.h"
 #include "host/values/value.h"
 
 namespace qzlhost {
 
-/// A library that cannot be loaded, or has no entry point.
-class LoadError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// A member or class that does not exist, or arguments that no overload takes.
-class UsageError : public std::logic_error {
-public:
-    using std::logic_error::logic_error;
-};
-
-/// A host exception that reached the program.
-class ProgramException : public std::runtime_error {
-public:
-    explicit ProgramException(Value exception);
-    /// The instance of the exception class.
-    const Value &Exception() const { return exception_; }
-    const std::string &ClassName() const { return className_; }
-    /// The property Message, UTF-8; empty for the empty string.
-    const std::string &Message() const { return message_; }
-    int64_t ErrorNumber() const { return errorNumber_; }
-
-private:
-    Value exception_;
-    std::string className_;
-    std::string message_;
-    int64_t errorNumber_ = 0;
-};
-
-/// A member that a class of a program or of the host itself implements.
-struct Method {
-    /// In the host's language.
-    std::string declaration;
-    std::function<Value(const Value &self, const std::vector<Value> &arguments)> body;
-};
-
-/// A class that is not the library's: a program's, derived from any class, or one that stands in for
-/// another library's, with instance data of its own.
-struct ClassDefinition {
-    std::string name;
-    std::string super;
-    uint64_t dataSize = 0;
-    /// Called with the new instance; its data lie 48 bytes after the pointer.
-    std::function<void(Instance *)> constructor = nullptr;
-    std::function<void(Instance *)> destructor = nullptr;
-    std::vector<Method> methods = {};
-    /// Implementations of events that a superclass declares, by the event's name in `declaration`.
-    std::vector<Method> events = {};
-};
-
 struct HostOptions {
-    /// What REALGetRBVersion answers; without a value the host lacks that function.
+    /// What REALGetRBVersion returns; without a value the host lacks that function.
     std::optional<double> version = 2024.01;
     /// Without accounts and trace the host is faster, and knows no leaks and few mistakes.
     bool accounts = true;
 };
 
-struct TraceEntry {
-    /// The host function's name.
-    std::string function;
-    /// Its arguments, readable: classes and serial numbers of instances, texts of strings and names.
-    std::string arguments;
-};
-
-enum class CallMoment {
-    /// The arguments are good; the function has done nothing yet.
-    Begins,
-    /// A function without a result has done its work.
-    Ends,
-};
-
-/// Looks on at a call of a host function. At its beginning it answers whether the call goes on: one that does
-/// not does nothing and answers its empty result. What it throws is what the function throws.
-using Interceptor = std::function<bool(const char *function, CallMoment moment)>;
+struct Runtime;
 
 /// One host in a process at a time. Functions are called on the main thread unless their comment says
 /// otherwise.
@@ -108,7 +44,7 @@ public:
     void Load(const std::string &path);
     /// The resolver that a library is given. Any thread.
     void *(*Resolver() const)(const char *);
-    /// The classes that the library registered, in that order.
+    /// What the library registered, in that order.
     const std::vector<ClassRecord> &RegisteredClasses() const;
     /// What RegisterPluginVersion was called with, if it was.
     std::optional<int32_t> DeclaredVersion() const;
@@ -121,7 +57,7 @@ public:
     void Lack(std::string_view function);
     /// The resolver knows this function from the nth ask on (the first ask is 1).
     void AnswerFrom(std::string_view function, int ask);
-    /// The function is there, but does nothing and answers its empty result. Also after it was resolved.
+    /// The function is there, but does nothing and returns its empty result. Also after it was resolved.
     void Fail(std::string_view function, bool fails = true);
     /// The resolver gives this function instead of the host's own.
     void Replace(std::string_view function, void *replacement);
@@ -148,7 +84,7 @@ public:
     /// Members throw ProgramException where the library raised one, UsageError where nothing fits. Any
     /// thread.
     Value New(std::string_view className, const std::vector<Value> &arguments = {});
-    /// A new instance on which no Constructor has run, as a library of the family makes its wrappers.
+    /// A new instance on which no Constructor has run, as a library makes one.
     Value NewWithoutConstructor(std::string_view className);
     Value Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments = {});
     /// As Call, but looked up from this class of the instance on: how a class calls its superclass's method.
@@ -182,11 +118,6 @@ public:
     void ArraySet(const Value &array, int64_t index, const Value &element);
     void ArrayResize(const Value &array, int64_t count);
 
-    // Cocoa objects that another library of the family would hand to a program
-
-    /// The handle of the workspace's notification centre, with a retain for the wrapper that it is put into.
-    static int64_t WorkspaceCenterHandle();
-
     // Accounts
 
     /// Calls of host functions since the last ClearTrace. Any thread.
@@ -205,7 +136,7 @@ public:
 
     // Running
 
-    /// Runs the main thread's run loop until `done` or for at most `seconds`. Answers whether it was done.
+    /// Runs the main thread's run loop until `done` or for at most `seconds`. Returns whether it was done.
     /// Throws ProgramException for an exception that an event raised meanwhile and no program caught.
     bool RunUntil(const std::function<bool()> &done, double seconds);
     /// Ends the record of an exception on this thread that no call has thrown, as a destructor's; Nil where
@@ -213,8 +144,7 @@ public:
     Value TakeException();
 
 private:
-    struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::unique_ptr<Runtime> runtime_;
 };
 
 /// Cocoa objects autoreleased while this lives are released at its end. One per thread and scope.

@@ -1,6 +1,8 @@
 // The stand-in host: its faults, trace and accounts.
-#include "host/host_parts.h"
+#include "host/host.h"
 #include "host/interface/entry_points.h"
+#include "host/runtime.h"
+#include "host/values/object.h"
 #include "host/values/strings.h"
 
 namespace qzlhost {
@@ -36,12 +38,12 @@ std::vector<std::string> Host::Functions()
 
 void Host::Lack(std::string_view function)
 {
-    implementation_->faults.Lack(KnownFunction(function).name);
+    runtime_->session.faults.Lack(KnownFunction(function).name);
 }
 
 void Host::AnswerFrom(std::string_view function, int ask)
 {
-    implementation_->faults.AnswerFrom(KnownFunction(function).name, ask);
+    runtime_->session.faults.AnswerFrom(KnownFunction(function).name, ask);
 }
 
 void Host::Fail(std::string_view function, bool fails)
@@ -51,42 +53,42 @@ void Host::Fail(std::string_view function, bool fails)
 
 void Host::Replace(std::string_view function, void *replacement)
 {
-    implementation_->faults.Replace(KnownFunction(function).name, replacement);
+    runtime_->session.faults.Replace(KnownFunction(function).name, replacement);
 }
 
 void Host::Intercept(Interceptor interceptor)
 {
-    implementation_->interceptor = std::move(interceptor);
+    runtime_->session.interceptor = std::move(interceptor);
 }
 
 void Host::LackMethod(std::string_view declaration)
 {
-    implementation_->faults.ReplaceMethod(declaration, nullptr);
+    runtime_->session.faults.ReplaceMethod(declaration, nullptr);
 }
 
 void Host::ReplaceMethod(std::string_view declaration, void *replacement)
 {
-    implementation_->faults.ReplaceMethod(declaration, replacement);
+    runtime_->session.faults.ReplaceMethod(declaration, replacement);
 }
 
 int Host::AsksFor(std::string_view function) const
 {
-    return implementation_->faults.AsksFor(function);
+    return runtime_->session.faults.AsksFor(function);
 }
 
 std::vector<TraceEntry> Host::Trace() const
 {
-    return implementation_->trace.All();
+    return runtime_->session.trace.All();
 }
 
 void Host::ClearTrace()
 {
-    implementation_->trace.Clear();
+    runtime_->session.trace.Clear();
 }
 
 int Host::CallsOf(std::string_view function) const
 {
-    return implementation_->trace.CallsOf(function);
+    return runtime_->session.trace.CallsOf(function);
 }
 
 int64_t Host::References(const Value &value) const
@@ -97,12 +99,12 @@ int64_t Host::References(const Value &value) const
 
 std::vector<std::string> Host::Leaks() const
 {
-    return implementation_->accounts.Leaks();
+    return runtime_->accounts.Leaks();
 }
 
 std::vector<std::string> Host::Mistakes() const
 {
-    return implementation_->mistakes.All();
+    return runtime_->accounts.Mistakes();
 }
 
 } // namespace qzlhost

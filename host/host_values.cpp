@@ -1,9 +1,9 @@
 // The stand-in host: its built-in values.
 #include <cstring>
 
-#include "host/host_parts.h"
+#include "host/calls/instances.h"
+#include "host/host.h"
 #include "host/values/arrays.h"
-#include "host/values/boxes.h"
 #include "host/values/date.h"
 #include "host/values/dictionary.h"
 #include "host/values/folder_item.h"
@@ -35,7 +35,7 @@ ArrayPayload &ArrayIn(const Value &value)
 
 Value NewWith(const char *className, std::unique_ptr<Payload> payload)
 {
-    return Value::Adopt(NewInstance(*Runtime::Current()->classes.Find(className), std::move(payload)));
+    return Value::Adopt(NewBuiltIn(className, std::move(payload)));
 }
 
 [[noreturn]] void ThrowOutside(const char *what, int64_t index)
@@ -44,13 +44,6 @@ Value NewWith(const char *className, std::unique_ptr<Payload> payload)
 }
 
 } // namespace
-
-Instance &InstanceOf(const Value &value)
-{
-    if (!value.ObjectPointer())
-        throw UsageError("a value of code " + std::to_string(value.Code()) + " is no object");
-    return *value.ObjectPointer();
-}
 
 Value Host::NewDictionary()
 {
@@ -105,7 +98,7 @@ std::string Host::MemoryBlockBytes(const Value &block) const
 
 Value Host::NewFolderItem(const std::string &path)
 {
-    return Value::Adopt(NewFolderItemFor(path));
+    return NewWith("FolderItem", std::make_unique<FolderItem>(path));
 }
 
 std::string Host::FolderItemPath(const Value &item) const

@@ -3,62 +3,30 @@
 
 #include "host/calls/class_sources.h"
 #include "host/calls/cocoa.h"
+#include "host/calls/errors.h"
 #include "host/calls/exceptions.h"
+#include "host/calls/instances.h"
+#include "host/interface/builtin_classes.h"
 #include "host/interface/entry_points.h"
-#include "host/values/strings.h"
 
 namespace qzlhost {
 
-namespace {
-
-std::atomic<Runtime *> current{nullptr};
-std::atomic<uint32_t> lastNumber{0};
-
-/// Frees what the library has left over. What values hold still is theirs to free.
-void FreeRemains(Accounts &accounts)
+Runtime::Runtime(Host &host, std::optional<double> version, bool keepsAccounts) : accounts(keepsAccounts)
 {
-    std::vector<std::unique_ptr<Payload>> payloads;
-    for (const auto &[kind, thing] : accounts.Alive()) {
-        if (kind == Kind::Instance) {
-            auto *const instance = static_cast<Instance *>(thing);
-            // Without the classes nothing may run at its end.
-            instance->dying = true;
-            payloads.emplace_back(std::exchange(instance->payload, nullptr));
-        }
-    }
-    payloads.clear();
-    for (const auto &[kind, thing] : accounts.Alive()) {
-        if (kind == Kind::Instance)
-            static_cast<Instance *>(thing)->dying = false;
-        if (thing->counts.Holders() != 0)
-            continue;
-        switch (kind) {
-        case Kind::Instance:
-            FreeInstance(static_cast<Instance *>(thing));
-            break;
-        case Kind::String:
-            Destroy(static_cast<String *>(thing));
-            break;
-        case Kind::Text:
-            Destroy(static_cast<Text *>(thing));
-            break;
-        }
-    }
-}
-
-} // namespace
-
-Runtime::Runtime(HostOptions hostOptions)
-    : options(hostOptions), number(++lastNumber), accounts(options.accounts)
-{
-    Runtime *expected = nullptr;
-    if (!current.compare_exchange_strong(expected, this))
+    Accounts *expected = nullptr;
+    if (!current<Accounts>.compare_exchange_strong(expected, &accounts))
         throw UsageError("there is a host already in this process");
+    current<ClassRegistry> = &classes;
+    current<Session> = &session;
+    current<Host> = &host;
+    SetClassHooks();
     WarmUpCocoa();
     for (const EntryPoint &entry : EntryPoints())
         entry.description->fails = false;
-    if (!options.version)
-        faults.Lack("REALGetRBVersion");
+    session.version = version;
+    session.traces = keepsAccounts;
+    if (!version)
+        session.faults.Lack("REALGetRBVersion");
     for (const BuiltInClass &table : BuiltInClasses())
         classes.Add(MakeBuiltInClass(table));
 }
@@ -66,19 +34,11 @@ Runtime::Runtime(HostOptions hostOptions)
 Runtime::~Runtime()
 {
     TakeException();
-    FreeRemains(accounts);
-    current = nullptr;
-}
-
-Runtime *Runtime::Current()
-{
-    return current;
-}
-
-void RecordMistake(const std::string &text)
-{
-    if (Runtime *const runtime = Runtime::Current())
-        runtime->mistakes.Record(std::string(CurrentFunction()) + ": " + text);
+    accounts.FreeRemains();
+    current<Host> = nullptr;
+    current<Session> = nullptr;
+    current<ClassRegistry> = nullptr;
+    current<Accounts> = nullptr;
 }
 
 } // namespace qzlhost

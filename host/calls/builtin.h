@@ -39,10 +39,4 @@ std::unique_ptr<Payload> MakePayloadOf()
     return std::make_unique<P>();
 }
 
-/// All classes that every host has.
-std::vector<BuiltInClass> BuiltInClasses();
-
-/// All global methods that every host has.
-std::vector<BuiltInMethod> GlobalMethods();
-
 } // namespace qzlhost

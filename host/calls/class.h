@@ -43,9 +43,6 @@ struct EventDeclaration {
 };
 
 struct Class {
-    enum class Origin { BuiltIn, Library, Program };
-
-    Origin origin = Origin::BuiltIn;
     std::string name;
     /// Empty where there is none.
     std::string superName;

@@ -4,17 +4,11 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "host/language/names.h"
+
 namespace qzlhost {
 
 namespace {
-
-std::string Folded(std::string_view name)
-{
-    std::string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return folded;
-}
 
 struct References {
     std::mutex mutex;

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "host/calls/class.h"
+#include "host/calls/event_keys.h"
+#include "host/values/current.h"
 
 namespace qzlhost {
 
@@ -31,6 +33,10 @@ public:
         const Declaration *declaration = nullptr;
     };
     Event FindEvent(uint64_t key) const;
+
+    EventKeys eventKeys;
+    /// What the library registered, in that order.
+    std::vector<ClassRecord> records;
 
 private:
     mutable std::mutex mutex_;

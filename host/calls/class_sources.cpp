@@ -3,8 +3,10 @@
 
 #include <algorithm>
 
+#include "host/calls/class_registry.h"
+#include "host/calls/errors.h"
 #include "host/calls/program_calls.h"
-#include "host/runtime.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 
@@ -19,7 +21,7 @@ std::function<void(Instance *)> HookOf(void *function)
 {
     if (!function)
         return nullptr;
-    return [function](Instance *instance) { CallNativeProcedure(function, instance); };
+    return [function](Instance *instance) { CallProcedure(function, instance); };
 }
 
 void AddMembers(Class &type, const ClassRecord &record)
@@ -38,8 +40,8 @@ void AddMembers(Class &type, const ClassRecord &record)
             type.sharedMethods.push_back({method.declaration, method.function});
     for (const EventRecord &event : record.events) {
         if (event.keySlot) {
-            type.events.push_back(
-                {event.declaration, Runtime::Current()->eventKeys.Assign(event.keySlot, record.version)});
+            type.events.push_back({event.declaration, Current<ClassRegistry>()->eventKeys.Assign(
+                                                          event.keySlot, record.version)});
         }
     }
     for (const ConstantRecord &constant : record.constants)
@@ -75,8 +77,7 @@ void AddComputedProperty(Class &type, const Declaration &declaration, const Prog
 /// Whether a superclass has the event, or may have it because a superclass is not known yet.
 bool MayHaveEvent(const Class &type, const Declaration &declaration)
 {
-    const ClassRegistry &classes = Runtime::Current()->classes;
-    const std::vector<const Class *> chain = classes.Chain(type);
+    const std::vector<const Class *> chain = Current<ClassRegistry>()->Chain(type);
     if (!chain.back()->superName.empty())
         return true;
     return std::any_of(chain.begin(), chain.end(), [&](const Class *each) {
@@ -90,7 +91,7 @@ bool MayHaveEvent(const Class &type, const Declaration &declaration)
 
 void RegisterLibraryClass(void *address)
 {
-    Runtime &runtime = *Runtime::Current();
+    ClassRegistry &classes = *Current<ClassRegistry>();
     ClassRecord record = ReadClassRecord(address);
     for (const std::string &fault : record.faults)
         RecordMistake("bad class record: " + fault);
@@ -99,18 +100,17 @@ void RegisterLibraryClass(void *address)
                       std::to_string(record.version));
     }
     auto type = std::make_unique<Class>();
-    type->origin = Class::Origin::Library;
     type->name = record.name;
     type->superName = record.superName;
     type->dataSize = record.dataSize;
     type->constructor = HookOf(record.constructor);
     type->destructor = HookOf(record.destructor);
     AddMembers(*type, record);
-    if (record.name.empty() || !runtime.classes.Add(std::move(type))) {
+    if (record.name.empty() || !classes.Add(std::move(type))) {
         RecordMistake("a class named " + (record.name.empty() ? "nothing" : record.name) +
                       " cannot be registered" + (record.name.empty() ? "" : " again"));
     }
-    runtime.records.push_back(std::move(record));
+    classes.records.push_back(std::move(record));
 }
 
 std::unique_ptr<Class> MakeBuiltInClass(const BuiltInClass &table)
@@ -131,7 +131,6 @@ std::unique_ptr<Class> MakeBuiltInClass(const BuiltInClass &table)
 std::unique_ptr<Class> MakeProgramClass(ClassDefinition definition)
 {
     auto type = std::make_unique<Class>();
-    type->origin = Class::Origin::Program;
     type->name = definition.name;
     type->superName = definition.super;
     type->dataSize = definition.dataSize;

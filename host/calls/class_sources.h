@@ -6,7 +6,7 @@
 
 #include "host/calls/builtin.h"
 #include "host/calls/class.h"
-#include "host/host.h"
+#include "host/calls/class_definition.h"
 
 namespace qzlhost {
 

@@ -1,14 +1,20 @@
-// What the host needs of Cocoa and of the platform, for files in plain C++.
+// What calls need of Cocoa, for files in plain C++.
 #include "host/calls/cocoa.h"
 
 #include <thread>
 
 #include <unistd.h>
 
-#import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 
 namespace qzlhost {
+
+namespace {
+
+/// How many pools of the host's the thread has.
+thread_local int poolDepth = 0;
+
+} // namespace
 
 void WarmUpCocoa()
 {
@@ -41,12 +47,30 @@ void RegisterThreadWithCocoa()
 
 void *PushPool()
 {
+    ++poolDepth;
     return [[NSAutoreleasePool alloc] init];
 }
 
 void PopPool(void *pool)
 {
     [static_cast<NSAutoreleasePool *>(pool) release];
+    --poolDepth;
+}
+
+CocoaScope::CocoaScope()
+{
+    if (poolDepth == 0) {
+        RegisterThreadWithCocoa();
+        pool_ = PushPool();
+    }
+}
+
+CocoaScope::~CocoaScope()
+{
+    if (pool_) {
+        --poolDepth;
+        [static_cast<NSAutoreleasePool *>(pool_) release];
+    }
 }
 
 void RunRunLoop(double seconds)
@@ -54,32 +78,6 @@ void RunRunLoop(double seconds)
     NSDate *const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
     if (![[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:end])
         [NSThread sleepUntilDate:end];
-}
-
-void *NewWorkspaceCenter()
-{
-    return [[[NSWorkspace sharedWorkspace] notificationCenter] retain];
-}
-
-CFStringRef NewCFString(std::u16string_view text)
-{
-    return CFStringCreateWithCharacters(nullptr, reinterpret_cast<const uint16_t *>(text.data()),
-                                        static_cast<int64_t>(text.size()));
-}
-
-bool FSRefOfPath(const std::string &path, FSRef *out)
-{
-    NSString *const string = [NSString stringWithUTF8String:path.c_str()];
-    NSURL *const url = string ? [NSURL fileURLWithPath:string] : nil;
-    return url && CFURLGetFSRef(reinterpret_cast<CFURLRef>(url), out) != 0;
-}
-
-std::optional<std::string> PathOfFSRef(const FSRef *reference)
-{
-    uint8_t path[4096] = {};
-    if (FSRefMakePath(reference, path, sizeof path) != 0)
-        return std::nullopt;
-    return std::string(reinterpret_cast<const char *>(path));
 }
 
 } // namespace qzlhost

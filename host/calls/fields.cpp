@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "host/calls/program_calls.h"
-#include "host/host.h"
+#include "host/calls/errors.h"
+#include "host/calls/marshalling.h"
 
 namespace qzlhost {
 

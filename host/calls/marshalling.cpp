@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "host/runtime.h"
+#include "host/values/accounts.h"
 #include "host/values/strings.h"
 
 namespace qzlhost {
@@ -70,7 +70,7 @@ NativeValue ToNative(const Type &type, const Value &value, std::vector<Value> &k
 template <class T>
 T *Checked(Kind kind, void *pointer)
 {
-    const Accounts &accounts = Runtime::Current()->accounts;
+    const Accounts &accounts = *Current<Accounts>();
     if (pointer && accounts.Find(kind, pointer) != Accounts::Standing::Alive) {
         RecordMistake("the library handed over a pointer that is not alive or of a wrong kind: " +
                       accounts.NameOf(pointer));

@@ -5,9 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include "host/calls/builtin.h"
-#include "host/host.h"
-#include "host/runtime.h"
+#include "host/calls/class_registry.h"
+#include "host/calls/errors.h"
+#include "host/language/names.h"
 
 namespace qzlhost {
 
@@ -80,7 +80,7 @@ int MisfitOfObject(const Value &value, const Type &type)
     if (SameName(instance->type->name, type.name))
         return kExact;
     const bool fits =
-        SameName(type.name, "Object") || Runtime::Current()->classes.IsA(*instance->type, type.name);
+        SameName(type.name, "Object") || Current<ClassRegistry>()->IsA(*instance->type, type.name);
     return fits ? kWidened : kNoFit;
 }
 
@@ -130,7 +130,7 @@ struct Match {
 
 const Property *FindProperty(const Class &type, std::string_view name)
 {
-    const ClassRegistry &classes = Runtime::Current()->classes;
+    const ClassRegistry &classes = *Current<ClassRegistry>();
     std::vector<const Class *> chain = classes.Chain(type);
     chain.push_back(classes.Find("Variant"));
     for (const Class *each : chain) {
@@ -143,7 +143,7 @@ const Property *FindProperty(const Class &type, std::string_view name)
 
 const NativeMethod *FindMethod(const Class &type, const Declaration &declaration)
 {
-    for (const Class *each : Runtime::Current()->classes.Chain(type)) {
+    for (const Class *each : Current<ClassRegistry>()->Chain(type)) {
         for (const NativeMethod &method : each->methods)
             if (SameSignature(method.declaration, declaration))
                 return &method;
@@ -154,7 +154,7 @@ const NativeMethod *FindMethod(const Class &type, const Declaration &declaration
 std::vector<Overload> FindOverloads(const Class &type, std::string_view name, bool shared)
 {
     std::vector<Overload> overloads;
-    for (const Class *each : Runtime::Current()->classes.Chain(type)) {
+    for (const Class *each : Current<ClassRegistry>()->Chain(type)) {
         for (const NativeMethod &method : shared ? each->sharedMethods : each->methods)
             if (SameName(method.declaration.name, name))
                 overloads.push_back({each, &method});
@@ -228,24 +228,6 @@ const NativeMethod *FindFittingOverload(const std::vector<Overload> &overloads,
     if (ambiguous)
         throw UsageError(what + " is ambiguous with these arguments; there are" + Listed(overloads));
     return best.overload ? best.overload->method : nullptr;
-}
-
-void *FindGlobalMethod(const Declaration &declaration)
-{
-    struct Row {
-        Declaration declaration;
-        void *function;
-    };
-    static const std::vector<Row> rows = [] {
-        std::vector<Row> parsed;
-        for (const BuiltInMethod &method : GlobalMethods())
-            parsed.push_back({ParseDeclaration(method.declaration), method.function});
-        return parsed;
-    }();
-    const auto found = std::find_if(rows.begin(), rows.end(), [&](const Row &row) {
-        return SameSignature(row.declaration, declaration);
-    });
-    return found == rows.end() ? nullptr : found->function;
 }
 
 } // namespace qzlhost

@@ -34,7 +34,4 @@ const NativeMethod &ChooseOverload(const std::vector<Overload> &overloads,
 const NativeMethod *FindFittingOverload(const std::vector<Overload> &overloads,
                                         const std::vector<Value> &arguments, const std::string &what);
 
-/// The global method with this declaration; null where there is none.
-void *FindGlobalMethod(const Declaration &declaration);
-
 } // namespace qzlhost

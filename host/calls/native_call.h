@@ -6,11 +6,11 @@
 #include <memory>
 #include <vector>
 
-#include "host/language/declaration.h"
+#include "host/language/declared_types.h"
 
 namespace qzlhost {
 
-/// One argument or result at machine level; which member counts is the NativeType's affair.
+/// One argument or result at machine level; the NativeType says which member counts.
 /// Whole numbers of every width live in `integer`, sign- or zero-extended as their type asks.
 union NativeValue {
     int64_t integer;
@@ -26,6 +26,12 @@ struct NativeSignature {
 
 /// Calls `function`. `arguments` has one value for each parameter. C++ and Cocoa exceptions pass through.
 NativeValue CallNative(void *function, const NativeSignature &signature, const NativeValue *arguments);
+
+/// Calls `void (argument)`. C++ and Cocoa exceptions pass through.
+inline void CallProcedure(void *function, void *argument)
+{
+    reinterpret_cast<void (*)(void *)>(function)(argument);
+}
 
 /// A native function made at run time that calls `body` with its arguments. The function lives as
 /// long as this object.

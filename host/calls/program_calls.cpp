@@ -1,11 +1,14 @@
-// Calls of members, and what surrounds a call into the library.
+// Calls of members as a program makes them, and members that a program implements.
 #include "host/calls/program_calls.h"
 
 #include "host/calls/cocoa.h"
+#include "host/calls/errors.h"
 #include "host/calls/exceptions.h"
 #include "host/calls/fields.h"
-#include "host/host.h"
-#include "host/runtime.h"
+#include "host/calls/instances.h"
+#include "host/calls/marshalling.h"
+#include "host/calls/members.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 
@@ -42,27 +45,21 @@ private:
     ExceptionScope outer_;
 };
 
+std::string MessageOf(const Value &exception)
+{
+    const Property *const message = FindProperty(*exception.ObjectPointer()->type, "Message");
+    return message ? ReadProperty(*message, exception.ObjectPointer()).AsString() : std::string();
+}
+
 } // namespace
 
-int &PoolDepth()
+ProgramException::ProgramException(Value exception)
+    : std::runtime_error(exception.ObjectPointer()->type->name + ": " + MessageOf(exception)),
+      exception_(std::move(exception)), className_(exception_.ObjectPointer()->type->name),
+      message_(MessageOf(exception_))
 {
-    thread_local int depth = 0;
-    return depth;
-}
-
-CocoaScope::CocoaScope() : pool_(nullptr)
-{
-    if (PoolDepth()++ == 0) {
-        RegisterThreadWithCocoa();
-        pool_ = PushPool();
-    }
-}
-
-CocoaScope::~CocoaScope()
-{
-    --PoolDepth();
-    if (pool_)
-        PopPool(pool_);
+    if (const Property *const number = FindProperty(*exception_.ObjectPointer()->type, "ErrorNumber"))
+        errorNumber_ = ReadProperty(*number, exception_.ObjectPointer()).AsInteger();
 }
 
 Value NewByProgram(const Class &type)
@@ -116,11 +113,10 @@ void WriteProperty(const Property &property, Instance *self, const Value &value)
     ThrowRecorded();
 }
 
-void CallNativeProcedure(void *function, Instance *self)
+void ThrowRecorded()
 {
-    NativeValue argument{};
-    argument.pointer = self;
-    CallNative(function, {NativeType::Nothing, {NativeType::Pointer}}, &argument);
+    if (const Held<Instance> exception = TakeException())
+        throw ProgramException(Value::Share(exception.Get()));
 }
 
 std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, ProgramBody body)
@@ -139,7 +135,7 @@ std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, Pro
                 arguments.push_back(FromNativeArgument(declaration.parameters[i].type, native[i + 1]));
             return ToNativeResult(declaration.result, body(self, arguments));
         } catch (const ProgramException &exception) {
-            RecordException(exception.Exception().ObjectPointer());
+            RecordException(Held<Instance>::Share(exception.Exception().ObjectPointer()));
             return NativeValue{};
         }
     };

@@ -1,28 +1,13 @@
-// Calls of members, and what surrounds a call into the library.
+// Calls of members as a program makes them, and members that a program implements.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "host/calls/class.h"
-#include "host/calls/marshalling.h"
-#include "host/values/value.h"
+#include "host/calls/class_definition.h"
 
 namespace qzlhost {
-
-/// Makes Cocoa usable on the calling thread: knows the thread and has a pool.
-class CocoaScope {
-public:
-    CocoaScope();
-    ~CocoaScope();
-    CocoaScope(const CocoaScope &) = delete;
-    CocoaScope &operator=(const CocoaScope &) = delete;
-
-private:
-    void *pool_;
-};
-
-/// How many pools of the host's the thread has.
-int &PoolDepth();
 
 /// A new instance, without its Constructor. Throws as CallFunction.
 Value NewByProgram(const Class &type);
@@ -37,12 +22,11 @@ Value CallFunction(void *function, const Declaration &declaration, Instance *sel
 Value ReadProperty(const Property &property, Instance *self);
 void WriteProperty(const Property &property, Instance *self, const Value &value);
 
-/// Calls `void (self)`; recorded exceptions stay recorded.
-void CallNativeProcedure(void *function, Instance *self);
+/// Throws what is recorded on the thread as a ProgramException, if anything is.
+void ThrowRecorded();
 
 /// A native function for a member that a program implements. A ProgramException out of `body` is recorded;
 /// other C++ exceptions pass.
-using ProgramBody = std::function<Value(const Value &self, const std::vector<Value> &arguments)>;
 std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, ProgramBody body);
 
 } // namespace qzlhost

@@ -4,7 +4,8 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "host/runtime.h"
+#include "host/calls/class_registry.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 
@@ -14,7 +15,7 @@ bool CheckAlive(Kind kind, const void *pointer)
 {
     if (!pointer)
         return true;
-    const Accounts &accounts = Runtime::Current()->accounts;
+    const Accounts &accounts = *Current<Accounts>();
     switch (accounts.Find(kind, pointer)) {
     case Accounts::Standing::Alive:
         return true;
@@ -34,7 +35,7 @@ bool CheckAlive(Kind kind, const void *pointer)
 template <class T>
 std::string ShownThing(Kind kind, const T *thing)
 {
-    const Accounts &accounts = Runtime::Current()->accounts;
+    const Accounts &accounts = *Current<Accounts>();
     if (!thing || accounts.Find(kind, thing) == Accounts::Standing::Alive)
         return Describe(thing);
     return "not alive: " + accounts.NameOf(thing);

@@ -81,25 +81,13 @@ std::string Shown(const T &number)
         return std::to_string(number);
 }
 
-inline std::string Shown(Instance *instance)
-{
-    return Shown(static_cast<const Instance *>(instance));
-}
-
-inline std::string Shown(String *string)
-{
-    return Shown(static_cast<const String *>(string));
-}
-
-inline std::string Shown(Text *text)
-{
-    return Shown(static_cast<const Text *>(text));
-}
-
 template <class T>
 std::string Shown(T *pointer)
 {
-    return Shown(reinterpret_cast<const void *>(pointer));
+    if constexpr (std::is_convertible_v<T *, const Counted *>)
+        return Shown(static_cast<const T *>(pointer));
+    else
+        return Shown(reinterpret_cast<const void *>(pointer));
 }
 
 template <class T>

@@ -1,14 +1,10 @@
 // The classes and global methods that every host has.
-#include "host/calls/builtin.h"
-#include "host/calls/exceptions.h"
+#include "host/interface/builtin_classes.h"
+
+#include <algorithm>
+
+#include "host/interface/exceptions.h"
 #include "host/interface/thunk.h"
-#include "host/values/arrays.h"
-#include "host/values/boxes.h"
-#include "host/values/date.h"
-#include "host/values/dictionary.h"
-#include "host/values/folder_item.h"
-#include "host/values/memory_block.h"
-#include "host/values/strings.h"
 
 namespace qzlhost {
 
@@ -24,27 +20,43 @@ int64_t VarType(Instance *value)
     return CodeOf(value);
 }
 
+/// All global methods that every host has.
+std::vector<BuiltInMethod> GlobalMethods()
+{
+    return {
+        {"LenB(s As String) As Integer", Native<&LenB>("LenB")},
+        {"VarType(value As Variant) As Integer", Native<&VarType>("VarType")},
+        TrueFolderItemMethod(),
+    };
+}
+
 } // namespace
 
 std::vector<BuiltInClass> BuiltInClasses()
 {
-    std::vector<BuiltInClass> classes = {
-        VariantClass(), ArrayClass(), DictionaryClass(), DateClass(), MemoryBlockClass(), FolderItemClass(),
-    };
-    for (BuiltInClass &exception : ExceptionClasses())
-        classes.push_back(std::move(exception));
+    std::vector<BuiltInClass> classes = ExceptionClasses();
+    classes.insert(
+        classes.end(),
+        {VariantClass(), {"Array"}, DictionaryClass(), DateClass(), MemoryBlockClass(), FolderItemClass()});
     return classes;
 }
 
-std::vector<BuiltInMethod> GlobalMethods()
+void *FindGlobalMethod(const Declaration &declaration)
 {
-    std::vector<BuiltInMethod> methods = {
-        {"LenB(s As String) As Integer", Native<&LenB>("LenB")},
-        {"VarType(value As Variant) As Integer", Native<&VarType>("VarType")},
+    struct Row {
+        Declaration declaration;
+        void *function;
     };
-    for (const BuiltInMethod &method : FolderItemMethods())
-        methods.push_back(method);
-    return methods;
+    static const std::vector<Row> rows = [] {
+        std::vector<Row> parsed;
+        for (const BuiltInMethod &method : GlobalMethods())
+            parsed.push_back({ParseDeclaration(method.declaration), method.function});
+        return parsed;
+    }();
+    const auto found = std::find_if(rows.begin(), rows.end(), [&](const Row &row) {
+        return SameSignature(row.declaration, declaration);
+    });
+    return found == rows.end() ? nullptr : found->function;
 }
 
 } // namespace qzlhost

@@ -1,8 +1,8 @@
 // The host functions behind the entry points, grouped by subject. Prototypes, ownership: the interface's.
 #pragma once
 
-#include "host/calls/cocoa.h"
 #include "host/interface/arguments.h"
+#include "host/interface/cocoa_values.h"
 
 namespace qzlhost {
 

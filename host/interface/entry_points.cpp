@@ -4,7 +4,6 @@
 #include <unordered_map>
 
 #include "host/interface/entry_functions.h"
-#include "host/runtime.h"
 #include "host/values/arrays.h"
 #include "host/values/folder_item.h"
 #include "host/values/memory_block.h"
@@ -111,40 +110,15 @@ const EntryPoint *FindEntryPoint(std::string_view name)
 
 void *ResolveEntryPoint(const char *name)
 {
-    Runtime *const runtime = Runtime::Current();
-    if (!runtime)
+    Session *const session = Current<Session>();
+    if (!session)
         return nullptr;
     if (!name) {
         RecordMistake("the resolver was asked for null");
         return nullptr;
     }
     const EntryPoint *const entry = FindEntryPoint(name);
-    return runtime->faults.Answer(name, entry ? entry->function : nullptr);
-}
-
-bool HasHost()
-{
-    return Runtime::Current() != nullptr;
-}
-
-bool Traces()
-{
-    return Runtime::Current()->accounts.Open();
-}
-
-void TraceCall(const NativeFunction &function, std::string arguments)
-{
-    Runtime::Current()->trace.Add(function.name, std::move(arguments));
-}
-
-bool Intercepts()
-{
-    return Runtime::Current()->interceptor && !InsideFunction();
-}
-
-bool Intercept(const NativeFunction &function, CallMoment moment)
-{
-    return Runtime::Current()->interceptor(function.name, moment);
+    return session->faults.Answer(name, entry ? entry->function : nullptr);
 }
 
 } // namespace qzlhost

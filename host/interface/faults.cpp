@@ -1,4 +1,4 @@
-// How the resolver answers, and which host functions fail.
+// How the resolver and the look-ups of methods answer.
 #include "host/interface/faults.h"
 
 namespace qzlhost {
@@ -36,11 +36,6 @@ int Faults::AsksFor(std::string_view function) const
     std::lock_guard lock(mutex_);
     const auto found = rows_.find(function);
     return found == rows_.end() ? 0 : found->second.asks;
-}
-
-void Faults::LackMethod(std::string_view declaration)
-{
-    ReplaceMethod(declaration, nullptr);
 }
 
 void Faults::ReplaceMethod(std::string_view declaration, void *replacement)

@@ -1,4 +1,4 @@
-// How the resolver answers, and which host functions fail.
+// How the resolver and the look-ups of methods answer.
 #pragma once
 
 #include <map>
@@ -11,19 +11,19 @@
 
 namespace qzlhost {
 
-/// The resolver's answers for the names of host functions. Any thread.
+/// The answers for names of host functions and declarations of methods. Any thread.
 class Faults {
 public:
     void Lack(std::string_view function);
     void AnswerFrom(std::string_view function, int ask);
     void Replace(std::string_view function, void *replacement);
-    /// Counts the ask. Answers `own`, its replacement, or null.
+    /// Counts the ask. Returns `own`, its replacement, or null.
     void *Answer(std::string_view function, void *own);
     int AsksFor(std::string_view function) const;
 
-    void LackMethod(std::string_view declaration);
+    /// From now on the method is given as this function; as null it is missing.
     void ReplaceMethod(std::string_view declaration, void *replacement);
-    /// `own`, its replacement, or null.
+    /// Returns `own`, its replacement, or null.
     void *AnswerMethod(const Declaration &declaration, void *own) const;
 
 private:

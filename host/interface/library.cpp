@@ -5,8 +5,7 @@
 
 #include <dlfcn.h>
 
-#include "host/calls/program_calls.h"
-#include "host/host.h"
+#include "host/calls/cocoa.h"
 #include "platform/macho/loader.h"
 
 namespace qzlhost {

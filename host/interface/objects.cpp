@@ -1,10 +1,13 @@
 // Entry points: registration, instances, events, exceptions and methods by declaration.
+#include "host/calls/class_registry.h"
 #include "host/calls/class_sources.h"
 #include "host/calls/exceptions.h"
+#include "host/calls/instances.h"
 #include "host/calls/members.h"
-#include "host/calls/program_calls.h"
+#include "host/interface/builtin_classes.h"
 #include "host/interface/entry_functions.h"
-#include "host/runtime.h"
+#include "host/interface/session.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 
@@ -25,14 +28,14 @@ std::optional<Declaration> Parsed(const char *text)
 
 double Version()
 {
-    return Runtime::Current()->options.version.value_or(0);
+    return Current<Session>()->version.value_or(0);
 }
 
 void RegisterVersion(int32_t version)
 {
     if (version < kOldestRecordVersion || version > kNewestRecordVersion)
         RecordMistake("the class-record version " + std::to_string(version) + " is not known");
-    Runtime::Current()->declaredVersion = version;
+    Current<Session>()->declaredVersion = version;
 }
 
 void RegisterClass(NotNull<RecordBytes> record)
@@ -42,7 +45,7 @@ void RegisterClass(NotNull<RecordBytes> record)
 
 Instance *PluginNewInstance(NotNull<const char> name)
 {
-    const Class *const type = Runtime::Current()->classes.Find(name.pointer);
+    const Class *const type = Current<ClassRegistry>()->Find(name.pointer);
     return type ? NewInstance(*type) : nullptr;
 }
 
@@ -58,18 +61,18 @@ void UnlockObject(Instance *object)
 
 bool ObjectIsA(Instance *object, const ClassReference *reference)
 {
-    return object && reference && Runtime::Current()->classes.IsA(*object->type, reference->name);
+    return object && reference && Current<ClassRegistry>()->IsA(*object->type, reference->name);
 }
 
 const ClassReference *ObjectType(NotNull<const char> name)
 {
-    const Class *const type = Runtime::Current()->classes.Find(name.pointer);
+    const Class *const type = Current<ClassRegistry>()->Find(name.pointer);
     return type ? type->reference : nullptr;
 }
 
 void *EventInstance(NotNull<Instance> object, void *key)
 {
-    const ClassRegistry &classes = Runtime::Current()->classes;
+    const ClassRegistry &classes = *Current<ClassRegistry>();
     const ClassRegistry::Event event = classes.FindEvent(reinterpret_cast<uint64_t>(key));
     if (!event.type || !classes.IsA(*object->type, event.type->name))
         return nullptr;
@@ -83,7 +86,7 @@ void *EventInstance(NotNull<Instance> object, void *key)
 
 void RaiseException(NotNull<Instance> exception)
 {
-    RecordException(exception.pointer);
+    RecordException(Held<Instance>::Share(exception.pointer));
 }
 
 Instance *CallWithExceptionHandler(NotNull<void(void *)> function, void *argument)
@@ -96,7 +99,7 @@ Instance *CallWithExceptionHandler(NotNull<void(void *)> function, void *argumen
 void *LoadGlobalMethod(void *, NotNull<const char> declaration)
 {
     const std::optional<Declaration> parsed = Parsed(declaration.pointer);
-    return parsed ? Runtime::Current()->faults.AnswerMethod(*parsed, FindGlobalMethod(*parsed)) : nullptr;
+    return parsed ? Current<Session>()->faults.AnswerMethod(*parsed, FindGlobalMethod(*parsed)) : nullptr;
 }
 
 void *LoadObjectMethod(Instance *object, NotNull<const char> declaration)
@@ -105,7 +108,7 @@ void *LoadObjectMethod(Instance *object, NotNull<const char> declaration)
     if (!object || !parsed)
         return nullptr;
     const NativeMethod *const method = FindMethod(*object->type, *parsed);
-    return Runtime::Current()->faults.AnswerMethod(*parsed, method ? method->function : nullptr);
+    return Current<Session>()->faults.AnswerMethod(*parsed, method ? method->function : nullptr);
 }
 
 } // namespace qzlhost

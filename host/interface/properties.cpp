@@ -3,12 +3,12 @@
 #include <initializer_list>
 #include <optional>
 
+#include "host/calls/errors.h"
 #include "host/calls/exceptions.h"
 #include "host/calls/members.h"
 #include "host/calls/program_calls.h"
-#include "host/host.h"
 #include "host/interface/entry_functions.h"
-#include "host/runtime.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 
@@ -22,7 +22,7 @@ const Property *PropertyOf(const Instance *object, const char *name, std::initia
     return fits ? property : nullptr;
 }
 
-/// Runs an access and answers whether it went well; what its accessor raises is recorded.
+/// Runs an access and returns whether it went well; what its accessor raises is recorded.
 template <class Access>
 bool Try(Access access)
 {
@@ -31,7 +31,7 @@ bool Try(Access access)
         access();
         return true;
     } catch (const ProgramException &exception) {
-        RecordException(exception.Exception().ObjectPointer());
+        RecordException(Held<Instance>::Share(exception.Exception().ObjectPointer()));
     } catch (const UsageError &error) {
         RecordMistake(error.what());
     }

@@ -2,10 +2,9 @@
 #include <cstring>
 #include <memory>
 
-#include "host/calls/program_calls.h"
+#include "host/calls/cocoa.h"
 #include "host/interface/entry_functions.h"
-#include "host/runtime.h"
-#include "host/values/encodings.h"
+#include "host/values/accounts.h"
 
 namespace qzlhost {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <type_traits>
 
-#include "host/host.h"
 #include "host/interface/arguments.h"
+#include "host/interface/session.h"
 #include "host/values/accounts.h"
 
 namespace qzlhost {
@@ -17,17 +17,6 @@ struct NativeFunction {
     std::atomic<bool> fails{false};
 };
 
-/// Whether calls are written down now.
-bool Traces();
-void TraceCall(const NativeFunction &function, std::string arguments);
-/// Whether a host lives that can serve the call.
-bool HasHost();
-
-/// Whether a test looks on at the calls that come from outside the host.
-bool Intercepts();
-/// What the test does to a call: answers whether the call goes on, and may throw.
-bool Intercept(const NativeFunction &function, CallMoment moment);
-
 template <class... A>
 std::string ShownList(const A &...arguments)
 {
@@ -36,7 +25,7 @@ std::string ShownList(const A &...arguments)
     return list;
 }
 
-/// `Function` as the library calls it: with arguments that are not acceptable, or when it is to fail, nothing
+/// `Function` as the library calls it. If an argument is not acceptable, or the function is to fail, nothing
 /// is done and the empty value returned. `Alias` tells apart names that share a function.
 template <auto Function, int Alias = 0>
 struct Thunk;
@@ -47,20 +36,21 @@ struct Thunk<Function, Alias> {
 
     static R Call(A... arguments)
     {
-        if (!HasHost())
+        Session *const session = Current<Session>();
+        if (!session)
             return R();
-        const bool intercepted = Intercepts();
+        const bool intercepted = session->interceptor && !InsideFunction();
         const FunctionScope scope(description.name);
-        if (Traces())
-            TraceCall(description, ShownList(arguments...));
+        if (session->traces)
+            session->trace.Add(description.name, ShownList(arguments...));
         if (!(IsAcceptable(arguments) && ...) || description.fails)
             return R();
-        if (intercepted && !Intercept(description, CallMoment::Begins))
+        if (intercepted && !session->interceptor(description.name, CallMoment::Begins))
             return R();
         if constexpr (std::is_void_v<R>) {
             Function(arguments...);
             if (intercepted)
-                Intercept(description, CallMoment::Ends);
+                session->interceptor(description.name, CallMoment::Ends);
         } else {
             return Function(arguments...);
         }

@@ -1,4 +1,4 @@
-// The record of calls of host functions.
+// What is seen of the calls of host functions.
 #include "host/interface/trace.h"
 
 #include <algorithm>

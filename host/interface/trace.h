@@ -1,15 +1,33 @@
-// The record of calls of host functions.
+// What is seen of the calls of host functions.
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include "host/host.h"
 
 namespace qzlhost {
 
-/// Any thread.
+struct TraceEntry {
+    /// The host function's name.
+    std::string function;
+    /// Its arguments, readable: classes and serial numbers of instances, texts of strings and names.
+    std::string arguments;
+};
+
+enum class CallMoment {
+    /// The arguments are good; the function has done nothing yet.
+    Begins,
+    /// A function without a result has done its work.
+    Ends,
+};
+
+/// Looks on at a call of a host function. At its beginning it returns whether the call goes on: one that does
+/// not does nothing and returns its empty result. What it throws is what the function throws.
+using Interceptor = std::function<bool(const char *function, CallMoment moment)>;
+
+/// The record of calls. Any thread.
 class Trace {
 public:
     void Add(const char *function, std::string arguments);

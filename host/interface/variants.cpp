@@ -1,9 +1,66 @@
-// Entry points: variants.
-#include "host/values/variants.h"
+// Variants: the members of their class, and entry points.
+#include "host/interface/builtin_classes.h"
 #include "host/interface/entry_functions.h"
+#include "host/interface/thunk.h"
 #include "host/values/boxes.h"
 
 namespace qzlhost {
+
+namespace {
+
+int64_t TypeOf(NotNull<Instance> self, int64_t)
+{
+    return CodeOf(self.pointer);
+}
+
+String *StringValue(NotNull<Instance> self, int64_t)
+{
+    return StringOfVariant(self.pointer);
+}
+
+int64_t IntegerValue(NotNull<Instance> self, int64_t)
+{
+    return Value::Share(self.pointer).AsInteger();
+}
+
+double DoubleValue(NotNull<Instance> self, int64_t)
+{
+    return Value::Share(self.pointer).AsDouble();
+}
+
+float SingleValue(NotNull<Instance> self, int64_t)
+{
+    return static_cast<float>(DoubleValue(self, 0));
+}
+
+bool BooleanValue(NotNull<Instance> self, int64_t)
+{
+    return Value::Share(self.pointer).AsBoolean();
+}
+
+Instance *DateValue(NotNull<Instance> self, int64_t)
+{
+    return CodeOf(self.pointer) == code::Date ? Lock(self.pointer) : nullptr;
+}
+
+} // namespace
+
+BuiltInClass VariantClass()
+{
+    return {"Variant",
+            nullptr,
+            nullptr,
+            {
+                {"Type", "Integer", Native<&TypeOf>("Variant.Type")},
+                {"StringValue", "String", Native<&StringValue>("Variant.StringValue")},
+                {"IntegerValue", "Integer", Native<&IntegerValue>("Variant.IntegerValue")},
+                {"LongValue", "Int64", Native<&IntegerValue, 1>("Variant.LongValue")},
+                {"DoubleValue", "Double", Native<&DoubleValue>("Variant.DoubleValue")},
+                {"SingleValue", "Single", Native<&SingleValue>("Variant.SingleValue")},
+                {"BooleanValue", "Boolean", Native<&BooleanValue>("Variant.BooleanValue")},
+                {"DateValue", "Date", Native<&DateValue>("Variant.DateValue")},
+            }};
+}
 
 Instance *StringToVariant(String *string)
 {

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "host/language/declaration_tokens.h"
-#include "host/language/declared_types.h"
+#include "host/language/names.h"
 
 namespace qzlhost {
 
@@ -181,7 +181,7 @@ private:
 
     [[noreturn]] void Fail(std::string_view expected) const
     {
-        ThrowDeclarationError(text_, Peek().offset, expected, Peek().text);
+        throw DeclarationError(text_, Peek().offset, expected, Peek().text);
     }
 
     std::string_view text_;

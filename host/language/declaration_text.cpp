@@ -5,6 +5,7 @@
 
 #include "host/language/declaration.h"
 #include "host/language/declared_types.h"
+#include "host/language/names.h"
 
 namespace qzlhost {
 
@@ -72,11 +73,6 @@ bool SameParameter(const Parameter &a, const Parameter &b)
     return a.assigns == b.assigns && a.byReference == b.byReference && SameType(a.type, b.type);
 }
 
-char Lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 } // namespace
 
 size_t Declaration::RequiredArguments() const
@@ -103,12 +99,6 @@ bool SameSignature(const Declaration &a, const Declaration &b)
     return SameName(a.name, b.name) && SameType(a.result, b.result) &&
            std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(), b.parameters.end(),
                       SameParameter);
-}
-
-bool SameName(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char left, char right) { return Lower(left) == Lower(right); });
 }
 
 } // namespace qzlhost

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "host/language/declaration_error.h"
+
 namespace qzlhost {
 
 namespace {
@@ -33,37 +35,9 @@ bool IsWordPart(char c)
     return IsWordStart(c) || IsDigit(c);
 }
 
-/// Whether the byte goes on with a character that an earlier byte began.
-bool IsContinuation(char c)
-{
-    return (c & 0xC0) == 0x80;
-}
-
 bool IsHexNumber(std::string_view digits)
 {
     return digits.size() > 2 && digits[0] == '&' && (digits[1] == 'h' || digits[1] == 'H');
-}
-
-/// Texts as messages show them: at most 100 bytes, no part of a character, control characters readable.
-std::string Shown(std::string_view text)
-{
-    constexpr size_t kLongest = 100;
-    constexpr char kHex[] = "0123456789ABCDEF";
-    size_t length = text.size();
-    if (length > kLongest) {
-        length = kLongest;
-        while (length > 0 && IsContinuation(text[length]))
-            --length;
-    }
-    std::string shown;
-    for (const char c : text.substr(0, length)) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F)
-            shown += {'\\', 'x', kHex[byte >> 4], kHex[byte & 15]};
-        else
-            shown += c;
-    }
-    return length < text.size() ? shown + "..." : shown;
 }
 
 class Tokenizer {
@@ -175,7 +149,7 @@ private:
         size_t end = offset_ + 1;
         while (end < text_.size() && IsContinuation(text_[end]))
             ++end;
-        ThrowDeclarationError(text_, offset_, expected, text_.substr(offset_, end - offset_));
+        throw DeclarationError(text_, offset_, expected, text_.substr(offset_, end - offset_));
     }
 
     std::string_view text_;
@@ -219,7 +193,7 @@ Literal NumberValue(std::string_view text, const Token &token)
         literal.integer = static_cast<int64_t>(negative ? uint64_t{0} - magnitude : magnitude);
     }
     if (read.ec != std::errc{})
-        ThrowDeclarationError(text, token.offset, "a number of 64 bits", token.text);
+        throw DeclarationError(text, token.offset, "a number of 64 bits", token.text);
     return literal;
 }
 
@@ -234,14 +208,6 @@ Literal StringValue(const Token &token)
         i += content[i] == '"' ? 1 : 0;
     }
     return literal;
-}
-
-void ThrowDeclarationError(std::string_view text, size_t offset, std::string_view expected,
-                           std::string_view found)
-{
-    throw DeclarationError("\"" + Shown(text) + "\" is no declaration: expected " + std::string(expected) +
-                           " at position " + std::to_string(offset + 1) + ", found " +
-                           (found.empty() ? "the end" : "\"" + Shown(found) + "\""));
 }
 
 } // namespace qzlhost

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/language/declaration.h"
+#include "host/language/declared_types.h"
 
 namespace qzlhost {
 
@@ -27,9 +27,5 @@ Literal NumberValue(std::string_view text, const Token &token);
 
 /// The content of a String token.
 Literal StringValue(const Token &token);
-
-/// Throws the error that says what was expected at `offset` of `text` and what stands there instead.
-[[noreturn]] void ThrowDeclarationError(std::string_view text, size_t offset, std::string_view expected,
-                                        std::string_view found);
 
 } // namespace qzlhost

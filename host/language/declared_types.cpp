@@ -1,8 +1,10 @@
-// The host language's built-in types, by name.
+// The types that declarations name, and constants of them.
 #include "host/language/declared_types.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include "host/language/names.h"
 
 namespace qzlhost {
 

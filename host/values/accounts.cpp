@@ -1,9 +1,10 @@
-// The books of a host: what is alive, who made it, and what went wrong.
+// The accounts of a host: what is alive, who made it, and what went wrong.
 #include "host/values/accounts.h"
 
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
+#include <memory>
 
 #include "host/values/object.h"
 #include "host/values/strings.h"
@@ -14,6 +15,8 @@ namespace {
 
 /// How many of the dead are remembered by name.
 constexpr size_t kRememberedDead = 100000;
+
+std::atomic<uint32_t> lastHost{0};
 
 thread_local const char *currentFunction = kProgram;
 
@@ -30,27 +33,40 @@ std::string DescribeThing(Kind kind, const Counted *thing)
     return {};
 }
 
+void Free(Kind kind, Counted *thing)
+{
+    switch (kind) {
+    case Kind::Instance:
+        FreeInstance(static_cast<Instance *>(thing));
+        break;
+    case Kind::String:
+        Destroy(static_cast<String *>(thing));
+        break;
+    case Kind::Text:
+        Destroy(static_cast<Text *>(thing));
+        break;
+    }
+}
+
 } // namespace
+
+Accounts::Accounts(bool open) : open_(open), host_(++lastHost) {}
+
+Accounts *Accounts::Of(const Counted *thing)
+{
+    Accounts *const accounts = Current<Accounts>();
+    return accounts && accounts->host_ == thing->host ? accounts : nullptr;
+}
 
 void Accounts::Enter(Kind kind, Counted *thing)
 {
+    thing->host = host_;
     if (!open_)
         return;
     std::lock_guard lock(mutex_);
     thing->serial = ++lastSerial_;
     alive_[thing] = {kind, thing, currentFunction};
     dead_.erase(thing);
-}
-
-void Accounts::Remove(const Counted *thing, std::string description)
-{
-    if (!open_)
-        return;
-    std::lock_guard lock(mutex_);
-    alive_.erase(thing);
-    if (dead_.size() >= kRememberedDead)
-        dead_.clear();
-    dead_[thing] = std::move(description);
 }
 
 Accounts::Standing Accounts::Find(Kind kind, const void *pointer) const
@@ -98,30 +114,60 @@ std::vector<std::string> Accounts::Leaks() const
     return lines;
 }
 
-std::vector<std::pair<Kind, Counted *>> Accounts::Alive() const
+void Accounts::RecordMistake(std::string text)
 {
-    std::vector<std::pair<Kind, Counted *>> things;
+    std::lock_guard lock(mutex_);
+    mistakes_.push_back(std::move(text));
+}
+
+std::vector<std::string> Accounts::Mistakes() const
+{
+    std::lock_guard lock(mutex_);
+    return mistakes_;
+}
+
+void Accounts::FreeRemains()
+{
+    std::vector<std::unique_ptr<Payload>> payloads;
+    for (const Entry &entry : Alive()) {
+        if (entry.kind == Kind::Instance) {
+            auto *const instance = static_cast<Instance *>(entry.thing);
+            // Without the classes nothing may run at its end.
+            instance->dying = true;
+            payloads.emplace_back(std::exchange(instance->payload, nullptr));
+        }
+    }
+    payloads.clear();
+    for (const Entry &entry : Alive()) {
+        if (entry.kind == Kind::Instance)
+            entry.thing->dying = false;
+        if (entry.thing->counts.Holders() == 0)
+            Free(entry.kind, entry.thing);
+    }
+}
+
+void Accounts::Remove(const Counted *thing, std::string description)
+{
+    std::lock_guard lock(mutex_);
+    alive_.erase(thing);
+    if (dead_.size() >= kRememberedDead)
+        dead_.clear();
+    dead_[thing] = std::move(description);
+}
+
+std::vector<Accounts::Entry> Accounts::Alive() const
+{
+    std::vector<Entry> entries;
     std::lock_guard lock(mutex_);
     for (const auto &each : alive_)
-        things.emplace_back(each.second.kind, each.second.thing);
-    return things;
+        entries.push_back(each.second);
+    return entries;
 }
 
-void Mistakes::Record(std::string text)
+void RecordMistake(const std::string &text)
 {
-    std::lock_guard lock(mutex_);
-    all_.push_back(std::move(text));
-}
-
-std::vector<std::string> Mistakes::All() const
-{
-    std::lock_guard lock(mutex_);
-    return all_;
-}
-
-const char *CurrentFunction()
-{
-    return currentFunction;
+    if (Accounts *const accounts = Current<Accounts>())
+        accounts->RecordMistake(std::string(currentFunction) + ": " + text);
 }
 
 bool InsideFunction()

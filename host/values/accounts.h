@@ -1,4 +1,4 @@
-// The books of a host: what is alive, who made it, and what went wrong.
+// The accounts of a host: what is alive, who made it, and what went wrong.
 #pragma once
 
 #include <mutex>
@@ -7,19 +7,28 @@
 #include <vector>
 
 #include "host/values/counted.h"
+#include "host/values/current.h"
 
 namespace qzlhost {
 
-/// Everything alive that the host has handed out. Any thread.
+/// Everything alive that the host has handed out, and the library's mistakes. Any thread.
 class Accounts {
 public:
-    /// Closed books take no entries and answer that everything is alive.
-    explicit Accounts(bool open) : open_(open) {}
+    /// Closed accounts take no entries and say of everything that it is alive.
+    explicit Accounts(bool open);
 
-    /// Numbers a new thing.
+    /// The accounts of the host that made the thing; null if that host is gone.
+    static Accounts *Of(const Counted *thing);
+
+    /// Notes a new thing as this host's, and numbers it.
     void Enter(Kind kind, Counted *thing);
-    /// A thing is about to be freed; `description` names it from now on.
-    void Remove(const Counted *thing, std::string description);
+    /// A thing is about to be freed; its description names it from now on.
+    template <class T>
+    void Remove(const T *thing)
+    {
+        if (open_)
+            Remove(thing, Describe(thing));
+    }
 
     enum class Standing { Alive, Dead, Foreign, OtherKind };
     Standing Find(Kind kind, const void *pointer) const;
@@ -28,10 +37,12 @@ public:
 
     /// Things with more references than holders, one line each.
     std::vector<std::string> Leaks() const;
-    /// All things that are alive, with their kind.
-    std::vector<std::pair<Kind, Counted *>> Alive() const;
 
-    bool Open() const { return open_; }
+    void RecordMistake(std::string text);
+    std::vector<std::string> Mistakes() const;
+
+    /// Frees what the library has left over. What values still hold is theirs to free.
+    void FreeRemains();
 
 private:
     struct Entry {
@@ -40,28 +51,25 @@ private:
         const char *maker;
     };
 
+    void Remove(const Counted *thing, std::string description);
+    std::vector<Entry> Alive() const;
+
     const bool open_;
+    /// Counts the hosts of the process, from 1.
+    const uint32_t host_;
     mutable std::mutex mutex_;
     uint64_t lastSerial_ = 0;
     std::unordered_map<const void *, Entry> alive_;
     std::unordered_map<const void *, std::string> dead_;
+    std::vector<std::string> mistakes_;
 };
 
-class Mistakes {
-public:
-    void Record(std::string text);
-    std::vector<std::string> All() const;
-
-private:
-    mutable std::mutex mutex_;
-    std::vector<std::string> all_;
-};
+/// Records a mistake of the library's with the host that lives now, and the host function that noticed it.
+void RecordMistake(const std::string &text);
 
 /// What runs while no host function does.
 inline constexpr char kProgram[] = "the program";
 
-/// The name of the host function that runs on this thread; `kProgram` outside of all.
-const char *CurrentFunction();
 /// Whether a host function runs on this thread.
 bool InsideFunction();
 

@@ -1,7 +1,6 @@
 // Variants that box a number, a string, a boolean or a text.
 #pragma once
 
-#include "host/calls/builtin.h"
 #include "host/values/object.h"
 #include "host/values/value.h"
 
@@ -12,6 +11,7 @@ struct Box : Payload {
 
     int64_t Code() const override { return content.Code(); }
     std::string AsString() const override { return content.AsString(); }
+    std::string Detail() const override { return " of " + std::to_string(Code()) + ": " + AsString(); }
 
     const Value content;
 };
@@ -20,7 +20,7 @@ struct Box : Payload {
 /// reference.
 Instance *NewVariant(const Value &value);
 
-/// The class "Variant", whose properties every instance has.
-BuiltInClass VariantClass();
+/// The variant as a string, with one reference; null for the empty string.
+String *StringOfVariant(Instance *variant);
 
 } // namespace qzlhost

@@ -1,7 +1,7 @@
 // References to what the host hands out, and who holds them.
 #include "host/values/counted.h"
 
-#include "host/runtime.h"
+#include "host/values/accounts.h"
 #include "host/values/object.h"
 #include "host/values/strings.h"
 

@@ -58,7 +58,7 @@ void Destroy(Instance *thing);
 void Destroy(String *thing);
 void Destroy(Text *thing);
 
-/// Adds a reference for the library; null is ignored. Answers `thing`.
+/// Adds a reference for the library and returns `thing`; null is ignored.
 template <class T>
 T *Lock(T *thing)
 {
@@ -72,8 +72,7 @@ T *Lock(T *thing)
 template <class T>
 void Unlock(T *thing);
 
-/// Whether the reference that came with `thing` could be taken over. Where there was none a mistake is
-/// recorded, and the thing gets one.
+/// Takes over the reference that came with `thing`. If there is none, records a mistake and adds one.
 template <class T>
 void AdoptReference(T *thing);
 

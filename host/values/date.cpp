@@ -4,8 +4,6 @@
 #include <cstdio>
 #include <ctime>
 
-#include "host/interface/thunk.h"
-
 namespace qzlhost {
 
 namespace {
@@ -49,24 +47,7 @@ void CarryDays(int64_t &day, int64_t &month, int64_t &year)
     }
 }
 
-int64_t GetField(Of<Date> self, int64_t field)
-{
-    return self->Fields()[static_cast<size_t>(field)];
-}
-
-void SetField(Of<Date> self, int64_t field, int64_t value)
-{
-    self->SetField(static_cast<size_t>(field), value);
-}
-
-void Construct(Of<Date> self, int64_t year, int64_t month, int64_t day, int64_t hour, int64_t minute,
-               int64_t second)
-{
-    self->SetFields({year, month, day, hour, minute, second});
-}
-
-} // namespace
-
+/// The same moment with every field in its range.
 DateFields Normalized(const DateFields &fields)
 {
     auto [year, month, day, hour, minute, second] = fields;
@@ -79,6 +60,8 @@ DateFields Normalized(const DateFields &fields)
     CarryDays(day, month, year);
     return {year, month + 1, day + 1, hour, minute, second};
 }
+
+} // namespace
 
 Date::Date()
 {
@@ -115,28 +98,6 @@ void Date::SetField(size_t field, int64_t value)
 {
     std::lock_guard lock(mutex_);
     fields_[field] = value;
-}
-
-BuiltInClass DateClass()
-{
-    void *const get = Native<&GetField>("Date field");
-    void *const set = Native<&SetField>("Date field=");
-    return {"Date",
-            nullptr,
-            &MakePayloadOf<Date>,
-            {
-                {"Year", "Integer", get, set, 0},
-                {"Month", "Integer", get, set, 1},
-                {"Day", "Integer", get, set, 2},
-                {"Hour", "Integer", get, set, 3},
-                {"Minute", "Integer", get, set, 4},
-                {"Second", "Integer", get, set, 5},
-            },
-            {
-                {"Constructor(Year As Integer, Month As Integer = 1, Day As Integer = 1, "
-                 "hour As Integer = 0, minute As Integer = 0, second As Integer = 0)",
-                 Native<&Construct>("Date.Constructor")},
-            }};
 }
 
 } // namespace qzlhost

@@ -5,15 +5,12 @@
 #include <mutex>
 #include <string>
 
-#include "host/calls/builtin.h"
+#include "host/values/object.h"
 
 namespace qzlhost {
 
 /// Year, month, day, hour, minute, second.
 using DateFields = std::array<int64_t, 6>;
-
-/// The same moment with every field in its range.
-DateFields Normalized(const DateFields &fields);
 
 /// Any thread.
 struct Date : Payload {
@@ -34,7 +31,5 @@ private:
     mutable std::mutex mutex_;
     DateFields fields_;
 };
-
-BuiltInClass DateClass();
 
 } // namespace qzlhost

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/calls/builtin.h"
+#include "host/values/object.h"
 #include "host/values/value.h"
 
 namespace qzlhost {
@@ -35,7 +35,5 @@ private:
     std::vector<Entry> entries_;
     std::unordered_map<std::string, size_t> places_;
 };
-
-BuiltInClass DictionaryClass();
 
 } // namespace qzlhost

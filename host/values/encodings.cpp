@@ -9,7 +9,7 @@
 
 #include <unicode/ucnv.h>
 
-#include "host/values/value.h"
+#include "host/values/codes.h"
 
 namespace qzlhost {
 

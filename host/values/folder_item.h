@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/calls/builtin.h"
+#include "host/values/object.h"
 
 namespace qzlhost {
 
@@ -14,13 +14,5 @@ struct FolderItem : Payload {
     /// UTF-8.
     const std::string path;
 };
-
-/// New, with one reference.
-Instance *NewFolderItemFor(const std::string &path);
-
-BuiltInClass FolderItemClass();
-
-/// The global methods that give folder items.
-std::vector<BuiltInMethod> FolderItemMethods();
 
 } // namespace qzlhost

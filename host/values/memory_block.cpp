@@ -5,11 +5,6 @@
 
 #include <sys/mman.h>
 
-#include "host/calls/exceptions.h"
-#include "host/interface/entry_functions.h"
-#include "host/interface/thunk.h"
-#include "host/runtime.h"
-
 namespace qzlhost {
 
 namespace {
@@ -24,24 +19,6 @@ void *AllocateBytes(int64_t size)
     void *const bytes = mmap(nullptr, static_cast<size_t>(size), PROT_READ | PROT_WRITE,
                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     return bytes == MAP_FAILED ? nullptr : bytes;
-}
-
-void *ConvertToPointer(Of<MemoryBlock> self)
-{
-    return self->Pointer();
-}
-
-void Construct(Of<MemoryBlock> self, int64_t size)
-{
-    if (!self->Allocate(size)) {
-        RaiseHostException("OutOfMemoryException",
-                           "There is no memory block of " + std::to_string(size) + " bytes.");
-    }
-}
-
-int64_t Size(Of<MemoryBlock> self, int64_t)
-{
-    return self->Size();
 }
 
 } // namespace
@@ -68,42 +45,6 @@ void MemoryBlock::Free()
         std::free(bytes_);
     else
         munmap(bytes_, static_cast<size_t>(size_));
-}
-
-BuiltInClass MemoryBlockClass()
-{
-    return {"MemoryBlock",
-            nullptr,
-            &MakePayloadOf<MemoryBlock>,
-            {
-                {"Size", "Integer", Native<&Size>("MemoryBlock.Size")},
-            },
-            {
-                {"Constructor(bytes As Integer)", Native<&Construct>("MemoryBlock.Constructor")},
-                {"Operator_Convert() As Ptr", Native<&ConvertToPointer>("MemoryBlock.Operator_Convert")},
-            }};
-}
-
-Instance *NewMemoryBlock(int32_t size)
-{
-    auto block = std::make_unique<MemoryBlock>();
-    if (size < 0) {
-        RecordMistake("a memory block of " + std::to_string(size) + " bytes");
-        return nullptr;
-    }
-    if (!block->Allocate(size))
-        return nullptr;
-    return NewInstance(*Runtime::Current()->classes.Find("MemoryBlock"), std::move(block));
-}
-
-void *MemoryBlockPointer(Of<MemoryBlock> block)
-{
-    return block->Pointer();
-}
-
-int64_t MemoryBlockSize(Of<MemoryBlock> block)
-{
-    return block->Size();
 }
 
 } // namespace qzlhost

@@ -1,7 +1,7 @@
 // The host's MemoryBlock: bytes at a fixed address.
 #pragma once
 
-#include "host/calls/builtin.h"
+#include "host/values/object.h"
 
 namespace qzlhost {
 
@@ -25,7 +25,5 @@ private:
     void *bytes_ = nullptr;
     int64_t size_ = 0;
 };
-
-BuiltInClass MemoryBlockClass();
 
 } // namespace qzlhost

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "host/values/codes.h"
 #include "host/values/counted.h"
-#include "host/values/value.h"
 
 namespace qzlhost {
 
@@ -19,6 +19,8 @@ struct Payload {
     virtual int64_t Code() const { return code::Object; }
     /// The instance as a string, where it has one.
     virtual std::string AsString() const { return {}; }
+    /// What a description of the instance adds to class and serial number.
+    virtual std::string Detail() const { return {}; }
 };
 
 struct Instance : Counted {
@@ -42,19 +44,35 @@ P *PayloadOf(const Instance *instance)
     return instance ? dynamic_cast<P *>(instance->payload) : nullptr;
 }
 
-/// A new instance with one reference; the constructor hooks have run, topmost superclass first.
-Instance *NewInstance(const Class &type);
+/// What instances need of their classes, which are the next floor's.
+struct ClassHooks {
+    const std::string &(*name)(const Class &type);
+    /// See NewBuiltIn.
+    Instance *(*newBuiltIn)(const char *className, std::unique_ptr<Payload> payload);
+    /// Runs what the instance's classes have for its end.
+    void (*runDestructors)(Instance *instance);
+};
 
-/// As above, with this payload in place of the class's own.
-Instance *NewInstance(const Class &type, std::unique_ptr<Payload> payload);
+/// Set before the first instance is made.
+inline ClassHooks classHooks{};
+
+/// A new instance of one of the host's own classes, with one reference and this payload; without one, with
+/// the class's own.
+inline Instance *NewBuiltIn(const char *className, std::unique_ptr<Payload> payload)
+{
+    return classHooks.newBuiltIn(className, std::move(payload));
+}
+
+/// A new instance with one reference, on which nothing of its classes has run.
+Instance *AllocateInstance(const Class &type, uint64_t dataSize, std::unique_ptr<Payload> payload);
+
+/// Frees an instance without running anything of its classes.
+void FreeInstance(Instance *instance);
 
 /// The type code of an instance used as a variant; 0 for null.
 int64_t CodeOf(const Instance *instance);
 
 /// Class and serial number, and the content of a boxed value. "Nil" for null.
 std::string Describe(const Instance *instance);
-
-/// Frees an instance without running anything of its classes.
-void FreeInstance(Instance *instance);
 
 } // namespace qzlhost

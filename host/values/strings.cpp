@@ -1,7 +1,8 @@
 // Host strings and texts.
 #include "host/values/strings.h"
 
-#include "host/runtime.h"
+#include "host/values/accounts.h"
+#include "host/values/codes.h"
 #include "host/values/encodings.h"
 
 namespace qzlhost {
@@ -14,19 +15,16 @@ constexpr size_t kShown = 60;
 template <class T>
 T *Entered(Kind kind, T *thing)
 {
-    if (Runtime *const runtime = Runtime::Current()) {
-        thing->host = runtime->number;
-        runtime->accounts.Enter(kind, thing);
-    }
+    if (Accounts *const accounts = Current<Accounts>())
+        accounts->Enter(kind, thing);
     return thing;
 }
 
 template <class T>
 void Free(T *thing)
 {
-    Runtime *const runtime = Runtime::Current();
-    if (runtime && runtime->number == thing->host && runtime->accounts.Open())
-        runtime->accounts.Remove(thing, Describe(thing));
+    if (Accounts *const accounts = Accounts::Of(thing))
+        accounts->Remove(thing);
     delete thing;
 }
 

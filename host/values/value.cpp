@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "host/language/declaration.h"
+#include "host/language/names.h"
 #include "host/values/boxes.h"
 #include "host/values/encodings.h"
 #include "host/values/object.h"

@@ -5,24 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "host/values/codes.h"
+
 namespace qzlhost {
 
 struct Instance; // what the library knows as an object: also boxed variants and arrays
 struct String;   // a host string
 struct Text;     // a host text
-
-/// The host's type codes, as VarType answers them. An array's is Array plus its element's.
-namespace code {
-// Not Nil: that is a macro in Objective-C.
-inline constexpr int64_t Null = 0, Int32 = 2, Int64 = 3, Single = 4, Double = 5, Currency = 6, Date = 7,
-                         String = 8, Object = 9, Boolean = 11, Color = 16, Text = 37, Array = 4096;
-} // namespace code
-
-/// String encodings, by Core Foundation's numbers.
-namespace encoding {
-inline constexpr uint32_t MacRoman = 0, UTF16 = 0x0100, Latin1 = 0x0201, WindowsLatin1 = 0x0500,
-                          ASCII = 0x0600, UTF8 = 0x08000100, UTF32 = 0x0C000100, Unknown = 0xFFFF;
-}
 
 /// Copying takes a reference, destroying gives it back. Used while its Host lives.
 class Value {

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/language/names.h"
+
 namespace qzlhost {
 namespace {
 

@@ -1,22 +1,26 @@
-// The host's FolderItem: a path.
+// Folder items: the members of their class, and entry points.
 #include "host/values/folder_item.h"
 
 #include <algorithm>
 #include <filesystem>
 
-#include "host/calls/exceptions.h"
-#include "host/calls/program_calls.h"
+#include "host/calls/cocoa.h"
+#include "host/interface/builtin_classes.h"
 #include "host/interface/entry_functions.h"
+#include "host/interface/exceptions.h"
 #include "host/interface/thunk.h"
-#include "host/runtime.h"
 #include "host/values/encodings.h"
-#include "host/values/strings.h"
 
 namespace qzlhost {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+Instance *NewFolderItem(const std::string &path)
+{
+    return NewBuiltIn("FolderItem", std::make_unique<FolderItem>(path));
+}
 
 /// The items of a folder, by name.
 std::vector<fs::path> ItemsOf(const fs::path &folder)
@@ -36,7 +40,7 @@ Instance *TrueItem(Of<FolderItem> self, int64_t index)
         RaiseHostException("OutOfBoundsException", "The folder has no item at this index.");
         return nullptr;
     }
-    return NewFolderItemFor(items[static_cast<size_t>(index - 1)].string());
+    return NewFolderItem(items[static_cast<size_t>(index - 1)].string());
 }
 
 String *NativePath(Of<FolderItem> self, int64_t)
@@ -57,7 +61,7 @@ bool Exists(Of<FolderItem> self, int64_t)
 
 Instance *GetTrueFolderItem(String *path, int64_t)
 {
-    return path ? NewFolderItemFor(Utf8Of(path)) : nullptr;
+    return path ? NewFolderItem(Utf8Of(path)) : nullptr;
 }
 
 fs::path WithoutSlashAtEnd(const fs::path &path)
@@ -66,11 +70,6 @@ fs::path WithoutSlashAtEnd(const fs::path &path)
 }
 
 } // namespace
-
-Instance *NewFolderItemFor(const std::string &path)
-{
-    return NewInstance(*Runtime::Current()->classes.Find("FolderItem"), std::make_unique<FolderItem>(path));
-}
 
 BuiltInClass FolderItemClass()
 {
@@ -87,12 +86,10 @@ BuiltInClass FolderItemClass()
             }};
 }
 
-std::vector<BuiltInMethod> FolderItemMethods()
+BuiltInMethod TrueFolderItemMethod()
 {
-    return {
-        {"GetTrueFolderItem(path As String, pathMode As Integer) As FolderItem",
-         Native<&GetTrueFolderItem>("GetTrueFolderItem")},
-    };
+    return {"GetTrueFolderItem(path As String, pathMode As Integer) As FolderItem",
+            Native<&GetTrueFolderItem>("GetTrueFolderItem")};
 }
 
 bool FSRefFromFolderItem(Of<FolderItem> item, NotNull<FSRef> out, HFSUniStr255 *name)
@@ -116,7 +113,7 @@ Instance *FolderItemFromParentFSRef(NotNull<const FSRef> parent, NotNull<const H
     if (!folder || name->length > std::size(name->unicode))
         return nullptr;
     const std::u16string leaf(name->unicode, name->unicode + name->length);
-    return NewFolderItemFor((fs::path(*folder) / ToUtf8(leaf)).string());
+    return NewFolderItem((fs::path(*folder) / ToUtf8(leaf)).string());
 }
 
 } // namespace qzlhost

@@ -1,6 +1,8 @@
 // The notification centres that the commands watch and post to, as wrappers of the library.
 #include "qzlhost/centers.h"
 
+#import <AppKit/AppKit.h>
+
 using qzlhost::Host;
 using qzlhost::Value;
 
@@ -15,7 +17,8 @@ Value NewCenter(Host &host, CenterKind kind)
         break;
     }
     // No class of the library makes it; its property Handle takes one from elsewhere, with its retain.
+    NSNotificationCenter *const workspace = [[NSWorkspace sharedWorkspace] notificationCenter];
     Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
-    host.Set(center, "Handle", Host::WorkspaceCenterHandle());
+    host.Set(center, "Handle", reinterpret_cast<int64_t>([workspace retain]));
     return center;
 }

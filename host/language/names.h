@@ -1,0 +1,14 @@
+// Names in the host's language: the case of ASCII letters does not count.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qzlhost {
+
+/// The name in small letters, one form for all ways to write it.
+std::string Folded(std::string_view name);
+
+bool SameName(std::string_view a, std::string_view b);
+
+} // namespace qzlhost
