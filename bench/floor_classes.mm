@@ -6,9 +6,8 @@
 #include <pthread.h>
 
 #include "bench/host_functions.h"
-#include "bench/wrapper_classes.h"
 
-/// What another library of the family may add.
+/// What another plugin of the family may add.
 @interface NSException (FloorFamily)
 + (CFMutableDictionaryRef)GetInstancesDictionaryQZL;
 + (void)PrepareNSExceptionQZL;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
+#include <objc/objc.h>
 
 #include <cstdint>
 
@@ -52,6 +53,13 @@ struct HostFunctions {
     /// A memory block's method "Operator_Convert".
     void *(*memoryBlockPointer)(REALmemoryBlock block);
 };
+
+/// Where an instance keeps its Cocoa object.
+inline id &FloorHandle(REALobject instance)
+{
+    constexpr size_t kHeaderSize = 48;
+    return *reinterpret_cast<id *>(reinterpret_cast<char *>(instance) + kHeaderSize);
+}
 
 extern HostFunctions gHost;
 

@@ -20,7 +20,7 @@ namespace qzlhost {
 struct HostOptions {
     /// What REALGetRBVersion returns; without a value the host lacks that function.
     std::optional<double> version = 2024.01;
-    /// Without accounts and trace the host is faster, and knows no leaks and few mistakes.
+    /// Without accounts and trace the host is faster, but finds no leaks and few mistakes.
     bool accounts = true;
 };
 
@@ -53,21 +53,20 @@ public:
 
     /// The names of all host functions.
     static std::vector<std::string> Functions();
-    /// The resolver does not know this function.
+    /// The resolver lacks this function.
     void Lack(std::string_view function);
-    /// The resolver knows this function from the nth ask on (the first ask is 1).
+    /// The resolver lacks this function until it is asked for it the nth time; 1 is the first.
     void AnswerFrom(std::string_view function, int ask);
     /// The function is there, but does nothing and returns its empty result. Also after it was resolved.
     void Fail(std::string_view function, bool fails = true);
     /// The resolver gives this function instead of the host's own.
     void Replace(std::string_view function, void *replacement);
-    /// Looks on at all calls that come from outside the host, from now on; empty for none. Called while no
-    /// other thread uses the host; the interceptor runs on the calling thread.
+    /// From now on the interceptor sees every call from outside the host; an empty one ends that. Called
+    /// while no other thread uses the host; the interceptor runs on the calling thread.
     void Intercept(Interceptor interceptor);
-    /// A global method or a built-in class's method that REALLoadGlobalMethod or REALLoadObjectMethod does
-    /// not find.
+    /// REALLoadGlobalMethod and REALLoadObjectMethod do not find the method.
     void LackMethod(std::string_view declaration);
-    /// Such a method is given as this function.
+    /// They find this function instead of the method.
     void ReplaceMethod(std::string_view declaration, void *replacement);
     /// How often the resolver was asked for the function.
     int AsksFor(std::string_view function) const;
@@ -87,7 +86,7 @@ public:
     /// A new instance on which no Constructor has run, as a library makes one.
     Value NewWithoutConstructor(std::string_view className);
     Value Call(const Value &instance, std::string_view method, const std::vector<Value> &arguments = {});
-    /// As Call, but looked up from this class of the instance on: how a class calls its superclass's method.
+    /// As Call, but the look-up begins at this class: how a class calls its superclass's method.
     Value CallAs(std::string_view className, const Value &instance, std::string_view method,
                  const std::vector<Value> &arguments = {});
     Value CallShared(std::string_view className, std::string_view method,
@@ -139,8 +138,8 @@ public:
     /// Runs the main thread's run loop until `done` or for at most `seconds`. Returns whether it was done.
     /// Throws ProgramException for an exception that an event raised meanwhile and no program caught.
     bool RunUntil(const std::function<bool()> &done, double seconds);
-    /// Ends the record of an exception on this thread that no call has thrown, as a destructor's; Nil where
-    /// there is none. Such an exception that nobody takes becomes a mistake with the next call. Any thread.
+    /// Takes an exception that was raised on this thread and that no call has thrown, such as a destructor's;
+    /// Nil if there is none. One that nobody takes becomes a mistake at the next call. Any thread.
     Value TakeException();
 
 private:

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <iostream>
 
-#include "family/exception_class.h"
+#include "family/family.h"
 #include "host/calls/cocoa.h"
 #include "host/host.h"
 #include "qzlhost/classes.h"
@@ -47,15 +47,16 @@ bool AccountsAreEven(const qzlhost::Host &host)
     return leaks.empty() && mistakes.empty();
 }
 
-/// Loads the library into a host and runs a program there, which answers the exit status. A program that
-/// leaves the accounts uneven has failed.
+/// Loads the library into a host, runs a program there and returns the exit status. A program that leaves the
+/// accounts uneven has failed.
 int RunProgram(const std::string &library, const std::function<int(qzlhost::Host &)> &program)
 {
     qzlhost::Host host;
     int status = kSuccess;
     {
         const qzlhost::AutoreleasePool pool;
-        qzlhost::OfferExceptionClass(host);
+        // Without it a program never learns of Cocoa exceptions.
+        Family(host).OfferExceptions();
         host.Load(library);
         status = program(host);
     }
@@ -77,9 +78,8 @@ int Watch(const std::string &library, const WatchOptions &options)
     std::signal(SIGTERM, Stop);
     return RunProgram(library, [&](qzlhost::Host &host) {
         const auto ready = [] { std::cerr << "Watching." << std::endl; };
-        const WatchEnd end = RunWatch(host, options, std::cout, ready, [] { return gStopped != 0; });
-        const bool tooFew = end == WatchEnd::TimedOut && options.count.has_value();
-        return tooFew ? kFailure : kSuccess;
+        const bool ended = RunWatch(host, options, std::cout, ready, [] { return gStopped != 0; });
+        return ended || !options.count ? kSuccess : kFailure;
     });
 }
 
@@ -159,11 +159,12 @@ void AddPostOptions(CLI::App &command, PostOptions &options)
     AddCenterFlags(command, options.center, CenterKind::Local);
 }
 
-/// Runs what the command line asks for. Answers the exit status.
+/// Runs what the command line asks for and returns the exit status.
 int RunCommand(int argc, char **argv)
 {
     CLI::App app("A stand-in host for plugin libraries.", "qzlhost");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "qzlhost " QZL_VERSION);
     std::string library;
 
     bool asJson = false;

@@ -35,8 +35,8 @@ Value ValueOf(const std::optional<std::string> &text)
 
 } // namespace
 
-WatchEnd RunWatch(Host &host, const WatchOptions &options, std::ostream &out,
-                  const std::function<void()> &ready, const std::function<bool()> &isStopped)
+bool RunWatch(Host &host, const WatchOptions &options, std::ostream &out, const std::function<void()> &ready,
+              const std::function<bool()> &isStopped)
 {
     int64_t received = 0;
     const auto isComplete = [&] { return received == options.count; };
@@ -65,7 +65,5 @@ WatchEnd RunWatch(Host &host, const WatchOptions &options, std::ostream &out,
     ready();
     const bool ended = host.RunUntil([&] { return isComplete() || isStopped(); }, options.seconds);
     host.Call(center, "removeObserver", {observer});
-    if (!ended)
-        return WatchEnd::TimedOut;
-    return isComplete() ? WatchEnd::Counted : WatchEnd::Stopped;
+    return ended;
 }

@@ -20,9 +20,7 @@ struct WatchOptions {
     double seconds = std::numeric_limits<double>::infinity();
 };
 
-enum class WatchEnd { Counted, TimedOut, Stopped };
-
-/// Observes, calls `ready`, and writes a line for each notification, at once, until one of the three ends.
-/// `isStopped` is asked all the time. Main thread only.
-WatchEnd RunWatch(qzlhost::Host &host, const WatchOptions &options, std::ostream &out,
-                  const std::function<void()> &ready, const std::function<bool()> &isStopped);
+/// Observes, calls `ready`, and writes a line for each notification as it arrives, until `isStopped`, `count`
+/// or `seconds` ends the watch. Returns false if it was `seconds`. Main thread only.
+bool RunWatch(qzlhost::Host &host, const WatchOptions &options, std::ostream &out,
+              const std::function<void()> &ready, const std::function<bool()> &isStopped);

@@ -5,8 +5,8 @@
 #include "bench/host_functions.h"
 #include "bench/inputs.h"
 #include "bench/work.h"
-#include "bench/wrapper_classes.h"
 #include "bridge/to_host/object_to_variant.h"
+#include "family/wrapper_classes.h"
 
 /// What objects answer that the compiler does not know.
 @interface NSObject (QZLBenchTypes)
@@ -145,14 +145,14 @@ Class ClassNamed(const char *name)
 /// classes survive more without initialisation.
 id ObjectOfClass(const char *name)
 {
-    DefineWrapperClass(std::string(name) + "QZL");
+    DefineWrapperClass(qzlhost::Host::Current(), std::string(name) + "QZL");
     return NSAllocateObject(ClassNamed(name), 0, nullptr);
 }
 
 /// An object of no row whose superclass, and not its own class, has a host class.
 id UnknownObject()
 {
-    DefineWrapperClass("NSObjectQZL");
+    DefineWrapperClass(qzlhost::Host::Current(), "NSObjectQZL");
     return NSAllocateObject(ClassNamed(kUnknownClass), 0, nullptr);
 }
 

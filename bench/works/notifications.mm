@@ -1,8 +1,8 @@
 // A notification that a program reads whole: its name, its object and its user info.
 #include "bench/floors.h"
+#include "bench/host_functions.h"
 #include "bench/inputs.h"
 #include "bench/work.h"
-#include "bench/wrapper_classes.h"
 #include "frame/class_records.h"
 #include "notifications/classes.h"
 

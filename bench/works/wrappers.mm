@@ -7,8 +7,8 @@
 #include "bench/host_functions.h"
 #include "bench/inputs.h"
 #include "bench/work.h"
-#include "bench/wrapper_classes.h"
 #include "bridge/to_cocoa/variant_to_object.h"
+#include "family/wrapper_classes.h"
 #include "tests/bridge/to_cocoa/remembered_classes.h"
 
 using qzlhost::Value;
@@ -66,16 +66,17 @@ Sides ToCocoa(const char *className)
 
 void AddWrapperWorks(std::vector<Work> &works)
 {
+    qzlhost::Host &host = qzlhost::Host::Current();
     // At the library's first look at an object all of them are there.
     for (const char *name : kRememberedNames)
-        DefineWrapperClass(name);
+        DefineWrapperClass(host, name);
     for (const char *name : kWrapperClassesBeforeValues)
-        DefineWrapperClass(name);
+        DefineWrapperClass(host, name);
     for (const char *name : kValueClasses)
-        DefineWrapperClass(name, kRoomForAValue);
+        DefineWrapperClass(host, name, kRoomForAValue);
     for (const char *name : kWrapperClassesAfterValues)
-        DefineWrapperClass(name);
-    DefineWrapperClass(kUnknownClass);
+        DefineWrapperClass(host, name);
+    DefineWrapperClass(host, kUnknownClass);
 
     const auto add = [&works](const char *name) {
         works.push_back({std::string("wrappers/to_cocoa/") + name, [name] { return ToCocoa(name); }});

@@ -44,7 +44,7 @@ private:
     std::unordered_map<std::string, const Class *> byName_;
 };
 
-/// The reference for a class name, made at the first ask.
+/// The reference for a class name, made when it is first asked for.
 const ClassReference *ReferenceFor(std::string_view name);
 
 /// Whether this is a reference that ReferenceFor gave.

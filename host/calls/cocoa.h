@@ -11,14 +11,14 @@ void WarmUpCocoa();
 /// Cocoa.
 void HideArgumentsFromCocoa(const char *program);
 
-/// Makes Cocoa know the calling thread. Does nothing for one that it knows.
+/// Registers the calling thread with Cocoa, unless it is.
 void RegisterThreadWithCocoa();
 
 /// A new autorelease pool, and its end. While a thread has one of the host's, a CocoaScope adds none.
 void *PushPool();
 void PopPool(void *pool);
 
-/// Makes Cocoa usable on the calling thread: knows the thread and has a pool.
+/// Makes Cocoa usable on the calling thread: registers the thread and has a pool.
 class CocoaScope {
 public:
     CocoaScope();

@@ -10,13 +10,13 @@ namespace qzlhost {
 class EventKeys {
 public:
     EventKeys() = default;
-    /// The slots hold 0 again.
+    /// Sets the slots to 0 again.
     ~EventKeys();
     EventKeys(const EventKeys &) = delete;
     EventKeys &operator=(const EventKeys &) = delete;
 
-    /// A new key, written as a class record of this version asks: into the slot itself, or, for version 9,
-    /// into the second word of a record of the host's that the slot points to.
+    /// Returns a new key and writes it where a class record of this version expects it: into the slot itself,
+    /// or, for version 9, into the second word of a record of the host's that the slot then points to.
     uint64_t Assign(uint64_t *slot, uint32_t recordVersion);
 
 private:

@@ -8,7 +8,7 @@
 
 namespace qzlhost {
 
-/// Gives the instances of the floor below their classes.
+/// Sets the hooks by which instances reach their classes.
 void SetClassHooks();
 
 /// A new instance with one reference; the constructor hooks have run, topmost superclass first. Without a

@@ -27,7 +27,7 @@ std::vector<Overload> FindOverloads(const Class &type, std::string_view name, bo
 int Misfit(const Value &value, const Type &type);
 
 /// The overload that takes these arguments best; of equally good ones the more derived. Throws UsageError,
-/// with the overloads listed, where none does or two do; `what` names the call.
+/// with the overloads listed, if none does, or two do equally well; `what` names the call.
 const NativeMethod &ChooseOverload(const std::vector<Overload> &overloads,
                                    const std::vector<Value> &arguments, const std::string &what);
 /// As above, but null where none takes the arguments.

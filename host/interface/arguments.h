@@ -29,8 +29,7 @@ struct Of {
     P &operator*() const { return *PayloadOf<P>(instance); }
 };
 
-/// Whether these are good arguments. The acceptable ones are alive and of the right kind; for others a
-/// mistake is recorded. Null is good where the type does not forbid it.
+/// Whether the argument is alive and of the right kind; if not, a mistake is recorded. Null is alive.
 bool IsAlive(const Instance *instance);
 bool IsAlive(const String *string);
 bool IsAlive(const Text *text);

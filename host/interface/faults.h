@@ -21,7 +21,7 @@ public:
     void *Answer(std::string_view function, void *own);
     int AsksFor(std::string_view function) const;
 
-    /// From now on the method is given as this function; as null it is missing.
+    /// From now on look-ups of the method find this function; nothing if it is null.
     void ReplaceMethod(std::string_view declaration, void *replacement);
     /// Returns `own`, its replacement, or null.
     void *AnswerMethod(const Declaration &declaration, void *own) const;

@@ -1,4 +1,4 @@
-// What is seen of the calls of host functions.
+// The calls of host functions, as they are recorded and watched.
 #include "host/interface/trace.h"
 
 #include <algorithm>

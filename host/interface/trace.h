@@ -1,4 +1,4 @@
-// What is seen of the calls of host functions.
+// The calls of host functions, as they are recorded and watched.
 #pragma once
 
 #include <functional>
@@ -23,8 +23,8 @@ enum class CallMoment {
     Ends,
 };
 
-/// Looks on at a call of a host function. At its beginning it returns whether the call goes on: one that does
-/// not does nothing and returns its empty result. What it throws is what the function throws.
+/// Sees a call of a host function. At the beginning it returns whether the call goes on; if not, the function
+/// does nothing and returns its empty result. The function throws what the interceptor throws.
 using Interceptor = std::function<bool(const char *function, CallMoment moment)>;
 
 /// The record of calls. Any thread.

@@ -77,11 +77,6 @@ bool IsNativeUtf16(uint32_t encoding)
 
 } // namespace
 
-bool IsKnownEncoding(uint32_t encoding)
-{
-    return ConverterName(encoding) != nullptr;
-}
-
 std::optional<std::u16string> Decode(std::string_view bytes, uint32_t encoding)
 {
     if (IsNativeUtf16(encoding)) {

@@ -8,9 +8,6 @@
 
 namespace qzlhost {
 
-/// Whether the host can convert from and to this encoding. Unknown (0xFFFF) is none.
-bool IsKnownEncoding(uint32_t encoding);
-
 /// The text of these bytes; nothing for an unknown encoding or for bytes that the encoding does not allow.
 /// Lone surrogates in UTF-16 stay.
 std::optional<std::u16string> Decode(std::string_view bytes, uint32_t encoding);
@@ -18,7 +15,8 @@ std::optional<std::u16string> Decode(std::string_view bytes, uint32_t encoding);
 /// As above, but what the encoding does not allow becomes U+FFFD. Nothing for an unknown encoding only.
 std::optional<std::u16string> DecodeLeniently(std::string_view bytes, uint32_t encoding);
 
-/// The bytes of a text; what the encoding cannot say becomes its substitute. Nothing for an unknown encoding.
+/// The bytes of a text; what the encoding cannot express becomes its substitute character. Nothing for an
+/// unknown encoding.
 std::optional<std::string> Encode(std::u16string_view text, uint32_t encoding);
 
 /// UTF-8 to UTF-16 and back; what is not allowed becomes U+FFFD.

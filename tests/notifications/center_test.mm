@@ -3,8 +3,8 @@
 
 #include <thread>
 
+#include "family/family.h"
 #include "tests/notifications/recording_withdrawal.h"
-#include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;

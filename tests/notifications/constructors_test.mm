@@ -1,7 +1,7 @@
 // "Constructor" called a second time, on everything that has one.
 #import <Foundation/Foundation.h>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;

@@ -2,8 +2,8 @@
 #import <DiscRecording/DiscRecording.h>
 #import <Foundation/Foundation.h>
 
+#include "family/family.h"
 #include "platform/gnustep/DRNotificationCenterPosting.h"
-#include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;

@@ -1,8 +1,8 @@
 // The centre between processes, as far as one process shows it.
 #import <Foundation/Foundation.h>
 
+#include "family/family.h"
 #include "tests/notifications/recording_withdrawal.h"
-#include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <numeric>
 
+#include "family/wrapper_classes.h"
 #include "tests/support/family_fixture.h"
 
 using qzlhost::Host;
@@ -148,7 +149,7 @@ TEST_F(FamilyValues, CocoaObjectIsNothingUntilTheFamilyHasAClassForIt)
     EXPECT_TRUE(Object().IsNil());
     EXPECT_TRUE(InUserInfo().IsNil());
 
-    family().OfferWrapperClass("NSPipeQZL");
+    DefineWrapperClass(host, "NSPipeQZL");
 
     PostByCocoa(pipe);
     EXPECT_EQ(host.ClassOf(Object()), "NSPipeQZL");
@@ -160,7 +161,7 @@ TEST_F(FamilyValues, CocoaObjectIsNothingUntilTheFamilyHasAClassForIt)
 TEST_F(FamilyValues, CocoaObjectIsOneInstanceWithTheRegistry)
 {
     Host &host = StartListening();
-    family().OfferWrapperClass("NSPipeQZL");
+    DefineWrapperClass(host, "NSPipeQZL");
     family().OfferRegistry();
     host.New("NSNotificationQZL", {"TakesTheRegistryUp"});
     NSPipe *const pipe = [NSPipe pipe];

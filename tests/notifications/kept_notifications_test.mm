@@ -6,7 +6,7 @@
 #include <atomic>
 #include <thread>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::AutoreleasePool;

@@ -1,8 +1,8 @@
 // The notification class: its properties, its constructors, and its wrappers.
 #import <Foundation/Foundation.h>
 
+#include "family/family.h"
 #include "tests/support/cocoa_objects.h"
-#include "tests/support/family.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/plugin_test.h"
 

@@ -4,9 +4,9 @@
 #include <atomic>
 #include <thread>
 
+#include "family/family.h"
 #include "tests/notifications/recording_withdrawal.h"
 #include "tests/support/cocoa_objects.h"
-#include "tests/support/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::AutoreleasePool;

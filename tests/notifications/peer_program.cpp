@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-#include "family/exception_class.h"
+#include "family/family.h"
 #include "host/host.h"
 #include "tests/notifications/peer_lines.h"
 #include "tests/notifications/typed_json.h"
@@ -232,7 +232,7 @@ int RunIn(Host &host, const char *library, Commands &commands)
     Report report;
     {
         const AutoreleasePool pool;
-        qzlhost::OfferExceptionClass(host);
+        Family(host).OfferExceptions();
         host.Load(library);
         Program program(host, report);
         report.Answer("ready");

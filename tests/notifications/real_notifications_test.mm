@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "family/wrapper_classes.h"
 #include "tests/support/family_fixture.h"
 
 using qzlhost::Host;
@@ -128,7 +129,7 @@ protected:
 TEST_F(RealNotification, TaskTellsThatItsProcessEnded)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSTaskQZL");
+    DefineWrapperClass(host, "NSTaskQZL");
     const Listener listener(host, NSTaskDidTerminateNotification);
     NSTask *const task = [NSTask launchedTaskWithLaunchPath:@"/bin/sh"
                                                   arguments:[NSArray arrayWithObjects:@"-c", @"exit 7", nil]];
@@ -144,7 +145,7 @@ TEST_F(RealNotification, TaskTellsThatItsProcessEnded)
 TEST_F(RealNotification, FileHandleBringsAllThatItReadAsAMemoryBlock)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSFileHandleQZL");
+    DefineWrapperClass(host, "NSFileHandleQZL");
     std::string written(100'003, '\0');
     for (size_t i = 0; i < written.size(); ++i)
         written[i] = static_cast<char>(i * 31 + i / 256);
@@ -174,7 +175,7 @@ TEST_F(RealNotification, FileHandleBringsAllThatItReadAsAMemoryBlock)
 TEST_F(RealNotification, UserDefaultsTellOfEachChange)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSUserDefaultsQZL");
+    DefineWrapperClass(host, "NSUserDefaultsQZL");
     NSUserDefaults *const defaults = [NSUserDefaults standardUserDefaults];
     const Listener listener(host, NSUserDefaultsDidChangeNotification);
 
@@ -217,7 +218,7 @@ TEST_F(RealNotification, WorkspaceTellsThatItLaunchesAnApplication)
 TEST_F(RealNotification, ThreadEndsOnlyAfterTheProgramHandledItsEnd)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSThreadQZL");
+    DefineWrapperClass(host, "NSThreadQZL");
     QZLThreadBody *const body = [[[QZLThreadBody alloc] init] autorelease];
     NSThread *const thread = [[[NSThread alloc] initWithTarget:body selector:@selector(run:)
                                                         object:nil] autorelease];
@@ -239,7 +240,7 @@ TEST_F(RealNotification, ThreadEndsOnlyAfterTheProgramHandledItsEnd)
 TEST_F(RealNotification, PortTellsThatItBecameInvalid)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSPortQZL");
+    DefineWrapperClass(host, "NSPortQZL");
     const Listener listener(host, NSPortDidBecomeInvalidNotification);
     NSPort *const port = [NSPort port];
 
@@ -252,7 +253,7 @@ TEST_F(RealNotification, PortTellsThatItBecameInvalid)
 TEST_F(RealNotification, BundleTellsWhichClassesItLoaded)
 {
     Host &host = StartWithFamily();
-    family().OfferWrapperClass("NSBundleQZL");
+    DefineWrapperClass(host, "NSBundleQZL");
     const TemporaryFolder folder;
     folder.Write(@"Loadable.bundle/Resources/Info-gnustep.plist", @"{ NSExecutable = Loadable; }");
     NSString *const executable = folder.Path(@"Loadable.bundle/Loadable");

@@ -7,7 +7,7 @@
 #include <memory>
 #include <thread>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::AutoreleasePool;

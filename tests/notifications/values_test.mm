@@ -1,7 +1,7 @@
 // Values of a program reach Cocoa observers through notifications.
 #import <Foundation/Foundation.h>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::Host;

@@ -74,3 +74,10 @@ TEST(Command, HelpEndsWithZero)
     EXPECT_THAT(outcome.output, HasSubstr("classes"));
     EXPECT_THAT(outcome.output, HasSubstr("demo"));
 }
+
+TEST(Command, VersionIsTheProjects)
+{
+    const Outcome outcome = RunCommand("--version");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "qzlhost " QZL_VERSION "\n");
+}

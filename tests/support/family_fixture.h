@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 class PluginWithFamily : public PluginTest {

@@ -10,9 +10,10 @@
 #include <mutex>
 #include <thread>
 
+#include "family/family.h"
+#include "family/wrapper_classes.h"
 #include "qzlhost/value_json.h"
 #include "tests/notifications/member_names.h"
-#include "tests/support/family.h"
 
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
@@ -130,8 +131,8 @@ SweptProgram::SweptProgram(Host &host, Family &family) : host_(host)
     family.OfferPreparation();
     family.OfferExceptions();
     family.OfferObjectWrapper();
-    family.OfferWrapperClass("NSTimerQZL");
-    family.OfferWrapperClass("NSBundleQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSBundleQZL");
     for (const FamilyTime &time : kFamilyTimes) {
         family.OfferTimeClass(time);
         family.OfferTimeToHost(time);

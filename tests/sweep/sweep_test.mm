@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "family/family.h"
 #include "tests/support/cocoa_objects.h"
-#include "tests/support/family.h"
 #include "tests/support/library_under_test.h"
 #include "tests/sweep/child.h"
 

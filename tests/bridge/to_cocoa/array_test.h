@@ -3,9 +3,9 @@
 
 #include <optional>
 
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/array_rows.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 class ArrayTest : public MemberConversion {
 protected:

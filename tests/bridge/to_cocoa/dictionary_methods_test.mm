@@ -1,8 +1,8 @@
 // The methods of host Dictionaries: when they are loaded, and that each Dictionary is read by its own.
 #include <functional>
 
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

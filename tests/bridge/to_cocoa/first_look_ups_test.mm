@@ -22,7 +22,7 @@ protected:
     /// A class that appears now is one that was not looked up yet.
     void ExpectNothingRemembered()
     {
-        DefineHolderClass(host(), "NSPathComponentCellQZL");
+        DefineWrapperClass(host(), "NSPathComponentCellQZL");
         NSObject *const handle = [[[NSObject alloc] init] autorelease];
         EXPECT_EQ(Convert(NewHolder(host(), "NSPathComponentCellQZL", handle)), handle);
     }
@@ -56,7 +56,7 @@ TEST_F(FirstLookUps, AreNotMadeForADictionary)
 TEST_F(FirstLookUps, AreAllMadeForAnObjectOfTheFirstClass)
 {
     Host &host = Start();
-    DefineHolderClass(host, "NSPathComponentCellQZL");
+    DefineWrapperClass(host, "NSPathComponentCellQZL");
     const Value object = NewHolder(host, "NSPathComponentCellQZL", @"handle");
     EXPECT_EQ(AskedFor(object), AndRemembered({"MemoryBlock", "Dictionary"}));
     EXPECT_EQ(AskedFor(object), (Names{"MemoryBlock", "Dictionary"}));
@@ -80,7 +80,7 @@ TEST_F(FirstLookUps, AreNotMadeAgainForClassesThatWereNotThere)
         // The library's own were there.
         if (host.HasClass(className))
             continue;
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         const Value object = NewHolder(host, className, @"handle");
         EXPECT_EQ(AskedFor(object), AndOthers({"MemoryBlock", "Dictionary"})) << className;
         EXPECT_EQ(Convert(object), nil) << className;

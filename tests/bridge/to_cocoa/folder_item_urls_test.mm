@@ -1,6 +1,6 @@
 // The URLs of host folder items, whole, and what the host is asked for to make them.
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/folder_item_test.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

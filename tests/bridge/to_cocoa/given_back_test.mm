@@ -107,7 +107,7 @@ protected:
 TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
 {
     Host &host = Start({}, StandInForUnlocks);
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     const Value element = GetParam().make(host);
     const Value array = host.NewArray(GetParam().code, {element, element});
     for (const void *const reference : {static_cast<const void *>(element.ObjectPointer()),
@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ElementsGivenBack, ::testing::ValuesIn(kKinds),
 TEST_F(EntriesGivenBack, KeyAfterItIsStored)
 {
     Host &host = Start({}, StandInForUnlocks);
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), 1),
               (std::vector<std::string>{"store", "unlock key"}));
 }
@@ -142,7 +142,7 @@ TEST_F(EntriesGivenBack, KeyAfterItIsStored)
 TEST_F(EntriesGivenBack, ValueAfterItIsStored)
 {
     Host &host = Start({}, StandInForUnlocks);
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     EXPECT_EQ(EventsOfEntry("key", NewHolder(host, "NSTimerQZL", @"value")),
               (std::vector<std::string>{"store", "unlock value"}));
 }
@@ -150,7 +150,7 @@ TEST_F(EntriesGivenBack, ValueAfterItIsStored)
 TEST_F(EntriesGivenBack, KeyBeforeItsValue)
 {
     Host &host = Start({}, StandInForUnlocks);
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), NewHolder(host, "NSTimerQZL", @"value")),
               (std::vector<std::string>{"store", "unlock key", "unlock value"}));
 }
@@ -158,7 +158,7 @@ TEST_F(EntriesGivenBack, KeyBeforeItsValue)
 TEST_F(EntriesGivenBack, ValueOfNoKeyWithoutAStore)
 {
     Host &host = Start({}, StandInForUnlocks);
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     EXPECT_EQ(EventsOfEntry({}, NewHolder(host, "NSTimerQZL", @"value")),
               (std::vector<std::string>{"unlock value"}));
 }

@@ -3,6 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include "family/wrapper_classes.h"
 #include "tests/support/plugin_test.h"
 
 /// The host exception that `member` ends with; Nil where it ends well.
@@ -47,19 +48,10 @@ protected:
     }
 };
 
-/// A host class that holds a Cocoa object, as the family's wrapper classes do.
-inline void DefineHolderClass(qzlhost::Host &host, const std::string &name)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = sizeof(id);
-    host.DefineClass(std::move(definition));
-}
-
-/// A new instance of such a class, which borrows the Cocoa object.
+/// A new instance of a wrapper class, with a retain of its own on the Cocoa object.
 inline qzlhost::Value NewHolder(qzlhost::Host &host, const std::string &className, id handle)
 {
     const qzlhost::Value holder = host.New(className);
-    *static_cast<id *>(host.InstanceData(holder)) = handle;
+    *static_cast<id *>(host.InstanceData(holder)) = [handle retain];
     return holder;
 }

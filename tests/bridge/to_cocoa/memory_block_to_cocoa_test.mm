@@ -1,6 +1,6 @@
 // Host memory blocks become Cocoa data.
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -2,8 +2,9 @@
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/object_to_cocoa.h"
+#include "family/family.h"
+#include "family/wrapper_classes.h"
 #include "tests/bridge/to_cocoa/chain_classes.h"
-#include "tests/support/family.h"
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
@@ -71,7 +72,7 @@ TEST_F(NoObject, ThatPassesForAWrapperIsNil)
     });
     Family family(host);
     family.OfferObjectWrapper();
-    family.OfferWrapperClass("NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     host.ClearTrace();
 
     EXPECT_EQ(GetObjectAsNSObject(nullptr), nil);

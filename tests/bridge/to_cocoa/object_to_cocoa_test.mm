@@ -3,8 +3,8 @@
 #include <cstring>
 #include <numeric>
 
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/host_trees.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -1,6 +1,6 @@
 // Times of QuickTime and Core Media where no library of the family adds the methods that convert them.
+#include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -37,7 +37,7 @@ TEST_F(WrapperClasses, EveryRememberedClassGivesItsObject)
         // The library's own give back what they hold; other tests have them.
         if (host.HasClass(className))
             continue;
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         names.push_back(className);
     }
     EXPECT_EQ(names.size(), 105u);
@@ -49,11 +49,11 @@ TEST_F(WrapperClasses, EveryOtherWrapperClassGivesItsObject)
 {
     Host &host = Start();
     for (const char *className : kDelegateNames) {
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         ExpectHandle(className);
     }
     for (const char *className : kOtherNames) {
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         ExpectHandle(className);
     }
 }
@@ -61,14 +61,14 @@ TEST_F(WrapperClasses, EveryOtherWrapperClassGivesItsObject)
 TEST_F(WrapperClasses, WrapperWithoutAnObjectIsNil)
 {
     Host &host = Start();
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     EXPECT_EQ(Convert(NewHolder(host, "NSTimerQZL", nil)), nil);
 }
 
 TEST_F(WrapperClasses, ProgramsOwnSubclassGivesTheObject)
 {
     Host &host = Start();
-    DefineHolderClass(host, "NSTimerQZL");
+    DefineWrapperClass(host, "NSTimerQZL");
     host.DefineClass({"ProgramTimer", "NSTimerQZL"});
     ExpectHandle("ProgramTimer");
 }
@@ -79,7 +79,7 @@ TEST_F(WrapperClasses, OtherWrapperClassThatComesLaterIsFound)
     host.DefineClass({"Unrelated", ""});
     ASSERT_EQ(Convert(host.New("Unrelated")), nil);
     for (const char *className : {"WebUIDelegateQZL", "PDFActionQZL", "WebPolicyDelegateQZL", "CGLayerQZL"}) {
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         ExpectHandle(className);
     }
 }
@@ -89,7 +89,7 @@ TEST_F(WrapperClasses, NoObjectIsAWrapperWhereTheHostTellsNoInstances)
     Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
     NSObject *const handle = [[[NSObject alloc] init] autorelease];
     for (const char *className : {"NSTimerQZL", "PDFActionQZL", "CFObjectQZL"}) {
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         EXPECT_EQ(Convert(NewHolder(host, className, handle)), nil) << className;
     }
 }
@@ -99,7 +99,7 @@ TEST_F(WrapperClasses, NoObjectIsAWrapperWhereTheHostTellsNoClasses)
     Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
     NSObject *const handle = [[[NSObject alloc] init] autorelease];
     for (const char *className : {"NSTimerQZL", "PDFActionQZL", "CFObjectQZL"}) {
-        DefineHolderClass(host, className);
+        DefineWrapperClass(host, className);
         EXPECT_EQ(Convert(NewHolder(host, className, handle)), nil) << className;
     }
 }

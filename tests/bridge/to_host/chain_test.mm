@@ -4,8 +4,8 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include "family/family.h"
 #include "tests/bridge/to_host/conversion_doubles.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

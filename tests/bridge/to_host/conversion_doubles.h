@@ -12,20 +12,9 @@
 #include "bridge/to_host/core_foundation_wrappers.h"
 #include "bridge/to_host/object_to_variant.h"
 #include "bridge/to_host/wrappers.h"
+#include "family/wrapper_classes.h"
 #include "frame/instance_registry.h"
 #include "tests/support/linked_test.h"
-
-/// A host class that holds a Cocoa object, as the family's wrapper classes do.
-inline void DefineWrapperClass(qzlhost::Host &host, const std::string &name)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = 16;
-    definition.destructor = [](qzlhost::Instance *instance) {
-        WrapperDestructorHook(reinterpret_cast<REALobject>(instance));
-    };
-    host.DefineClass(std::move(definition));
-}
 
 /// A host class that holds a Core Foundation object. Its constructor sets the signature or not.
 inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
@@ -49,11 +38,15 @@ inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
 
 /// The registry of wrappers, while this lives.
 struct Registry {
-    Registry() { instances = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr); }
+    Registry()
+    {
+        instances = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
+        family::registry = instances;
+    }
     ~Registry()
     {
         CFRelease(instances);
-        instances = nullptr;
+        instances = family::registry = nullptr;
     }
     Registry(const Registry &) = delete;
     Registry &operator=(const Registry &) = delete;

@@ -46,7 +46,7 @@ protected:
             gNewInstance = reinterpret_cast<NewInstance *>(unloaded.Resolver()("PluginNewInstance"));
             unloaded.Replace("PluginNewInstance", reinterpret_cast<void *>(&MakeNoCoreFoundationWrapper));
         });
-        DefineHolderClass(host, "QZLTestOfSomeTypeQZL");
+        DefineWrapperClass(host, "QZLTestOfSomeTypeQZL");
         return host;
     }
 };

@@ -2,9 +2,9 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include "family/family.h"
 #include "tests/bridge/to_host/conversion_doubles.h"
 #include "tests/bridge/to_host/standard_exceptions.h"
-#include "tests/support/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -3,6 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include "family/wrapper_classes.h"
 #include "tests/support/plugin_test.h"
 
 class ProgramReadingTest : public PluginTest {
@@ -29,17 +30,3 @@ private:
         return host().New("NSNotificationQZL", {reinterpret_cast<int64_t>(notification)});
     }
 };
-
-/// A host class that holds a Cocoa object, as the family's wrapper classes do.
-inline void DefineHolderClass(qzlhost::Host &host, const std::string &name)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = 16;
-    definition.destructor = [](qzlhost::Instance *instance) {
-        id *const handle = reinterpret_cast<id *>(reinterpret_cast<char *>(instance) + 48);
-        [*handle release];
-        *handle = nil;
-    };
-    host.DefineClass(std::move(definition));
-}

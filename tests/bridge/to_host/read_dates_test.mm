@@ -95,7 +95,7 @@ id MakeNoDate(id self, SEL, NSTimeInterval)
 TEST_F(ReadDates, WithoutACalendarDateThereIsNone)
 {
     Host &host = Start();
-    DefineHolderClass(host, "NSObjectQZL");
+    DefineWrapperClass(host, "NSObjectQZL");
     const SEL initializer = @selector(initWithTimeIntervalSinceReferenceDate:);
     const Method method = class_getInstanceMethod([NSCalendarDate class], initializer);
     ASSERT_NE(method, class_getInstanceMethod([NSDate class], initializer)) << "of its own";

@@ -7,7 +7,7 @@
 #include <limits>
 #include <numeric>
 
-#include "tests/support/family.h"
+#include "family/family.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

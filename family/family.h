@@ -1,7 +1,7 @@
-// What the other libraries of the plugin family add to a process, as far as the tests need it.
+// What the other plugins of the family add to a process.
 #pragma once
 
-#import <Foundation/Foundation.h>
+#include <objc/objc.h>
 
 #include <ostream>
 #include <string>
@@ -44,8 +44,8 @@ enum class FamilyMethod {
     Wrapping,
 };
 
-/// Adds methods to Cocoa's classes and host classes, piece by piece, at any time. Pieces stay for the life of
-/// the process; one Family at a time.
+/// Adds methods to Cocoa's classes, and host classes, piece by piece, at any time. Pieces stay for the life
+/// of the process; one Family at a time.
 class Family {
 public:
     explicit Family(qzlhost::Host &host);
@@ -66,9 +66,9 @@ public:
 
     /// From now on the method raises a Cocoa exception, or does so no more.
     void Raise(FamilyMethod method, bool raises = true);
-    /// From now on GetInstancesDictionaryQZL answers null, or the registry again.
+    /// From now on GetInstancesDictionaryQZL returns null, or the registry again.
     void WithholdRegistry(bool withholds = true);
-    /// From now on NewNSExceptionQZL: answers null.
+    /// From now on NewNSExceptionQZL: returns null.
     void RefuseToWrap();
 
     int RegistryAsks() const;
@@ -78,11 +78,6 @@ public:
     qzlhost::Instance *Registered(id object) const;
     int ExceptionsWrapped() const;
     int Preparations() const;
-
-    // Host classes
-
-    /// A host class that wraps Cocoa objects, as NSTaskQZL: the handle is its first field.
-    void OfferWrapperClass(const std::string &name);
 
     // Host objects in Cocoa
 
@@ -103,7 +98,7 @@ public:
     void OfferTimeToCocoa(const FamilyTime &time);
     /// How often the methods of times were called.
     int TimesMade() const;
-    /// The value that was last asked for its host instance, and what it answered.
+    /// The value that was last asked for its host instance, and what it returned.
     id LastTimeAsked() const;
     qzlhost::Instance *LastTimeAnswered() const;
 

@@ -1,4 +1,4 @@
-// What the stand-in of the family's libraries asks the host for, as those libraries would.
+// What the family's plugins ask the host for, through the interface.
 #pragma once
 
 #include "host/host.h"

@@ -1,10 +1,11 @@
-// Stands in for the family's other libraries: the registry, the exception class, the preparation, wrappers.
-#include "tests/support/family.h"
+// Stands in for the family's other plugins: the registry, the exception class, the preparation.
+#include "family/family.h"
 
-#include <CoreFoundation/CoreFoundation.h>
+#import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include "tests/support/family_instances.h"
+#include "family/instances.h"
+#include "family/wrapper_classes.h"
 
 using namespace family;
 
@@ -12,7 +13,6 @@ namespace {
 
 /// What the class methods work on; they have no other way to it.
 struct State {
-    CFMutableDictionaryRef registry = nullptr;
     bool withholdsRegistry = false;
     int registryAsks = 0;
     int exceptionsWrapped = 0;
@@ -31,7 +31,7 @@ CFMutableDictionaryRef GetInstancesDictionary(id, SEL)
 {
     ++gState.registryAsks;
     RaiseIfAsked(FamilyMethod::Registry);
-    return gState.withholdsRegistry ? nullptr : gState.registry;
+    return gState.withholdsRegistry ? nullptr : registry;
 }
 
 void PrepareException(id, SEL)
@@ -49,8 +49,9 @@ qzlhost::Instance *NewException(id, SEL, NSException *exception)
     if (instance == nullptr)
         return nullptr;
     *static_cast<id *>(InstanceData(instance)) = [exception retain];
-    qzlhost::Host::Current().Set(qzlhost::Value::Share(instance), "Message",
-                                 qzlhost::Value([[exception reason] UTF8String]));
+    if ([exception reason] != nil)
+        qzlhost::Host::Current().Set(qzlhost::Value::Share(instance), "Message",
+                                     qzlhost::Value([[exception reason] UTF8String]));
     return instance;
 }
 
@@ -65,28 +66,11 @@ const struct {
     {"NewNSExceptionQZL:", reinterpret_cast<IMP>(NewException), "^v24@0:8@16"},
 };
 
-/// Host classes whose data begin with a retained Cocoa object; they leave the registry as they end.
-void DefineHolder(qzlhost::Host &host, const std::string &name, const std::string &super)
-{
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.super = super;
-    definition.dataSize = 16;
-    definition.destructor = [](qzlhost::Instance *instance) {
-        id &handle = *static_cast<id *>(InstanceData(instance));
-        if (handle != nil)
-            CFDictionaryRemoveValue(gState.registry, handle);
-        [handle release];
-        handle = nil;
-    };
-    host.DefineClass(std::move(definition));
-}
-
 } // namespace
 
 Family::Family(qzlhost::Host &host) : host_(host)
 {
-    gState.registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
+    registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
 }
 
 void Family::Offer(FamilyMethod method)
@@ -104,7 +88,7 @@ void Family::OfferExceptions()
 
 void Family::OfferExceptionClass()
 {
-    DefineHolder(host_, "NSExceptionQZL", "RuntimeException");
+    DefineWrapperClass(host_, "NSExceptionQZL", 16, "RuntimeException");
 }
 
 void Family::Raise(FamilyMethod method, bool raises)
@@ -129,13 +113,12 @@ int Family::RegistryAsks() const
 
 int Family::RegistryCount() const
 {
-    return static_cast<int>(CFDictionaryGetCount(gState.registry));
+    return static_cast<int>(CFDictionaryGetCount(registry));
 }
 
 qzlhost::Instance *Family::Registered(id object) const
 {
-    return static_cast<qzlhost::Instance *>(
-        const_cast<void *>(CFDictionaryGetValue(gState.registry, object)));
+    return static_cast<qzlhost::Instance *>(const_cast<void *>(CFDictionaryGetValue(registry, object)));
 }
 
 int Family::ExceptionsWrapped() const
@@ -146,9 +129,4 @@ int Family::ExceptionsWrapped() const
 int Family::Preparations() const
 {
     return gState.preparations;
-}
-
-void Family::OfferWrapperClass(const std::string &name)
-{
-    DefineHolder(host_, name, "");
 }

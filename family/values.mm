@@ -1,12 +1,13 @@
-// Stands in for the family's other libraries: host objects in Cocoa wrappers, and times in Cocoa values.
+// Stands in for the family's other plugins: host objects in Cocoa wrappers, and times in Cocoa values.
+#import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
 
-#include "tests/support/family.h"
-#include "tests/support/family_instances.h"
+#include "family/family.h"
+#include "family/instances.h"
 
 using namespace family;
 
