@@ -4,6 +4,8 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include <atomic>
+
 #include "family/instances.h"
 #include "family/wrapper_classes.h"
 
@@ -11,13 +13,13 @@ using namespace family;
 
 namespace {
 
-/// What the class methods work on; they have no other way to it.
+/// What the class methods work on; they have no other way to it. They count on any thread.
 struct State {
     bool withholdsRegistry = false;
-    int registryAsks = 0;
+    std::atomic<int> registryAsks{0};
     int exceptionsWrapped = 0;
     bool refusesToWrap = false;
-    int preparations = 0;
+    std::atomic<int> preparations{0};
     bool raises[3] = {};
 } gState;
 

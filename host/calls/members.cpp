@@ -2,7 +2,6 @@
 #include "host/calls/members.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
 #include "host/calls/class_registry.h"
@@ -32,25 +31,7 @@ bool IsString(const Value &value)
 
 bool IsInRange(int64_t integer, NativeType type)
 {
-    const auto within = [&](auto low, auto high) {
-        return integer >= static_cast<int64_t>(low) && integer <= static_cast<int64_t>(high);
-    };
-    switch (type) {
-    case NativeType::Int8:
-        return within(INT8_MIN, INT8_MAX);
-    case NativeType::UInt8:
-        return within(0, UINT8_MAX);
-    case NativeType::Int16:
-        return within(INT16_MIN, INT16_MAX);
-    case NativeType::UInt16:
-        return within(0, UINT16_MAX);
-    case NativeType::Int32:
-        return within(INT32_MIN, INT32_MAX);
-    case NativeType::UInt32:
-        return within(0, UINT32_MAX);
-    default:
-        return true;
-    }
+    return Narrowed(type, NativeValue{integer}).integer == integer;
 }
 
 int MisfitOfInteger(const Value &value, const Type &type)

@@ -45,7 +45,39 @@ ffi_type *ForeignType(NativeType type)
     throw std::invalid_argument("no native type");
 }
 
-/// The value as its type's width and sign leave it: what lies beyond the width is not looked at.
+/// A prepared description of a signature for libffi; it points into itself.
+class CallInterface {
+public:
+    explicit CallInterface(const NativeSignature &signature)
+    {
+        for (const NativeType type : signature.parameters) {
+            if (type == NativeType::Nothing)
+                throw std::invalid_argument("a parameter of no type");
+            parameters_.push_back(ForeignType(type));
+        }
+        const ffi_status status =
+            ffi_prep_cif(&interface_, FFI_DEFAULT_ABI, static_cast<unsigned>(parameters_.size()),
+                         ForeignType(signature.result), parameters_.data());
+        if (status != FFI_OK)
+            throw std::invalid_argument("no call can have this signature");
+    }
+    CallInterface(const CallInterface &) = delete;
+    CallInterface &operator=(const CallInterface &) = delete;
+
+    ffi_cif *Get() { return &interface_; }
+
+private:
+    ffi_cif interface_{};
+    std::vector<ffi_type *> parameters_;
+};
+
+} // namespace
+
+size_t WidthOf(NativeType type)
+{
+    return type == NativeType::Nothing ? 0 : ForeignType(type)->size;
+}
+
 NativeValue Narrowed(NativeType type, NativeValue value)
 {
     switch (type) {
@@ -82,34 +114,6 @@ NativeValue Narrowed(NativeType type, NativeValue value)
     }
     return value;
 }
-
-/// A prepared description of a signature for libffi; it points into itself.
-class CallInterface {
-public:
-    explicit CallInterface(const NativeSignature &signature)
-    {
-        for (const NativeType type : signature.parameters) {
-            if (type == NativeType::Nothing)
-                throw std::invalid_argument("a parameter of no type");
-            parameters_.push_back(ForeignType(type));
-        }
-        const ffi_status status =
-            ffi_prep_cif(&interface_, FFI_DEFAULT_ABI, static_cast<unsigned>(parameters_.size()),
-                         ForeignType(signature.result), parameters_.data());
-        if (status != FFI_OK)
-            throw std::invalid_argument("no call can have this signature");
-    }
-    CallInterface(const CallInterface &) = delete;
-    CallInterface &operator=(const CallInterface &) = delete;
-
-    ffi_cif *Get() { return &interface_; }
-
-private:
-    ffi_cif interface_{};
-    std::vector<ffi_type *> parameters_;
-};
-
-} // namespace
 
 NativeValue CallNative(void *function, const NativeSignature &signature, const NativeValue *arguments)
 {

@@ -24,6 +24,12 @@ struct NativeSignature {
     std::vector<NativeType> parameters;
 };
 
+/// The bytes that a variable of the type takes.
+size_t WidthOf(NativeType type);
+
+/// The value as its type's width and sign leave it: what lies beyond the width is not looked at.
+NativeValue Narrowed(NativeType type, NativeValue value);
+
 /// Calls `function`. `arguments` has one value for each parameter. C++ and Cocoa exceptions pass through.
 NativeValue CallNative(void *function, const NativeSignature &signature, const NativeValue *arguments);
 

@@ -1,7 +1,6 @@
 // Entry points: properties by name.
 #include <algorithm>
 #include <initializer_list>
-#include <optional>
 
 #include "host/calls/errors.h"
 #include "host/calls/exceptions.h"
@@ -38,72 +37,58 @@ bool Try(Access access)
     return false;
 }
 
-/// Nothing where the property cannot be read.
-std::optional<Value> Read(const Property *property, Instance *object)
+/// Gives the property's value to `use`; false if it cannot be read.
+template <class Use>
+bool Read(NotNull<Instance> object, NotNull<const char> name, std::initializer_list<TypeKind> kinds, Use use)
 {
-    Value value;
-    const bool read = property && property->getter && Try([&] { value = ReadProperty(*property, object); });
-    return read ? std::optional(value) : std::nullopt;
+    const Property *const property = PropertyOf(object.pointer, name.pointer, kinds);
+    return property && property->getter && Try([&] { use(ReadProperty(*property, object.pointer)); });
 }
 
-bool Write(const Property *property, Instance *object, const Value &value)
+bool Write(NotNull<Instance> object, NotNull<const char> name, TypeKind kind, const Value &value)
 {
-    return property && property->setter && Try([&] { WriteProperty(*property, object, value); });
+    const Property *const property = PropertyOf(object.pointer, name.pointer, {kind});
+    return property && property->setter && Try([&] { WriteProperty(*property, object.pointer, value); });
 }
 
 } // namespace
 
 bool GetPropertyInteger(NotNull<Instance> object, NotNull<const char> name, NotNull<int64_t> out)
 {
-    const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Integer}), object.pointer);
-    if (value)
-        *out = value->AsInteger();
-    return value.has_value();
+    return Read(object, name, {TypeKind::Integer}, [&](const Value &value) { *out = value.AsInteger(); });
 }
 
 bool GetPropertyDouble(NotNull<Instance> object, NotNull<const char> name, NotNull<double> out)
 {
-    const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Double}), object.pointer);
-    if (value)
-        *out = value->AsDouble();
-    return value.has_value();
+    return Read(object, name, {TypeKind::Double}, [&](const Value &value) { *out = value.AsDouble(); });
 }
 
 bool GetPropertySingle(NotNull<Instance> object, NotNull<const char> name, NotNull<float> out)
 {
-    const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Single}), object.pointer);
-    if (value)
-        *out = static_cast<float>(value->AsDouble());
-    return value.has_value();
+    return Read(object, name, {TypeKind::Single},
+                [&](const Value &value) { *out = static_cast<float>(value.AsDouble()); });
 }
 
 bool GetPropertyString(NotNull<Instance> object, NotNull<const char> name, NotNull<String *> out)
 {
-    const auto value = Read(PropertyOf(object.pointer, name.pointer, {TypeKind::String}), object.pointer);
-    if (value)
-        *out = Lock(value->StringPointer());
-    return value.has_value();
+    return Read(object, name, {TypeKind::String},
+                [&](const Value &value) { *out = Lock(value.StringPointer()); });
 }
 
 bool GetPropertyObject(NotNull<Instance> object, NotNull<const char> name, NotNull<Instance *> out)
 {
-    const auto value =
-        Read(PropertyOf(object.pointer, name.pointer, {TypeKind::Object, TypeKind::Variant, TypeKind::Array}),
-             object.pointer);
-    if (value)
-        *out = Lock(value->ObjectPointer());
-    return value.has_value();
+    return Read(object, name, {TypeKind::Object, TypeKind::Variant, TypeKind::Array},
+                [&](const Value &value) { *out = Lock(value.ObjectPointer()); });
 }
 
 bool SetPropertyInteger(NotNull<Instance> object, NotNull<const char> name, int64_t value)
 {
-    return Write(PropertyOf(object.pointer, name.pointer, {TypeKind::Integer}), object.pointer, Value(value));
+    return Write(object, name, TypeKind::Integer, Value(value));
 }
 
 bool SetPropertyString(NotNull<Instance> object, NotNull<const char> name, String *value)
 {
-    return Write(PropertyOf(object.pointer, name.pointer, {TypeKind::String}), object.pointer,
-                 Value::Share(value));
+    return Write(object, name, TypeKind::String, Value::Share(value));
 }
 
 } // namespace qzlhost

@@ -1,13 +1,12 @@
 // The library's first uses of its host, on many threads at once.
-#import <CoreFoundation/CoreFoundation.h>
 #import <Foundation/Foundation.h>
-#include <objc/runtime.h>
 
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <thread>
 
+#include "family/family.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::AutoreleasePool;
@@ -90,26 +89,6 @@ void CarryEverything(Host &host, int number)
     ExpectUserInfo(host, host.Get(notification, "userInfo"), number);
 }
 
-std::atomic<int> gRegistryAsks{0};
-std::atomic<int> gPreparations{0};
-
-/// What the family adds to `NSException`, counted.
-void OfferFamily()
-{
-    static CFMutableDictionaryRef registry = nullptr;
-    registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
-    const Class metaclass = object_getClass([NSException class]);
-    const auto getRegistry = [](id, SEL) {
-        ++gRegistryAsks;
-        return registry;
-    };
-    const auto prepare = [](id, SEL) { ++gPreparations; };
-    class_addMethod(metaclass, sel_registerName("GetInstancesDictionaryQZL"),
-                    reinterpret_cast<IMP>(+getRegistry), "^v16@0:8");
-    class_addMethod(metaclass, sel_registerName("PrepareNSExceptionQZL"), reinterpret_cast<IMP>(+prepare),
-                    "v16@0:8");
-}
-
 using LoadMethod = void *(*)(qzlhost::Instance *, const char *);
 LoadMethod gLoadMethod = nullptr;
 
@@ -175,7 +154,9 @@ TEST_F(FirstUseByManyThreads, ReadsWholeADictionaryThatAllOfThemShare)
 TEST_F(FirstUseByManyThreads, TakesUpWhatTheFamilyOffersOnce)
 {
     Host &host = Start();
-    OfferFamily();
+    Family family(host);
+    family.OfferRegistry();
+    family.OfferPreparation();
     // Makes no wrapper: the registry itself is for one thread at a time.
     const auto askForTheType = [&](int) {
         EXPECT_NE(
@@ -183,8 +164,8 @@ TEST_F(FirstUseByManyThreads, TakesUpWhatTheFamilyOffersOnce)
             "");
     };
     RunAtOnce(askForTheType);
-    const int registryAsks = gRegistryAsks;
-    const int preparations = gPreparations;
+    const int registryAsks = family.RegistryAsks();
+    const int preparations = family.Preparations();
 
     RunAtOnce(askForTheType);
 
@@ -192,6 +173,6 @@ TEST_F(FirstUseByManyThreads, TakesUpWhatTheFamilyOffersOnce)
     EXPECT_LE(registryAsks, kThreads);
     EXPECT_GE(preparations, 1);
     EXPECT_LE(preparations, kThreads);
-    EXPECT_EQ(gRegistryAsks, registryAsks);
-    EXPECT_EQ(gPreparations, preparations);
+    EXPECT_EQ(family.RegistryAsks(), registryAsks);
+    EXPECT_EQ(family.Preparations(), preparations);
 }
