@@ -9,7 +9,7 @@
 #include "family/family.h"
 #include "host/host.h"
 #include "tests/notifications/peer_lines.h"
-#include "tests/notifications/typed_json.h"
+#include "tests/support/value_model.h"
 
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
@@ -124,7 +124,7 @@ private:
         if (command.contains("name"))
             arguments.push_back(TextOf(command, "name"));
         if (command.contains("object"))
-            arguments.push_back(FromTypedJson(host_, command.at("object")));
+            arguments.push_back(ValueOf(host_, command.at("object")));
         if (command.contains("behavior"))
             arguments.push_back(command.at("behavior").get<int64_t>());
         host_.Call(Center(command), "addObserver", arguments);
@@ -136,7 +136,7 @@ private:
         if (command.contains("name"))
             arguments.push_back(TextOf(command, "name"));
         if (command.contains("object"))
-            arguments.push_back(FromTypedJson(host_, command.at("object")));
+            arguments.push_back(ValueOf(host_, command.at("object")));
         host_.Call(Center(command), "removeObserver", arguments);
     }
 
@@ -146,9 +146,9 @@ private:
             PostOnce(command);
             return;
         }
-        Json each = command;
         for (int64_t sequence = 0; sequence < command.at("times"); ++sequence) {
-            each["info"]["dictionary"]["sequence"] = typed::Integer(sequence);
+            Json each = command;
+            each["info"]["dictionary"].push_back({typed::String("sequence"), typed::Integer(sequence)});
             PostOnce(each);
         }
     }
@@ -158,7 +158,7 @@ private:
         std::vector<Value> arguments = {TextOf(command, "name")};
         for (const char *key : {"object", "info"})
             if (command.contains(key))
-                arguments.push_back(FromTypedJson(host_, command.at(key)));
+                arguments.push_back(ValueOf(host_, command.at(key)));
         if (command.contains("options"))
             arguments.push_back(command.at("options").get<uint32_t>());
         if (command.contains("deliverImmediately"))
@@ -192,8 +192,8 @@ private:
             event["during"] = verb_;
         try {
             event["name"] = host_.Get(notification, "Name").AsString();
-            event["object"] = ToTypedJson(host_, host_.Get(notification, "objectVariant"));
-            event["info"] = ToTypedJson(host_, host_.Get(notification, "userInfo"));
+            event["object"] = ModelOf(host_, host_.Get(notification, "objectVariant"));
+            event["info"] = Sorted(ModelOf(host_, host_.Get(notification, "userInfo")));
         } catch (const std::runtime_error &error) {
             event["failure"] = error.what();
         }

@@ -6,8 +6,8 @@
 #include <deque>
 #include <optional>
 
-#include "tests/notifications/typed_json.h"
 #include "tests/support/peer.h"
+#include "tests/support/value_model.h"
 
 class ProcessTest : public ::testing::Test {
 protected:

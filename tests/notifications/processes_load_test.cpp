@@ -34,7 +34,10 @@ Json PostMany(int64_t poster, int64_t times)
 
 int64_t IntegerIn(const Json &event, const char *key)
 {
-    return event.at("info").at("dictionary").at(key).at("integer");
+    for (const Json &entry : event.at("info").at("dictionary"))
+        if (entry.at(0) == typed::String(key))
+            return entry.at(1).at("integer");
+    throw std::out_of_range(key);
 }
 
 /// The numbers of the events that each poster's posts raised, in the order of the events.

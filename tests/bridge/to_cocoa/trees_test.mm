@@ -3,11 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstring>
+#include <map>
 
 #include "family/family.h"
-#include "tests/bridge/to_cocoa/host_trees.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/random_values.h"
+#include "tests/support/value_model.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -16,7 +17,8 @@ namespace {
 
 constexpr int kTrees = 1000;
 constexpr int kDepth = 8;
-constexpr size_t kWrappers = 4;
+/// Host classes of the family that wrap Cocoa objects.
+constexpr const char *kWrapperNames[] = {"NSTimerQZL", "NSTaskQZL", "NSMenuQZL", "NSErrorQZL"};
 
 std::string Described(id object)
 {
@@ -24,55 +26,61 @@ std::string Described(id object)
     return text != nullptr ? text : "nil";
 }
 
-template <typename T>
-bool AreSameBits(T left, T right)
+/// How many Dictionaries lie in each other.
+int DepthOf(const Json &model)
 {
-    return std::memcmp(&left, &right, sizeof left) == 0;
+    int depth = 0;
+    if (model.is_structured())
+        for (const Json &part : model)
+            depth = std::max(depth, DepthOf(part));
+    return depth + (model.is_object() && model.contains("dictionary") ? 1 : 0);
 }
+
+/// The objects that host objects wrap, by the classes of those.
+using Wrapped = std::map<std::string, id>;
 
 /// Walks a Cocoa object along the model of it and notes where they differ.
 class Comparison {
 public:
-    explicit Comparison(const std::vector<id> &wrapped) : wrapped_(wrapped) {}
+    explicit Comparison(const Wrapped &wrapped) : wrapped_(wrapped) {}
 
-    std::vector<std::string> differences;
+    const std::vector<std::string> &Differences() const { return differences_; }
 
-    void Compare(const Tree &expected, id actual, const std::string &path)
+    void Compare(const Json &expected, id actual, const std::string &path)
     {
-        if (!IsSame(expected, actual, path))
-            differences.push_back(path + ": " + Described(actual) + " of " +
-                                  NSStringFromClass([actual class]).UTF8String);
+        const bool isSame = expected.is_null()
+                                ? actual == [NSNull null]
+                                : IsSame(expected.begin().key(), expected.front(), actual, path);
+        if (!isSame)
+            differences_.push_back(path + ": " + Described(actual) + " of " +
+                                   NSStringFromClass([actual class]).UTF8String);
     }
 
 private:
-    bool IsSame(const Tree &expected, id actual, const std::string &path)
+    bool IsSame(const std::string &type, const Json &content, id actual, const std::string &path)
     {
-        switch (expected.kind) {
-        case Tree::Kind::Null:
-            return actual == [NSNull null];
-        case Tree::Kind::Integer:
-            return IsNumber(actual, "ilq") && [actual longLongValue] == expected.integer;
-        case Tree::Kind::Boolean:
-            return actual == [NSNumber numberWithBool:expected.integer != 0];
-        case Tree::Kind::Single:
-            return IsNumber(actual, "f") && AreSameBits([actual floatValue], expected.single);
-        case Tree::Kind::Double:
-            return IsNumber(actual, "d") && AreSameBits([actual doubleValue], expected.number);
-        case Tree::Kind::Date:
-            return IsDate(expected, actual);
-        case Tree::Kind::Text:
-            return IsText(expected, actual);
-        case Tree::Kind::Data:
+        if (type == "int32" || type == "integer" || type == "colour")
+            return IsNumber(actual, "ilq") && [actual longLongValue] == content;
+        if (type == "boolean")
+            return actual == [NSNumber numberWithBool:content.get<bool>()];
+        if (type == "single")
+            return IsNumber(actual, "f") && DigitsOf(static_cast<double>([actual floatValue])) == content;
+        if (type == "double" || type == "currency")
+            return IsNumber(actual, "d") && DigitsOf([actual doubleValue]) == content;
+        if (type == "date")
+            return IsDate(content, actual);
+        if (type == "memory")
             return [actual isKindOfClass:[NSData class]] &&
-                   std::string(static_cast<const char *>([actual bytes]), [actual length]) == expected.bytes;
-        case Tree::Kind::Wrapped:
-            return actual == wrapped_.at(expected.wrapped);
-        case Tree::Kind::Array:
-            return IsArray(expected, actual, path);
-        case Tree::Kind::Dictionary:
-            return IsDictionary(expected, actual, path);
-        }
-        return false;
+                   Hexadecimal({static_cast<const char *>([actual bytes]), [actual length]}) == content;
+        if (type == "folder item")
+            return [actual isKindOfClass:[NSURL class]] && IsText(content, [actual path]);
+        if (type == "object")
+            return actual == wrapped_.at(content);
+        if (type == "array")
+            return IsArray(content, actual, path);
+        if (type == "dictionary")
+            return IsDictionary(content, actual, path);
+        return IsText(content, actual);
     }
 
     static bool IsNumber(id actual, const char *types)
@@ -80,83 +88,69 @@ private:
         return [actual isKindOfClass:[NSNumber class]] && std::strchr(types, *[actual objCType]) != nullptr;
     }
 
-    static bool IsDate(const Tree &expected, id actual)
+    static bool IsDate(const Json &wallClock, id actual)
     {
-        if (![actual isKindOfClass:[NSCalendarDate class]])
-            return false;
-        const std::array<int64_t, 6> fields = {[actual yearOfCommonEra], [actual monthOfYear],
-                                               [actual dayOfMonth],      [actual hourOfDay],
-                                               [actual minuteOfHour],    [actual secondOfMinute]};
-        return fields == expected.date;
+        return [actual isKindOfClass:[NSCalendarDate class]] &&
+               IsText(wallClock, [actual descriptionWithCalendarFormat:@"%Y-%m-%d %H:%M:%S"]);
     }
 
-    static bool IsText(const Tree &expected, id actual)
+    static bool IsText(const Json &utf8, id actual)
     {
         if (![actual isKindOfClass:[NSString class]])
             return false;
-        std::u16string units([actual length], u'\0');
-        [actual getCharacters:reinterpret_cast<unichar *>(units.data())];
-        return units == expected.text;
+        NSData *const bytes = [actual dataUsingEncoding:NSUTF8StringEncoding];
+        return std::string(static_cast<const char *>([bytes bytes]), [bytes length]) == utf8;
     }
 
-    bool IsArray(const Tree &expected, id actual, const std::string &path)
+    bool IsArray(const Json &elements, id actual, const std::string &path)
     {
-        if (![actual isKindOfClass:[NSMutableArray class]] || [actual count] != expected.elements.size())
+        if (![actual isKindOfClass:[NSMutableArray class]] || [actual count] != elements.size())
             return false;
         for (NSUInteger index = 0; index < [actual count]; ++index)
-            Compare(expected.elements[index], [actual objectAtIndex:index],
-                    path + "[" + std::to_string(index) + "]");
+            Compare(elements[index], [actual objectAtIndex:index], path + "[" + std::to_string(index) + "]");
         return true;
     }
 
-    bool IsDictionary(const Tree &expected, id actual, const std::string &path)
+    bool IsDictionary(const Json &entries, id actual, const std::string &path)
     {
-        if (![actual isKindOfClass:[NSDictionary class]] || [actual count] != expected.entries.size())
+        if (![actual isKindOfClass:[NSDictionary class]] || [actual count] != entries.size())
             return false;
-        for (const auto &[key, value] : expected.entries) {
-            const id cocoaKey = KeyOf(key, actual);
-            Compare(value, [actual objectForKey:cocoaKey], path + "/" + Described(cocoaKey));
+        for (const Json &entry : entries) {
+            const id key = KeyOf(entry.at(0), actual);
+            Compare(entry.at(1), [actual objectForKey:key], path + "/" + Described(key));
         }
         return true;
     }
 
-    /// The key to look for in this dictionary.
-    static id KeyOf(const Tree &key, NSDictionary *dictionary)
+    /// The key of the dictionary that has this model; nil where none has.
+    id KeyOf(const Json &model, NSDictionary *dictionary)
     {
-        switch (key.kind) {
-        case Tree::Kind::Text:
-            return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(key.text.data())
-                                           length:key.text.size()];
-        case Tree::Kind::Integer:
-        case Tree::Kind::Boolean:
-            return [NSNumber numberWithLongLong:key.integer];
-        case Tree::Kind::Double:
-            return [NSNumber numberWithDouble:key.number];
-        case Tree::Kind::Date:
-            for (const id candidate in [dictionary allKeys])
-                if (IsDate(key, candidate))
-                    return candidate;
-            return nil;
-        default:
-            return [NSNull null];
+        for (const id candidate in dictionary) {
+            Comparison comparison(wrapped_);
+            comparison.Compare(model, candidate, "");
+            if (comparison.differences_.empty())
+                return candidate;
         }
+        return nil;
     }
 
-    const std::vector<id> &wrapped_;
+    const Wrapped &wrapped_;
+    std::vector<std::string> differences_;
 };
 
 class Trees : public MemberConversion {
 protected:
-    /// A host with a class that means nothing to Cocoa and with wrappers of Cocoa objects.
+    /// A host with a class that means nothing to Cocoa and with wrappers of Cocoa objects, and the clock of
+    /// Greenwich, where every wall-clock time exists once.
     Host &StartWithWrappers()
     {
         Host &host = Start();
-        DefineClass("Unrelated", 0);
-        DefineClass("NSTimerQZL", sizeof(id));
-        for (size_t index = 0; index < kWrappers; ++index) {
-            wrapped_.push_back([[[NSObject alloc] init] autorelease]);
-            wrappers_.push_back(host.New("NSTimerQZL"));
-            *static_cast<id *>(host.InstanceData(wrappers_.back())) = wrapped_.back();
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+        host.DefineClass({"ProgramObject", ""});
+        for (const char *name : kWrapperNames) {
+            DefineHolderClass(host, name);
+            wrapped_[name] = [[[NSObject alloc] init] autorelease];
+            wrappers_.push_back(NewHolder(host, name, wrapped_[name]));
         }
         return host;
     }
@@ -167,17 +161,8 @@ protected:
         MemberConversion::TearDown();
     }
 
-    std::vector<id> wrapped_;
+    Wrapped wrapped_;
     std::vector<Value> wrappers_;
-
-private:
-    void DefineClass(const char *name, uint64_t dataSize)
-    {
-        qzlhost::ClassDefinition definition;
-        definition.name = name;
-        definition.dataSize = dataSize;
-        host().DefineClass(std::move(definition));
-    }
 };
 
 std::vector<int64_t> ReferencesOf(const Host &host, const std::vector<Value> &values)
@@ -188,10 +173,10 @@ std::vector<int64_t> ReferencesOf(const Host &host, const std::vector<Value> &va
     return references;
 }
 
-std::vector<NSUInteger> RetainCountsOf(const std::vector<id> &objects)
+std::vector<NSUInteger> RetainCountsOf(const Wrapped &objects)
 {
     std::vector<NSUInteger> counts;
-    for (const id object : objects)
+    for (const auto &[name, object] : objects)
         counts.push_back([object retainCount]);
     return counts;
 }
@@ -204,18 +189,19 @@ TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
     int deepest = 0;
     for (uint64_t seed = 1; seed <= kTrees && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        TreeGrower grower(host, seed, wrappers_);
-        const Grown grown = grower.GrowDictionary(kDepth);
-        deepest = std::max(deepest, grower.Depth());
-        const std::vector<int64_t> references = ReferencesOf(host, grower.Values());
+        RandomValues random(host, seed, wrappers_);
+        const Value tree = random.Dictionary(kDepth);
+        const Json model = InCocoa(ModelOf(host, tree));
+        deepest = std::max(deepest, DepthOf(model));
+        const std::vector<int64_t> references = ReferencesOf(host, random.Made());
         const std::vector<NSUInteger> retains = RetainCountsOf(wrapped_);
         {
             const qzlhost::AutoreleasePool pool;
             Comparison comparison(wrapped_);
-            comparison.Compare(grown.tree, Convert(grown.value), "");
-            EXPECT_THAT(comparison.differences, ::testing::IsEmpty());
+            comparison.Compare(model, Convert(tree), "");
+            EXPECT_THAT(comparison.Differences(), ::testing::IsEmpty());
         }
-        EXPECT_EQ(ReferencesOf(host, grower.Values()), references);
+        EXPECT_EQ(ReferencesOf(host, random.Made()), references);
         EXPECT_EQ(RetainCountsOf(wrapped_), retains);
         host.ClearTrace();
     }
@@ -318,8 +304,8 @@ TEST_F(Trees, NilKeyIsSkippedAndKeyWithoutACocoaObjectIsNull)
     Host &host = StartWithWrappers();
     const Value dictionary = host.NewDictionary();
     host.DictionarySet(dictionary, Value(), "nil key");
-    host.DictionarySet(dictionary, host.New("Unrelated"), "first");
-    host.DictionarySet(dictionary, host.New("Unrelated"), "second");
+    host.DictionarySet(dictionary, host.New("ProgramObject"), "first");
+    host.DictionarySet(dictionary, host.New("ProgramObject"), "second");
     host.DictionarySet(dictionary, "key", "third");
     NSDictionary *const expected = @{[NSNull null] : @"second", @"key" : @"third"};
     EXPECT_TRUE([Convert(dictionary) isEqual:expected]);
