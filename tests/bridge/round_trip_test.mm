@@ -8,7 +8,7 @@
 
 #include "bridge/to_cocoa/variant_to_object.h"
 #include "bridge/to_host/wrappers.h"
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 #include "tests/support/random_values.h"
 #include "tests/support/value_model.h"
 

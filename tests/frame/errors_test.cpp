@@ -4,8 +4,9 @@
 #include <new>
 
 #include "frame/host_strings.h"
-#include "tests/frame/standard_exceptions.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/standard_exceptions.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -33,16 +34,6 @@ void ExpectRaised(Host &host, const std::function<void()> &body, const std::stri
                   const std::string &message)
 {
     ExpectException([&] { AsMember(host, body); }, className, message);
-}
-
-/// The calls of the host's functions, with their arguments; not those that the host makes itself.
-std::vector<std::string> Calls(const Host &host)
-{
-    std::vector<std::string> calls;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function.find('.') == std::string::npos)
-            calls.push_back(entry.function + "(" + entry.arguments + ")");
-    return calls;
 }
 
 /// A function that the host lacks.
@@ -96,7 +87,7 @@ TEST_F(Errors, AreMadeRaisedAndGivenBackInThisOrder)
     Host &host = Start();
     RaiseException("NilObjectException", "text", 42, 77);
     const Value exception = host.TakeException();
-    EXPECT_EQ(Calls(host),
+    EXPECT_EQ(CallsWithArguments(host),
               (std::vector<std::string>{
                   "REALBuildString(\"text\", 4)",
                   "REALSetStringEncoding(\"text\" (String #1), 1536)",
@@ -114,14 +105,15 @@ TEST_F(Errors, OfAnUnknownClassAreMadeOfTheFallbackNext)
     Host &host = Start();
     RaiseException("NoSuchException", nullptr);
     const Value exception = host.TakeException();
-    EXPECT_EQ(Calls(host), (std::vector<std::string>{
-                               "PluginNewInstance(\"NoSuchException\")",
-                               "PluginNewInstance(\"RuntimeException\")",
-                               "REALSetPropValueString(RuntimeException #1, \"Message\", the empty string)",
-                               "REALSetPropValueInteger(RuntimeException #1, \"ErrorNumber\", 0)",
-                               "RuntimeRaiseException(RuntimeException #1)",
-                               "REALUnlockObject(RuntimeException #1)",
-                           }));
+    EXPECT_EQ(CallsWithArguments(host),
+              (std::vector<std::string>{
+                  "PluginNewInstance(\"NoSuchException\")",
+                  "PluginNewInstance(\"RuntimeException\")",
+                  "REALSetPropValueString(RuntimeException #1, \"Message\", the empty string)",
+                  "REALSetPropValueInteger(RuntimeException #1, \"ErrorNumber\", 0)",
+                  "RuntimeRaiseException(RuntimeException #1)",
+                  "REALUnlockObject(RuntimeException #1)",
+              }));
 }
 
 TEST_F(Errors, UnknownClassFallsBackToRuntimeException)
@@ -136,11 +128,11 @@ TEST_F(Errors, WithoutInstancesNothingIsRaised)
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginNewInstance"); });
     RaiseException("NilObjectException", "unheard");
     EXPECT_EQ(host.AsksFor("PluginNewInstance"), 2);
-    EXPECT_EQ(Calls(host), (std::vector<std::string>{
-                               "REALBuildString(\"unheard\", 7)",
-                               "REALSetStringEncoding(\"unheard\" (String #1), 1536)",
-                               "REALUnlockString(\"unheard\" (String #1))",
-                           }));
+    EXPECT_EQ(CallsWithArguments(host), (std::vector<std::string>{
+                                            "REALBuildString(\"unheard\", 7)",
+                                            "REALSetStringEncoding(\"unheard\" (String #1), 1536)",
+                                            "REALUnlockString(\"unheard\" (String #1))",
+                                        }));
 }
 
 TEST_P(ErrorsWithout, AHostFunctionSkipOnlyItsStep)

@@ -9,6 +9,7 @@
 #include "bridge/to_cocoa/string_to_cocoa.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -41,15 +42,6 @@ const std::vector<Sample> &Samples()
         {"WindowsLatin1", qzlhost::encoding::WindowsLatin1, "\x80\x99", u"\u20AC\u2122"},
     };
     return samples;
-}
-
-/// The arguments of the first call of a host function.
-std::string ArgumentsOf(const Host &host, const std::string &function)
-{
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function == function)
-            return entry.arguments;
-    return "never called";
 }
 
 /// A host version together with whether it answers with Core Foundation strings.
@@ -216,7 +208,8 @@ TEST_F(HostStrings, LenBIsLoadedOnceWhenItIsThere)
     for (int round = 0; round < 3; ++round)
         EXPECT_NE(NewNSString(StringOf(string)), nil);
     EXPECT_EQ(host.CallsOf("REALLoadGlobalMethod"), 1);
-    EXPECT_EQ(ArgumentsOf(host, "REALLoadGlobalMethod"), "null, \"LenB( s as string ) as integer\"");
+    EXPECT_EQ(ArgumentsOf(host, "REALLoadGlobalMethod"),
+              std::vector<std::string>{"null, \"LenB( s as string ) as integer\""});
     EXPECT_EQ(host.CallsOf("REALLockString"), 3);
     EXPECT_EQ(host.CallsOf("REALUnlockString"), 3);
 }

@@ -1,8 +1,8 @@
 // What members do when the host fails while it reads or builds a string for them.
 #import <Foundation/Foundation.h>
 
-#include "tests/frame/standard_exceptions.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/standard_exceptions.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

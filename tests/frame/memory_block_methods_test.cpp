@@ -1,6 +1,7 @@
 // The methods of host memory blocks: the constructor that makes one of any size, the pointer to its bytes.
 #include "frame/memory_blocks.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -29,17 +30,6 @@ protected:
     Host &StartLacking(const char *function)
     {
         return Start(2024.01, [&](Host &unloaded) { unloaded.Lack(function); });
-    }
-
-    /// How often the host was asked for the method of an instance.
-    int AsksForMethod(const std::string &declaration)
-    {
-        int asks = 0;
-        for (const qzlhost::TraceEntry &entry : host().Trace())
-            if (entry.function == "REALLoadObjectMethod" &&
-                entry.arguments.find(declaration) != std::string::npos)
-                ++asks;
-        return asks;
     }
 };
 
@@ -112,7 +102,7 @@ TEST_F(MemoryBlockWork, ConstructorIsLookedUpOnce)
     for (int round = 0; round < 3; ++round) {
         EXPECT_FALSE(BlockOfSize(16).IsNil());
     }
-    EXPECT_EQ(AsksForMethod(kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
     EXPECT_EQ(host.CallsOf("MemoryBlock.Constructor"), 3);
 }
 
@@ -122,7 +112,7 @@ TEST_F(MemoryBlockWork, MissingConstructorIsLookedUpOnce)
     for (int round = 0; round < 3; ++round) {
         EXPECT_TRUE(BlockOfSize(16).IsNil());
     }
-    EXPECT_EQ(AsksForMethod(kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
     EXPECT_EQ(host.CallsOf("PluginNewInstance"), 3);
     EXPECT_TRUE(host.TakeException().IsNil());
 }
@@ -131,9 +121,9 @@ TEST_F(MemoryBlockWork, ConstructorIsLookedUpWithTheFirstInstanceThatThereIs)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.AnswerFrom("PluginNewInstance", 2); });
     EXPECT_TRUE(BlockOfSize(16).IsNil());
-    EXPECT_EQ(AsksForMethod(kConstructor), 0);
+    EXPECT_EQ(LoadsOf(host, kConstructor), 0);
     EXPECT_FALSE(BlockOfSize(16).IsNil());
-    EXPECT_EQ(AsksForMethod(kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
     EXPECT_EQ(host.CallsOf("MemoryBlock.Constructor"), 1);
 }
 
@@ -151,7 +141,7 @@ TEST_F(MemoryBlockPointer, PointerMethodIsFoundOnceThroughATemporaryBlock)
     const Value second = host.NewMemoryBlock("second");
     EXPECT_EQ(TextAtPointer(first), "first");
     EXPECT_EQ(TextAtPointer(second), "second");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
+    EXPECT_EQ(LoadsOf(host, kConvertToPointer), 1);
     ASSERT_EQ(host.CallsOf("newMemoryBlock"), 1);
     EXPECT_EQ(host.Trace().at(0).arguments, "4");
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
@@ -176,7 +166,7 @@ TEST_F(MemoryBlockPointer, PointerMethodIsAskedOfTheBlockItselfWithoutATemporary
     Host &host = StartLacking("newMemoryBlock");
     const Value block = host.NewMemoryBlock("bytes");
     EXPECT_EQ(TextAtPointer(block), "bytes");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 1);
+    EXPECT_EQ(LoadsOf(host, kConvertToPointer), 1);
     EXPECT_EQ(host.References(block), 1);
 }
 
@@ -186,7 +176,7 @@ TEST_F(MemoryBlockPointer, PointerComesFromTheHostFunctionWithoutTheMethodWhichI
     const Value block = host.NewMemoryBlock("bytes");
     for (int round = 0; round < 3; ++round)
         EXPECT_EQ(TextAtPointer(block), "bytes");
-    EXPECT_EQ(AsksForMethod(kConvertToPointer), 3);
+    EXPECT_EQ(LoadsOf(host, kConvertToPointer), 3);
     EXPECT_EQ(host.CallsOf("newMemoryBlock"), 3);
     EXPECT_EQ(host.CallsOf("memoryBlockGetPtr"), 3);
 }

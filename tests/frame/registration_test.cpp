@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "tests/support/plugin_test.h"
+#include "tests/support/trace.h"
 
 using qzlhost::ClassRecord;
 using qzlhost::Host;
@@ -272,10 +273,7 @@ TEST_F(Registration, AsksForTheHostVersionAndThePluginVersionOnce)
 TEST_F(Registration, ReadsTheVersionBeforeItDeclaresOneAndRegistersLast)
 {
     const Host &host = Start();
-    std::vector<std::string> functions;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        functions.push_back(entry.function);
-    EXPECT_EQ(functions,
+    EXPECT_EQ(FunctionsCalled(host),
               (std::vector<std::string>{"REALGetRBVersion", "RegisterPluginVersion", "PluginRegisterClass",
                                         "PluginRegisterClass", "PluginRegisterClass", "PluginRegisterClass",
                                         "PluginRegisterClass"}));

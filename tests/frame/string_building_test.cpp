@@ -8,6 +8,7 @@
 #include "frame/host_strings.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/texts.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -36,24 +37,6 @@ std::string NameOfVersion(double version)
 Value Build(std::string_view bytes, uint32_t encoding)
 {
     return Owned(REALBuildUnicodeString(bytes.data(), static_cast<int64_t>(bytes.size()), encoding));
-}
-
-/// The calls of the host's functions, with their arguments.
-std::vector<std::string> Calls(const Host &host)
-{
-    std::vector<std::string> calls;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        calls.push_back(entry.function + "(" + entry.arguments + ")");
-    return calls;
-}
-
-/// The names alone.
-std::vector<std::string> Functions(const Host &host)
-{
-    std::vector<std::string> functions;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        functions.push_back(entry.function);
-    return functions;
 }
 
 // Functions that stand in the place of the host's, and what they were called with.
@@ -172,8 +155,8 @@ TEST_P(StringBuildingByUnit, IsNullWhereTheHostConvertsNothing)
 
     EXPECT_EQ(REALBuildUnicodeString("text", 4, GetParam()), nullptr);
 
-    EXPECT_EQ(Functions(host), (std::vector<std::string>{"REALBuildStringWithEncoding", "REALConvertString",
-                                                         "REALUnlockString"}));
+    EXPECT_EQ(FunctionsCalled(host), (std::vector<std::string>{"REALBuildStringWithEncoding",
+                                                               "REALConvertString", "REALUnlockString"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Encodings, StringBuildingByUnit,
@@ -203,8 +186,9 @@ TEST_P(StringBuildingByVersion, OfBytesBuildsAndTags)
     const Value string = Build("text", kCFStringEncodingISOLatin1);
 
     EXPECT_EQ(string.StringBytes(), "text");
-    EXPECT_EQ(Calls(host), (std::vector<std::string>{"REALBuildString(\"text\", 4)",
-                                                     "REALSetStringEncoding(\"text\" (String #1), 513)"}));
+    EXPECT_EQ(CallsWithArguments(host),
+              (std::vector<std::string>{"REALBuildString(\"text\", 4)",
+                                        "REALSetStringEncoding(\"text\" (String #1), 513)"}));
 }
 
 TEST_P(StringBuildingByVersion, OfBytesThatTheHostDoesNotBuildIsNull)
@@ -213,7 +197,7 @@ TEST_P(StringBuildingByVersion, OfBytesThatTheHostDoesNotBuildIsNull)
 
     EXPECT_EQ(REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8), nullptr);
 
-    EXPECT_EQ(Functions(host), std::vector<std::string>{"REALBuildString"});
+    EXPECT_EQ(FunctionsCalled(host), std::vector<std::string>{"REALBuildString"});
 }
 
 TEST_P(StringBuildingByVersion, OfUTF16ComesOutAsUTF8)
@@ -225,14 +209,14 @@ TEST_P(StringBuildingByVersion, OfUTF16ComesOutAsUTF8)
 
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "\xC3\xA4\xF0\x9F\x98\x80");
-    const std::vector<std::string> functions = Functions(host);
+    const std::vector<std::string> functions = FunctionsCalled(host);
     if (IsAtLeast(2012.0)) {
         EXPECT_EQ(functions, (std::vector<std::string>{"REALBuildStringWithEncoding", "REALConvertString",
                                                        "REALUnlockString"}));
     } else {
         EXPECT_EQ(functions, (std::vector<std::string>{"REALBuildString", "REALSetStringEncoding",
                                                        "REALConvertString", "REALUnlockString"}));
-        EXPECT_THAT(Calls(host).at(1), testing::EndsWith(", 256)")) << "tagged as UTF-16";
+        EXPECT_THAT(CallsWithArguments(host).at(1), testing::EndsWith(", 256)")) << "tagged as UTF-16";
     }
 }
 
@@ -245,9 +229,10 @@ TEST_P(StringBuildingByVersion, OfUTF16ThatTheHostDoesNotBuildIsNull)
 
     EXPECT_EQ(REALBuildUnicodeStringUTF16(u"text", 8), nullptr);
 
-    EXPECT_EQ(Functions(host), IsAtLeast(2012.0) ? (std::vector<std::string>{"REALBuildStringWithEncoding",
-                                                                             "REALConvertString"})
-                                                 : std::vector<std::string>{"REALBuildString"});
+    EXPECT_EQ(FunctionsCalled(host),
+              IsAtLeast(2012.0)
+                  ? (std::vector<std::string>{"REALBuildStringWithEncoding", "REALConvertString"})
+                  : std::vector<std::string>{"REALBuildString"});
 }
 
 TEST_P(StringBuildingByVersion, OfUTF32ComesOutAsUTF8)
@@ -260,9 +245,10 @@ TEST_P(StringBuildingByVersion, OfUTF32ComesOutAsUTF8)
     EXPECT_EQ(string.StringEncoding(), qzlhost::encoding::UTF8);
     EXPECT_EQ(string.StringBytes(), "a\xC3\xA4\xF0\x9F\x98\x80");
     // Twelve bytes of UTF-32 where the host knows it, else four units of UTF-16.
-    EXPECT_EQ(Calls(host).at(0), IsAtLeast(2013.0)   ? "REALBuildStringWithEncoding(\"a\", 12, 201326848)"
-                                 : IsAtLeast(2012.0) ? "REALBuildStringWithEncoding(\"a\", 8, 256)"
-                                                     : "REALBuildString(\"a\", 8)");
+    EXPECT_EQ(CallsWithArguments(host).at(0),
+              IsAtLeast(2013.0)   ? "REALBuildStringWithEncoding(\"a\", 12, 201326848)"
+              : IsAtLeast(2012.0) ? "REALBuildStringWithEncoding(\"a\", 8, 256)"
+                                  : "REALBuildString(\"a\", 8)");
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, StringBuildingByVersion,

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/notifications/member_names.h"
-#include "tests/notifications/recording_center.h"
+#include "tests/support/recording_center.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

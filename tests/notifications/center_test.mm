@@ -4,8 +4,8 @@
 #include <thread>
 
 #include "family/family.h"
-#include "tests/notifications/recording_withdrawal.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -32,14 +32,14 @@ id GivenDefaultCenter(id, SEL)
 class DefaultCenterMeanwhile {
 public:
     explicit DefaultCenterMeanwhile(id center)
-        : swapped_(class_getClassMethod([NSNotificationCenter class], @selector(defaultCenter)),
-                   reinterpret_cast<IMP>(GivenDefaultCenter))
+        : replaced_(class_getClassMethod([NSNotificationCenter class], @selector(defaultCenter)),
+                    &GivenDefaultCenter)
     {
         gDefaultCenter = center;
     }
 
 private:
-    SwappedMethod swapped_;
+    ReplacedMethod<id(id, SEL)> replaced_;
 };
 
 } // namespace

@@ -2,8 +2,8 @@
 #import <Foundation/Foundation.h>
 
 #include "family/family.h"
-#include "tests/notifications/recording_withdrawal.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -79,9 +79,9 @@ TEST_F(DistributedCenterClass, ConstructorEntersNothingInTheRegistry)
 TEST_F(DistributedCenterClass, CenterForTypeIsTheOneThatCocoaGivesForTheName)
 {
     Host &host = Start();
-    const SwappedMethod swapped(
+    const ReplacedMethod replaced(
         class_getClassMethod([NSDistributedNotificationCenter class], @selector(notificationCenterForType:)),
-        reinterpret_cast<IMP>(CenterForType));
+        &CenterForType);
     gCenterForType = [[[NSNotificationCenter alloc] init] autorelease];
 
     const Value center = host.CallShared(kClass, "notificationCenterForType", {"AType"});

@@ -8,7 +8,8 @@
 
 #include "tests/notifications/delivery.h"
 #include "tests/notifications/member_names.h"
-#include "tests/notifications/recording_withdrawal.h"
+#include "tests/support/plugin_test.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -21,13 +22,13 @@ namespace {
 std::optional<int> gAnswer;
 
 std::vector<std::string> gMoves;
-IMP gMove;
+void (*gMove)(id, SEL, SEL, id, BOOL);
 
 void Move(id self, SEL selector, SEL moved, id argument, BOOL waits)
 {
     gMoves.push_back(std::string(sel_getName(moved)) + " " + [[argument name] UTF8String] +
                      (waits ? " waiting" : ""));
-    reinterpret_cast<void (*)(id, SEL, SEL, id, BOOL)>(gMove)(self, selector, moved, argument, waits);
+    gMove(self, selector, moved, argument, waits);
 }
 
 class MainThreadQuestion : public PluginTest {
@@ -44,8 +45,8 @@ protected:
         const Method method =
             class_getInstanceMethod([NSObject class], @selector(performSelectorOnMainThread:
                                                                                  withObject:waitUntilDone:));
-        gMove = method_getImplementation(method);
-        const SwappedMethod swapped(method, reinterpret_cast<IMP>(Move));
+        const ReplacedMethod replaced(method, &Move);
+        gMove = replaced.Original();
         gAnswer = answer;
         gMoves.clear();
         Deliver(host(), observer);

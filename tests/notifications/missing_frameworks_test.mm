@@ -2,14 +2,12 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
-#include <cstring>
-
 #include "tests/notifications/member_names.h"
-#include "tests/notifications/recording_withdrawal.h"
+#include "tests/support/class_look_ups.h"
 #include "tests/support/family_fixture.h"
+#include "tests/support/recording_withdrawal.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -17,41 +15,11 @@ using ::testing::ElementsAre;
 
 namespace {
 
-/// The class that the system lacks; null for none.
-const char *gMissing = nullptr;
-
-Class LookUp(const char *function, const char *name)
-{
-    using Function = Class(const char *);
-    if (gMissing != nullptr && std::strcmp(name, gMissing) == 0)
-        return Nil;
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, function))(name);
-}
-
-} // namespace
-
-// In place of the runtime's own: code for Linux asks the first whenever it uses a class, and the loader of
-// dylibs asks the second when it binds a weak import.
-extern "C" {
-
-Class objc_lookup_class(const char *name)
-{
-    return LookUp("objc_lookup_class", name);
-}
-
-Class objc_getClass(const char *name)
-{
-    return LookUp("objc_getClass", name);
-}
-}
-
-namespace {
-
 class MissingClass : public PluginWithFamily {
 protected:
     Host &StartWithout(const char *className)
     {
-        gMissing = className;
+        ClassLookUps::hidden = className;
         Host &host = StartWithFamily();
         family().OfferRegistry();
         family().OfferExceptions();
@@ -61,7 +29,7 @@ protected:
     void TearDown() override
     {
         EXPECT_EQ(family().ExceptionsWrapped(), 0);
-        gMissing = nullptr;
+        ClassLookUps::hidden = nullptr;
         PluginTest::TearDown();
     }
 };

@@ -5,9 +5,9 @@
 #include <thread>
 
 #include "family/family.h"
-#include "tests/notifications/recording_withdrawal.h"
 #include "tests/support/cocoa_objects.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
@@ -25,12 +25,12 @@ void Post(NSNotificationCenter *center, NSString *name)
 }
 
 /// In place of NSObject's.
-IMP gInit;
+id (*gInit)(id, SEL);
 
 id NoObserver(id self, SEL selector)
 {
     if (![self isKindOfClass:objc_getClass("NSNotificationObserver")])
-        return reinterpret_cast<id (*)(id, SEL)>(gInit)(self, selector);
+        return gInit(self, selector);
     [self release];
     return nil;
 }
@@ -201,9 +201,8 @@ TEST_F(ObserverBridge, ConstructorWithoutACocoaObjectLeavesNoHandleAndNoEntry)
     Host &host = Start();
     Family family(host);
     family.OfferRegistry();
-    const Method init = class_getInstanceMethod([NSObject class], @selector(init));
-    gInit = method_getImplementation(init);
-    const SwappedMethod swapped(init, reinterpret_cast<IMP>(NoObserver));
+    const ReplacedMethod replaced(class_getInstanceMethod([NSObject class], @selector(init)), &NoObserver);
+    gInit = replaced.Original();
 
     const Value observer = host.New("NSNotificationObserverQZL");
 

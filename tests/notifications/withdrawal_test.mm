@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/notifications/member_names.h"
-#include "tests/notifications/recording_withdrawal.h"
+#include "tests/support/recording_withdrawal.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -4,8 +4,25 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include "tests/support/replaced_method.h"
+
 /// The name of the exceptions that they raise; the reason names the selector.
 extern NSString *const kRaised;
+
+/// Raises in the place of a host function with any arguments.
+void *RaiseInHost();
+
+/// The name of the Cocoa exception that the body raises; nil where it raises none.
+template <typename Body>
+NSString *ExceptionRaisedBy(Body body)
+{
+    @try {
+        body();
+    } @catch (NSException *exception) {
+        return [exception name];
+    }
+    return nil;
+}
 
 /// An object that raises at every message, those of its root class among them.
 class RaisingObject {
@@ -26,12 +43,9 @@ private:
 class RaisingMethod {
 public:
     RaisingMethod(Class cocoaClass, SEL selector);
-    ~RaisingMethod();
-    RaisingMethod(const RaisingMethod &) = delete;
-    RaisingMethod &operator=(const RaisingMethod &) = delete;
 
 private:
-    Method method_;
+    ReplacedMethod<id(id, SEL, id, id, id)> replaced_;
 };
 
 /// An object, a constant for one, that raises at every message while this lives.

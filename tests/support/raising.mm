@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 
+#include "tests/support/runtime_classes.h"
+
 NSString *const kRaised = @"QZLRaised";
 
 namespace {
@@ -43,22 +45,26 @@ id RaiseForOneClass(id self, SEL selector, id first, id second, id third)
 Class RaisingClass()
 {
     static const Class made = [] {
-        const Class allocated = objc_allocateClassPair([NSProxy class], "QZLRaisingObject", 0);
-        class_addMethod(allocated, @selector(methodSignatureForSelector:),
-                        reinterpret_cast<IMP>(RaiseForUnknown), "@24@0:8:16");
+        std::vector<RuntimeMethod> raising = {
+            {"methodSignatureForSelector:", reinterpret_cast<IMP>(RaiseForUnknown), "@24@0:8:16"}};
         unsigned count = 0;
         Method *const methods = class_copyMethodList([NSProxy class], &count);
         for (unsigned i = 0; i < count; ++i)
-            class_addMethod(allocated, method_getName(methods[i]), reinterpret_cast<IMP>(Raise),
-                            method_getTypeEncoding(methods[i]));
+            raising.push_back({sel_getName(method_getName(methods[i])), reinterpret_cast<IMP>(Raise),
+                               method_getTypeEncoding(methods[i])});
         std::free(methods);
-        objc_registerClassPair(allocated);
-        return allocated;
+        return MakeClass("QZLRaisingObject", [NSProxy class], raising);
     }();
     return made;
 }
 
 } // namespace
+
+void *RaiseInHost()
+{
+    [NSException raise:kRaised format:@"from the host"];
+    return nullptr;
+}
 
 RaisingObject::RaisingObject() : object_(NSAllocateObject(RaisingClass(), 0, nullptr)) {}
 
@@ -68,16 +74,10 @@ RaisingObject::~RaisingObject()
 }
 
 RaisingMethod::RaisingMethod(Class cocoaClass, SEL selector)
-    : method_(class_getClassMethod(cocoaClass, selector))
+    : replaced_(class_getClassMethod(cocoaClass, selector), &RaiseForOneClass)
 {
     gRaisingClass = cocoaClass;
-    gOriginal = reinterpret_cast<ClassMethod *>(method_getImplementation(method_));
-    method_setImplementation(method_, reinterpret_cast<IMP>(RaiseForOneClass));
-}
-
-RaisingMethod::~RaisingMethod()
-{
-    method_setImplementation(method_, reinterpret_cast<IMP>(gOriginal));
+    gOriginal = replaced_.Original();
 }
 
 RaisingMeanwhile::RaisingMeanwhile(id object)

@@ -3,8 +3,11 @@
 
 #include <functional>
 
-/// Throws what `EndsThrown` recognises.
+/// Throws what `EndsThrown` recognises, an exception of the C++ library.
 [[noreturn]] void ThrowForTest();
 
-/// Runs `body`; answers whether it ended with that exception.
+/// The same in the place of a host function with any arguments.
+void *ThrowInHost();
+
+/// Runs `body`; returns whether it ended with that exception. Any other passes.
 bool EndsThrown(const std::function<void()> &body);

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/bridge/to_cocoa/replaced_method.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -7,6 +7,7 @@
 #include "bridge/to_cocoa/date_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -282,11 +283,7 @@ TEST_F(DateFields, OfADateVariantAreReadBeforeTheDateIsGivenBack)
 
     EXPECT_NE(GetVariantAsNSObject(ObjectOf(date)), nil);
 
-    std::vector<std::string> calls;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function == "REALGetPropValueInteger" || entry.function == "REALUnlockObject")
-            calls.push_back(entry.function);
     std::vector<std::string> expected(6, "REALGetPropValueInteger");
     expected.emplace_back("REALUnlockObject");
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(FunctionsCalled(host, {"REALGetPropValueInteger", "REALUnlockObject"}), expected);
 }

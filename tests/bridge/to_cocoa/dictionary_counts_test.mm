@@ -1,6 +1,6 @@
 // How many entries of a host Dictionary are asked for, and what becomes of those that cannot be read.
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/bridge/to_cocoa/replaced_method.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -207,10 +207,6 @@ TEST_F(DictionaryCounts, KeyIsConvertedBeforeItsValue)
 
     EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);
 
-    std::vector<std::string> calls;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function == "REALGetPropValueObject" || entry.function == "RuntimeObjectIsa")
-            calls.push_back(entry.function);
-    EXPECT_EQ(calls, (std::vector<std::string>{"REALGetPropValueObject", "RuntimeObjectIsa"}))
-        << "the date's, then the block's";
+    const std::vector<std::string> calls = {"REALGetPropValueObject", "RuntimeObjectIsa"};
+    EXPECT_EQ(FunctionsCalled(host, calls), calls) << "the date's, then the block's";
 }

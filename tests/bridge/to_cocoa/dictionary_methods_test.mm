@@ -58,7 +58,7 @@ protected:
     std::vector<std::string> Loads()
     {
         std::vector<std::string> loads;
-        for (const std::string &arguments : ArgumentsOf("REALLoadObjectMethod"))
+        for (const std::string &arguments : ArgumentsOf(host(), "REALLoadObjectMethod"))
             for (const char *method : {kSetter, kGetter, kKeyGetter})
                 if (arguments.find('"' + std::string(method) + '"') != std::string::npos)
                     loads.push_back(arguments.substr(0, arguments.find(' ')) + " " + method);

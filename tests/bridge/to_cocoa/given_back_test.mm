@@ -1,6 +1,6 @@
 // When the host values that a conversion reads on its way are given back: after Cocoa has what they became.
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/bridge/to_cocoa/replaced_method.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -5,6 +5,7 @@
 
 #include "family/wrapper_classes.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/trace.h"
 
 /// The host exception that `member` ends with; Nil where it ends well.
 qzlhost::Value ExceptionOutOf(const std::function<void()> &member);
@@ -35,16 +36,6 @@ protected:
     {
         const qzlhost::Value raised = ExceptionOutOf([&] { NotificationOf(object); });
         return raised.IsNil() ? nil : [[HandleOf<NSException *>(host(), raised) retain] autorelease];
-    }
-
-    /// The arguments of the calls of this host function, in order.
-    std::vector<std::string> ArgumentsOf(std::string_view function)
-    {
-        std::vector<std::string> arguments;
-        for (const qzlhost::TraceEntry &entry : host().Trace())
-            if (entry.function == function)
-                arguments.push_back(entry.arguments);
-        return arguments;
     }
 };
 

@@ -1,6 +1,6 @@
 // Which of Cocoa's methods makes the number of a variant, and of an element of an array.
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/bridge/to_cocoa/replaced_method.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -124,12 +124,8 @@ TEST_F(TextArrays, GiveTheStringBackBeforeTheVariant)
     const Value array = NewArray(kTexts, 1);
     host.ClearTrace();
     Convert(array);
-    std::vector<std::string> unlocks;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function.find("Unlock") != std::string::npos)
-            unlocks.push_back(entry.function);
-    EXPECT_EQ(unlocks,
-              (std::vector<std::string>{"REALUnlockString", "REALUnlockObject", "PluginUnlockText"}));
+    const std::vector<std::string> unlocks = {"REALUnlockString", "REALUnlockObject", "PluginUnlockText"};
+    EXPECT_EQ(FunctionsCalled(host, unlocks), unlocks);
 }
 
 TEST_F(TextArrays, AreEmptyWhereNeitherWayIsOpen)

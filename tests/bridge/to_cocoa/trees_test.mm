@@ -245,11 +245,8 @@ TEST_F(Trees, NestedDictionaryTakesTheMethodsOver)
 
     Convert(outer);
 
-    int loads = 0;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.arguments.find("Key(index As Integer) As Variant") != std::string::npos)
-            ++loads;
-    EXPECT_EQ(loads, 3) << "for the outer, the inner, and the outer again";
+    EXPECT_EQ(LoadsOf(host, "Key(index As Integer) As Variant"), 3)
+        << "for the outer, the inner, and the outer again";
 }
 
 TEST_F(Trees, NestedDictionaryOfAnotherClassIsReadByItsOwnMethodsAndTheOuterByIts)

@@ -110,10 +110,7 @@ TEST_P(CodeWithoutObject, IsNil)
     EXPECT_EQ(MemberConversion::Convert(variant), nil);
 
     // The loading of VarType, before the notification is made.
-    std::vector<std::string> calls;
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        calls.push_back(entry.function);
-    EXPECT_EQ(calls, std::vector<std::string>{"REALLoadGlobalMethod"});
+    EXPECT_EQ(FunctionsCalled(host), std::vector<std::string>{"REALLoadGlobalMethod"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, CodeWithoutObject,
@@ -156,10 +153,9 @@ TEST_P(ValueByFallback, ComesFromThePropertyWithoutTheFunction)
     const id object = Convert(fallback.code, fallback.content());
 
     EXPECT_STREQ([[object description] UTF8String], fallback.expected);
-    ASSERT_EQ(host.CallsOf(fallback.getter), 1);
-    for (const qzlhost::TraceEntry &entry : host.Trace())
-        if (entry.function == fallback.getter)
-            EXPECT_NE(entry.arguments.find('"' + std::string(fallback.property) + '"'), std::string::npos);
+    const std::vector<std::string> asked = ArgumentsOf(host, fallback.getter);
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_NE(asked[0].find('"' + std::string(fallback.property) + '"'), std::string::npos);
 }
 
 TEST_P(ValueByFallback, IsEmptyWithoutBoth)

@@ -1,7 +1,8 @@
 // Cocoa arrays and sets become host arrays of objects.
 #include <set>
 
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

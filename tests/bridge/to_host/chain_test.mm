@@ -5,7 +5,7 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include "family/family.h"
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -2,7 +2,8 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

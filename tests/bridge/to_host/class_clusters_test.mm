@@ -1,7 +1,7 @@
 // Objects of Foundation's class clusters become host values by what they are, whatever their hidden class.
 #import <Foundation/Foundation.h>
 
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

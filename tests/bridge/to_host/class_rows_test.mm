@@ -8,7 +8,7 @@
 #include <iterator>
 #include <ostream>
 
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -11,24 +11,12 @@
 
 #include "bridge/to_host/conversion_steps.h"
 #include "bridge/to_host/root_class_kind.h"
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/class_look_ups.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
-
-/// The class that the library does not find by its name, for now; null for none.
-static const char *gHiddenClass = nullptr;
-/// How often a class was looked up by its name.
-static std::atomic<int> gLookUps{0};
-
-// The linker leads the library's lookups here.
-extern "C" Class __real_objc_getClass(const char *name);
-extern "C" Class __wrap_objc_getClass(const char *name)
-{
-    ++gLookUps;
-    const bool hidden = gHiddenClass != nullptr && std::strcmp(name, gHiddenClass) == 0;
-    return hidden ? Nil : __real_objc_getClass(name);
-}
 
 /// Answers as an object of a class would, without being one: it must be asked about each class in turn.
 @interface QZLTestStandIn : NSObject {
@@ -244,14 +232,14 @@ TEST_F(ClassSteps, ClassThatAppearsLaterIsTakenUp)
     const std::array<id, 2> pipes = {MakeObject(MakeClass("QZLTestPipe", [NSPipe class])),
                                      MakeStandIn([NSPipe class])};
     // The last step finds the host classes along the class chain, and registers nothing.
-    gHiddenClass = "NSPipe";
+    ClassLookUps::hidden = "NSPipe";
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(HostClassOf(plain), "NSObjectQZL");
         for (const id pipe : pipes)
             EXPECT_FALSE(IsRegisteredWhenConverted(registry, pipe));
     }
 
-    gHiddenClass = nullptr;
+    ClassLookUps::hidden = nullptr;
 
     EXPECT_EQ(HostClassOf(plain), "NSObjectQZL");
     for (const id pipe : pipes) {
@@ -266,9 +254,9 @@ TEST_F(ClassSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
     StartWith({"NSPathComponentCell", "NSCell"});
     const Registry registry;
     const UninitializedObject cell(objc_getClass("NSPathComponentCell"));
-    gHiddenClass = "NSPathComponentCell";
+    ClassLookUps::hidden = "NSPathComponentCell";
     EXPECT_FALSE(IsRegisteredWhenConverted(registry, cell.Get()));
-    gHiddenClass = nullptr;
+    ClassLookUps::hidden = nullptr;
     EXPECT_TRUE(IsRegisteredWhenConverted(registry, cell.Get()));
 }
 
@@ -384,10 +372,10 @@ TEST_F(ClassSteps, ObjectThatSaysItIsOfAnotherClassIsAsked)
         }
     });
     const id object = MakeObject(liar);
-    gLookUps = 0;
+    ClassLookUps::count = 0;
     // By which of its two classes is for its own method to say.
     EXPECT_EQ(HostClassOf(object), [object isKindOfClass:[NSTask class]] ? "NSTaskQZL" : "NSPipeQZL");
-    EXPECT_GT(gLookUps, 3);
+    EXPECT_GT(ClassLookUps::count, 3);
 }
 
 TEST_F(ClassSteps, RowBehindAMissingClassIsFoundWithAsFewLookUps)
@@ -397,18 +385,18 @@ TEST_F(ClassSteps, RowBehindAMissingClassIsFoundWithAsFewLookUps)
     const UninitializedObject expression([NSExpression class]);
     const auto lookUpsFor = [&](id object) {
         Convert(object);
-        gLookUps = 0;
+        ClassLookUps::count = 0;
         Convert(object);
-        return gLookUps.load();
+        return ClassLookUps::count.load();
     };
     const int ofPlain = lookUpsFor(plain);
     const int ofExpression = lookUpsFor(expression.Get());
     EXPECT_LE(ofPlain, 1);
     EXPECT_LE(ofExpression, 1);
-    gHiddenClass = "NSPathCell";
+    ClassLookUps::hidden = "NSPathCell";
     EXPECT_EQ(lookUpsFor(plain), ofPlain);
     EXPECT_EQ(lookUpsFor(expression.Get()), ofExpression);
-    gHiddenClass = nullptr;
+    ClassLookUps::hidden = nullptr;
 }
 
 TEST_F(ClassSteps, NoLinkedClassDerivesFromAnother)

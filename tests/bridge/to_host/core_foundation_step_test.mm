@@ -4,8 +4,9 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "tests/bridge/to_host/conversion_doubles.h"
-#include "tests/bridge/to_host/standard_exceptions.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/raising.h"
+#include "tests/support/throwing.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -297,9 +298,9 @@ protected:
 
 TEST_F(CoreFoundationInstance, ThatIsRefusedByAStandardExceptionPassesIt)
 {
-    const id object = StartFailing(ThrowStandardException);
+    const id object = StartFailing(ThrowForTest);
     const NSUInteger retains = [object retainCount];
-    EXPECT_TRUE(PassesStandardException([&] { NewVariantFromNSObject(object); }));
+    EXPECT_TRUE(EndsThrown([&] { NewVariantFromNSObject(object); }));
     EXPECT_EQ(gNewInstances, 1) << "the class chain is not tried";
     EXPECT_EQ([object retainCount], retains);
 }

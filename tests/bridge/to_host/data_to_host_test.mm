@@ -1,5 +1,6 @@
 // Cocoa data become host memory blocks.
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 #include <random>
 

@@ -1,5 +1,6 @@
 // Cocoa dates become host Dates with the wall clock of the default time zone.
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 #include <cmath>
 #include <cstdio>

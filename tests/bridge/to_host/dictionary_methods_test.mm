@@ -2,12 +2,12 @@
 // order an entry is converted, stored and given back.
 #import <Foundation/Foundation.h>
 
-#include <algorithm>
 #include <cstring>
 
-#include "tests/bridge/to_host/ordered_dictionary.h"
 #include "tests/bridge/to_host/program_reading_test.h"
 #include "tests/support/log_capture.h"
+#include "tests/support/ordered_dictionary.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -38,31 +38,12 @@ constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
 
 class DictionaryMethods : public ProgramReadingTest {
 protected:
-    /// How often a method was loaded.
-    int64_t LoadsOf(const std::string &declaration)
-    {
-        const std::vector<qzlhost::TraceEntry> trace = host().Trace();
-        return std::count_if(trace.begin(), trace.end(), [&](const qzlhost::TraceEntry &entry) {
-            return entry.function == "REALLoadObjectMethod" &&
-                   entry.arguments.find('"' + declaration + '"') != std::string::npos;
-        });
-    }
-
     void ExpectLoadsOfEach(int64_t count)
     {
         for (const char *declaration : {kSetter, kGetter, kKeyGetter})
-            EXPECT_EQ(LoadsOf(declaration), count) << declaration;
+            EXPECT_EQ(LoadsOf(host(), declaration), count) << declaration;
     }
 };
-
-/// Without a list of keys or values there is none.
-NSDictionary *Entries(NSArray *keys, NSArray *values)
-{
-    QZLOrderedDictionary *const made = [[[QZLOrderedDictionary alloc] init] autorelease];
-    made->keys = [keys retain];
-    made->values = [values retain];
-    return made;
-}
 
 using NewInstance = void *(const char *name);
 using LockObject = void(void *instance);
@@ -111,9 +92,10 @@ TEST_F(DictionaryMethods, AreLoadedOnceForAFlatDictionary)
 TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheValues)
 {
     Host &host = Start();
-    NSDictionary *const inner = Entries(@[ @"x", @"y" ], @[ @1, @2 ]);
-    const Value dictionary = ReadUserInfo(Entries(@[ @"before", @"nested", @"after", @"empty", @"last" ],
-                                                  @[ @1, inner, @2, [NSDictionary dictionary], @3 ]));
+    NSDictionary *const inner = OrderedDictionary(@[ @"x", @"y" ], @[ @1, @2 ]);
+    const Value dictionary =
+        ReadUserInfo(OrderedDictionary(@[ @"before", @"nested", @"after", @"empty", @"last" ],
+                                       @[ @1, inner, @2, [NSDictionary dictionary], @3 ]));
 
     ASSERT_EQ(host.DictionaryCount(dictionary), 5);
     EXPECT_EQ(host.DictionaryGet(dictionary, "before").AsInteger(), 1);
@@ -131,8 +113,8 @@ TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheValues)
 TEST_F(DictionaryMethods, AreNotLoadedAgainAfterADictionaryWithoutAListOfKeys)
 {
     Host &host = Start();
-    const Value dictionary =
-        ReadUserInfo(Entries(@[ @"before", @"nested", @"after" ], @[ @1, Entries(nil, nil), @2 ]));
+    const Value dictionary = ReadUserInfo(
+        OrderedDictionary(@[ @"before", @"nested", @"after" ], @[ @1, OrderedDictionary(nil, nil), @2 ]));
     ASSERT_EQ(host.DictionaryCount(dictionary), 3);
     EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
     const Value nested = host.DictionaryGet(dictionary, "nested");
@@ -145,7 +127,7 @@ TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheKeys)
 {
     Host &host = Start();
     const Value dictionary =
-        ReadUserInfo(Entries(@[ @"before", @{@"a" : @"key"}, @"after" ], @[ @1, @2, @3 ]));
+        ReadUserInfo(OrderedDictionary(@[ @"before", @{@"a" : @"key"}, @"after" ], @[ @1, @2, @3 ]));
     ASSERT_EQ(host.DictionaryCount(dictionary), 3);
     EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 3);
     ExpectLoadsOfEach(3);
@@ -154,7 +136,11 @@ TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheKeys)
 TEST_F(DictionaryMethods, AreLoadedAfterADictionaryInsideAnArray)
 {
     Host &host = Start();
-    const Value dictionary = ReadUserInfo(Entries(@[ @"list", @"after" ], @[ @[ @{@"in" : @1} ], @2 ]));
+    const Value dictionary =
+        ReadUserInfo(OrderedDictionary(@[ @"list", @"after" ], @[ @[
+                                                                     @{@"in" : @1}
+                                                                 ],
+                                                                  @2 ]));
     const Value list = host.DictionaryGet(dictionary, "list");
     EXPECT_EQ(host.DictionaryGet(host.ArrayElement(list, 0), "in").AsInteger(), 1);
     EXPECT_EQ(host.DictionaryGet(dictionary, "after").AsInteger(), 2);
@@ -176,7 +162,7 @@ TEST_F(OneDictionary, HasItsMethodsLoadedAfterAConversionThatRaised)
     StartWithOneDictionary();
     const Value first = ReadUserInfo(@{});
     const LogCapture log;
-    EXPECT_TRUE(ReadUserInfo(Entries(@[ @"whole", @"broken" ], @[ @1, @2 ])).IsNil());
+    EXPECT_TRUE(ReadUserInfo(OrderedDictionary(@[ @"whole", @"broken" ], @[ @1, @2 ])).IsNil());
     EXPECT_EQ(log.Lines().size(), 1u) << "the exception";
     ExpectLoadsOfEach(1);
     const Value second = ReadUserInfo(@{@"c" : @3});
@@ -203,7 +189,7 @@ TEST_F(DictionaryMethods, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
 TEST_F(DictionaryMethods, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBack)
 {
     Host &host = Start();
-    const Value dictionary = ReadUserInfo(Entries(@[ @"one", @"two" ], @[ @7, @8 ]));
+    const Value dictionary = ReadUserInfo(OrderedDictionary(@[ @"one", @"two" ], @[ @7, @8 ]));
     std::vector<std::string> calls;
     for (const qzlhost::TraceEntry &entry : host.Trace()) {
         if (entry.function == "Dictionary.Value=")
@@ -219,8 +205,7 @@ TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
 {
     Host &host = Start();
     QZLTestGrowingKeys *const keys = [[[QZLTestGrowingKeys alloc] init] autorelease];
-    QZLOrderedDictionary *const entries = [[[QZLOrderedDictionary alloc] init] autorelease];
-    entries->keys = [keys retain];
+    NSDictionary *const entries = OrderedDictionary(keys, nil);
     keys->counts = 0;
     const Value dictionary = ReadUserInfo(entries);
     EXPECT_EQ(host.DictionaryCount(dictionary), 2);
@@ -230,7 +215,7 @@ TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
 TEST_F(DictionaryMethods, AreNotNeededWithoutAListOfKeys)
 {
     Host &host = Start();
-    const Value dictionary = ReadUserInfo(Entries(nil, nil));
+    const Value dictionary = ReadUserInfo(OrderedDictionary(nil, nil));
     EXPECT_EQ(host.ClassOf(dictionary), "Dictionary");
     EXPECT_EQ(host.DictionaryCount(dictionary), 0);
     EXPECT_EQ(host.References(dictionary), 1);

@@ -1,8 +1,9 @@
 // Cocoa dictionaries become host Dictionaries.
 #include "bridge/to_host/dictionary_to_host.h"
 
-#include "tests/bridge/to_host/ordered_dictionary.h"
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/ordered_dictionary.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -26,14 +27,6 @@ protected:
         return host;
     }
 };
-
-NSDictionary *Ordered(NSArray *keys, NSArray *values)
-{
-    QZLOrderedDictionary *const made = [[[QZLOrderedDictionary alloc] init] autorelease];
-    made->keys = [keys retain];
-    made->values = [values retain];
-    return made;
-}
 
 } // namespace
 
@@ -68,7 +61,7 @@ TEST_F(DictionaryKeyToHost, KeysOfEveryKindKeepTheirKind)
     constexpr int64_t kCodes[] = {code::String,  code::Int64, code::Double, code::Single,
                                   code::Boolean, code::Date,  code::Object, code::Array + code::Object,
                                   code::Object,  code::String};
-    const Value dictionary = Convert(Ordered(keys, keys));
+    const Value dictionary = Convert(OrderedDictionary(keys, keys));
     ASSERT_EQ(host.DictionaryCount(dictionary), static_cast<int64_t>(std::size(kCodes)));
     for (size_t index = 0; index < std::size(kCodes); ++index) {
         const Value key = host.DictionaryKey(dictionary, static_cast<int64_t>(index));
@@ -93,8 +86,8 @@ TEST_F(DictionaryToHost, NullAsAKeyIsNil)
 TEST_F(DictionaryToHost, LastOfSeveralKeysThatBecomeNilWins)
 {
     Host &host = Start();
-    const Value dictionary =
-        Convert(Ordered(@[ [NSNull null], @"other", [NSData data] ], @[ @"first", @"kept", @"last" ]));
+    const Value dictionary = Convert(
+        OrderedDictionary(@[ [NSNull null], @"other", [NSData data] ], @[ @"first", @"kept", @"last" ]));
     EXPECT_EQ(host.DictionaryCount(dictionary), 2);
     EXPECT_EQ(host.DictionaryGet(dictionary, Value()).AsString(), "last");
     EXPECT_EQ(host.DictionaryGet(dictionary, "other").AsString(), "kept");
@@ -121,7 +114,8 @@ TEST_F(DictionaryToHost, SameContainerTwiceBecomesTwoValues)
     Host &host = Start();
     NSArray *const array = @[ @"shared" ];
     NSDictionary *const inner = @{@"in" : @"shared"};
-    const Value dictionary = Convert(Ordered(@[ @"a", @"b", @"c", @"d" ], @[ array, array, inner, inner ]));
+    const Value dictionary =
+        Convert(OrderedDictionary(@[ @"a", @"b", @"c", @"d" ], @[ array, array, inner, inner ]));
     const Value first = host.DictionaryGet(dictionary, "c");
     const Value second = host.DictionaryGet(dictionary, "d");
     EXPECT_NE(host.DictionaryGet(dictionary, "a").ObjectPointer(),
@@ -199,7 +193,7 @@ TEST_F(DictionaryToHost, HostWithoutDictionariesGivesNull)
 TEST_F(DictionaryToHost, CocoaExceptionAtAnEntryLeavesNothingBehind)
 {
     Host &host = Start();
-    NSDictionary *const broken = Ordered(@[ @"whole", @"broken" ], @[ @{@"in" : @1}, @2 ]);
+    NSDictionary *const broken = OrderedDictionary(@[ @"whole", @"broken" ], @[ @{@"in" : @1}, @2 ]);
     bool raised = false;
     @try {
         NewVariantFromNSObject(broken);

@@ -3,8 +3,9 @@
 #include <objc/runtime.h>
 
 #include "family/family.h"
-#include "tests/bridge/to_host/conversion_doubles.h"
-#include "tests/bridge/to_host/standard_exceptions.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/raising.h"
+#include "tests/support/throwing.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -13,18 +14,10 @@ namespace {
 
 using ConversionException = LinkedTest;
 
-NSString *const kRaisedName = @"QZLTestException";
-
-/// Raises in the place of any method.
-id Raise(id, SEL selector)
-{
-    [NSException raise:kRaisedName format:@"from %s", sel_getName(selector)];
-    return nil;
-}
-
+/// In the place of any method.
 RuntimeMethod Raising(const char *selector, const char *types = "@16@0:8")
 {
-    return {selector, reinterpret_cast<IMP>(Raise), types};
+    return {selector, reinterpret_cast<IMP>(RaiseInHost), types};
 }
 
 /// The object, with a method that raises.
@@ -108,25 +101,13 @@ const FailingFunction kFailingFunctions[] = {
     {"RuntimeArrayCreateSingleDimBoundedArray", false},
 };
 
-/// In the place of a host function with any arguments.
-void *RaiseInHost()
-{
-    [NSException raise:kRaisedName format:@"from the host"];
-    return nullptr;
-}
-
-void *ThrowInHost()
-{
-    ThrowStandardException();
-}
-
 class FailingHost : public ConversionException, public testing::WithParamInterface<FailingFunction> {};
 
-class RaisingObject : public ConversionException, public testing::WithParamInterface<RaisingStep> {};
+class RaisingStepOfTheChain : public ConversionException, public testing::WithParamInterface<RaisingStep> {};
 
 } // namespace
 
-TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
+TEST_P(RaisingStepOfTheChain, PassesTheExceptionToTheCallerAndLeavesNothing)
 {
     Host &host = Start();
     Family family(host);
@@ -139,7 +120,7 @@ TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
     {
         const qzlhost::AutoreleasePool pool;
         NSString *const raised = ExceptionRaisedBy([&] { NewVariantFromNSObject(object); });
-        EXPECT_TRUE([raised isEqualToString:kRaisedName]);
+        EXPECT_TRUE([raised isEqualToString:kRaised]);
     }
     EXPECT_TRUE(host.TakeException().IsNil()) << "a Cocoa exception, not yet a host exception";
     EXPECT_EQ([object retainCount], retains);
@@ -147,7 +128,7 @@ TEST_P(RaisingObject, PassesTheExceptionToTheCallerAndLeavesNothing)
     // The accounts at the end show a host array or dictionary that was begun.
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingObject, testing::ValuesIn(kRaisingSteps),
+INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingStepOfTheChain, testing::ValuesIn(kRaisingSteps),
                          [](const testing::TestParamInfo<RaisingStep> &info) {
                              return std::string(info.param.name);
                          });
@@ -162,10 +143,9 @@ TEST_P(FailingHost, PassesTheExceptionToTheCallerAndLeavesNothing)
     {
         const qzlhost::AutoreleasePool pool;
         if (GetParam().isCocoa)
-            EXPECT_TRUE(
-                [ExceptionRaisedBy([&] { NewVariantFromNSObject(array); }) isEqualToString:kRaisedName]);
+            EXPECT_TRUE([ExceptionRaisedBy([&] { NewVariantFromNSObject(array); }) isEqualToString:kRaised]);
         else
-            EXPECT_TRUE(PassesStandardException([&] { NewVariantFromNSObject(array); }));
+            EXPECT_TRUE(EndsThrown([&] { NewVariantFromNSObject(array); }));
     }
     EXPECT_EQ([array retainCount], 1u);
     // The accounts at the end show what was begun and not given back.

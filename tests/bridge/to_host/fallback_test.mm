@@ -4,7 +4,7 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

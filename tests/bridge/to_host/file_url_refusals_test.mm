@@ -5,9 +5,11 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/bridge/to_host/file_manager_double.h"
-#include "tests/bridge/to_host/standard_exceptions.h"
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/core_foundation_double.h"
+#include "tests/support/raising.h"
+#include "tests/support/throwing.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -33,7 +35,7 @@ protected:
     }
     ~FileURLRefusals() override
     {
-        TheFileManager().ReleaseMade();
+        TheCoreFoundation().ReleaseMade();
         fs::remove_all(folder_);
     }
 
@@ -91,7 +93,7 @@ protected:
     /// That the library holds none of the objects that it got, which are so many.
     static void ExpectReleased(size_t count)
     {
-        EXPECT_EQ(TheFileManager().ReleaseMade(), std::pair(count, count));
+        EXPECT_EQ(TheCoreFoundation().ReleaseMade(), std::pair(count, count));
     }
 
 private:
@@ -131,18 +133,6 @@ REALobject NotePath(REALstring path, int64_t mode)
     return nullptr;
 }
 
-/// In the place of a host function with any arguments.
-void *Raise()
-{
-    [NSException raise:@"Broken" format:@"no answer"];
-    return nullptr;
-}
-
-void *Throw()
-{
-    ThrowStandardException();
-}
-
 /// A host function or method that does not return, and how.
 struct FailingRow {
     const char *testName;
@@ -155,14 +145,14 @@ struct FailingRow {
 
 /// On the way by path, and on that by parent.
 constexpr FailingRow kFailingByPath[] = {
-    {"CocoaWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, Raise, true},
-    {"StandardWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, Throw, false},
-    {"CocoaFromTheFunction", kGetTrueFolderItem, true, Raise, true},
-    {"StandardFromTheFunction", kGetTrueFolderItem, true, Throw, false},
+    {"CocoaWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, RaiseInHost, true},
+    {"StandardWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, ThrowInHost, false},
+    {"CocoaFromTheFunction", kGetTrueFolderItem, true, RaiseInHost, true},
+    {"StandardFromTheFunction", kGetTrueFolderItem, true, ThrowInHost, false},
 };
 constexpr FailingRow kFailingByParent[] = {
-    {"Cocoa", kByParent, false, Raise, true},
-    {"Standard", kByParent, false, Throw, false},
+    {"Cocoa", kByParent, false, RaiseInHost, true},
+    {"Standard", kByParent, false, ThrowInHost, false},
 };
 
 class HostExceptions : public FileURLRefusals, public ::testing::WithParamInterface<FailingRow> {
@@ -182,9 +172,9 @@ protected:
     void ExpectException(NSURL *url)
     {
         if (GetParam().isCocoa)
-            EXPECT_TRUE([ExceptionRaisedBy([&] { NSURLRBFile(url); }) isEqualToString:@"Broken"]);
+            EXPECT_TRUE([ExceptionRaisedBy([&] { NSURLRBFile(url); }) isEqualToString:kRaised]);
         else
-            EXPECT_TRUE(PassesStandardException([&] { NSURLRBFile(url); }));
+            EXPECT_TRUE(EndsThrown([&] { NSURLRBFile(url); }));
     }
 };
 
@@ -210,7 +200,7 @@ TEST_F(FileURLRefusals, NilIsNullAndNothingIsAsked)
 {
     Start();
     EXPECT_EQ(NSURLRBFile(nil), nullptr);
-    EXPECT_TRUE(TheFileManager().catalogCalls.empty());
+    EXPECT_TRUE(TheCoreFoundation().catalogCalls.empty());
     ExpectReleased(0);
 }
 
@@ -222,15 +212,15 @@ TEST_F(FileURLRefusals, ExistingItemIsAskedForItsParentAndItsNameAndTheParentWhe
     const std::string file = BytesOf(ReferenceOf(File()));
     const std::string folder = BytesOf(ReferenceOf(File().parent_path()));
     ExpectItemByParent();
-    EXPECT_EQ(TheFileManager().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true},
-                                                                       {file, 0, false, true, false},
-                                                                       {folder, 0, false, false, false}}));
+    EXPECT_EQ(TheCoreFoundation().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true},
+                                                                          {file, 0, false, true, false},
+                                                                          {folder, 0, false, false, false}}));
 }
 
 TEST_P(ExistingItemRefusals, ItemIsMadeOfItsPath)
 {
     Start();
-    TheFileManager().refusal = GetParam();
+    TheCoreFoundation().refusal = GetParam();
     ExpectItemByPath();
 }
 
@@ -241,20 +231,20 @@ INSTANTIATE_TEST_SUITE_P(Rows, ExistingItemRefusals,
 TEST_F(FileURLRefusals, ItemWithoutParentIsAskedNothingElse)
 {
     Start();
-    TheFileManager().refusal = Refusal::NodeAndParent;
+    TheCoreFoundation().refusal = Refusal::NodeAndParent;
     const std::string file = BytesOf(ReferenceOf(File()));
     ExpectItemByPath();
-    EXPECT_EQ(TheFileManager().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true}}));
+    EXPECT_EQ(TheCoreFoundation().catalogCalls, (std::vector<CatalogCall>{{file, 0x10, true, false, true}}));
 }
 
 TEST_F(FileURLRefusals, NodeNumberTwoIsTheRootOfAVolumeWhoseParentIsNothing)
 {
     Start();
-    TheFileManager().nodeID = 2;
-    TheFileManager().marksParents = true;
+    TheCoreFoundation().nodeID = 2;
+    TheCoreFoundation().marksParents = true;
     ExpectItemByPath();
-    ASSERT_FALSE(TheFileManager().catalogCalls.empty());
-    EXPECT_EQ(TheFileManager().catalogCalls.back(),
+    ASSERT_FALSE(TheCoreFoundation().catalogCalls.empty());
+    EXPECT_EQ(TheCoreFoundation().catalogCalls.back(),
               (CatalogCall{std::string(80, '\0'), 0, false, false, false}));
 }
 
@@ -263,7 +253,7 @@ TEST_F(FileURLRefusals, OtherNodeNumbersAreThoseOfItemsInFolders)
     Host &host = Start();
     for (const UInt32 number : {1u, 3u, 0x102u, 0x80000002u}) {
         SCOPED_TRACE(number);
-        TheFileManager().nodeID = number;
+        TheCoreFoundation().nodeID = number;
         host.ClearTrace();
         ExpectItemByParent();
     }
@@ -273,8 +263,8 @@ TEST_F(FileURLRefusals, ItemWithoutParentAndPathIsAString)
 {
     Host &host = Start();
     // A root of a volume, since only one thing is refused at a time.
-    TheFileManager().nodeID = 2;
-    TheFileManager().refusal = Refusal::Path;
+    TheCoreFoundation().nodeID = 2;
+    TheCoreFoundation().refusal = Refusal::Path;
     ExpectNoItem(URL(File()));
     EXPECT_EQ(host.AsksFor("REALLoadGlobalMethod"), 0) << "the function for paths was not looked for";
 }
@@ -284,9 +274,9 @@ TEST_F(FileURLRefusals, PathIsReadUpToItsEndFromAClearedBuffer)
     Start(2024.01, [](Host &unloaded) {
         unloaded.ReplaceMethod(kGetTrueFolderItem, reinterpret_cast<void *>(&NotePath));
     });
-    TheFileManager().refusal = Refusal::Name;
+    TheCoreFoundation().refusal = Refusal::Name;
     for (const std::string &path : {std::string("/caf\u00e9"), "/" + std::string(4094, 'p')}) {
-        TheFileManager().path = path;
+        TheCoreFoundation().path = path;
         gGivenPaths.clear();
         EXPECT_EQ(NSURLRBFile(URL(File())), nullptr) << "the host made no item";
         ASSERT_EQ(gGivenPaths.size(), 1u);
@@ -294,7 +284,7 @@ TEST_F(FileURLRefusals, PathIsReadUpToItsEndFromAClearedBuffer)
         EXPECT_EQ(gGivenPaths[0].encoding, qzlhost::encoding::UTF8);
         EXPECT_EQ(gGivenPaths[0].mode, 3);
     }
-    EXPECT_EQ(TheFileManager().pathBuffers, std::vector<std::string>(2, std::string(4096, '\0')));
+    EXPECT_EQ(TheCoreFoundation().pathBuffers, std::vector<std::string>(2, std::string(4096, '\0')));
 }
 
 TEST_F(FileURLRefusals, ItemThatTheHostDoesNotMakeOfParentAndNameIsNone)
@@ -324,7 +314,7 @@ TEST_F(FileURLRefusals, MissingItemLeavesNoObjectsBehind)
 TEST_F(FileURLRefusals, NameThatCannotBeCopiedStaysAsItIs)
 {
     Host &host = Start();
-    TheFileManager().refusal = Refusal::MutableCopy;
+    TheCoreFoundation().refusal = Refusal::MutableCopy;
     {
         const qzlhost::AutoreleasePool pool;
         const Value item = Owned(NSURLRBFile(URL(Missing())));
@@ -337,7 +327,7 @@ TEST_F(FileURLRefusals, NameThatCannotBeCopiedStaysAsItIs)
 TEST_P(MissingItemRefusals, MakeItAString)
 {
     Start();
-    TheFileManager().refusal = GetParam().refusal;
+    TheCoreFoundation().refusal = GetParam().refusal;
     {
         const qzlhost::AutoreleasePool pool;
         ExpectNoItem(URL(Missing()));
@@ -353,7 +343,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, MissingItemRefusals, ::testing::ValuesIn(kMissing
 TEST_P(FileURLByPath, ExceptionPassesAndTheStringIsGivenBack)
 {
     StartFailing();
-    TheFileManager().refusal = Refusal::Name;
+    TheCoreFoundation().refusal = Refusal::Name;
     ExpectException(URL(File()));
     // It was made; the accounts at the end would show it.
     EXPECT_EQ(host().CallsOf("REALUnlockString"), 1);

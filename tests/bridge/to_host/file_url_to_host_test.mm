@@ -7,7 +7,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -1,5 +1,6 @@
 // Cocoa numbers become host variants, by the type that they say they hold.
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 

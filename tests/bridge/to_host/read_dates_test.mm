@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "tests/bridge/to_host/program_reading_test.h"
+#include "tests/support/replaced_method.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -99,13 +100,11 @@ TEST_F(ReadDates, WithoutACalendarDateThereIsNone)
     const SEL initializer = @selector(initWithTimeIntervalSinceReferenceDate:);
     const Method method = class_getInstanceMethod([NSCalendarDate class], initializer);
     ASSERT_NE(method, class_getInstanceMethod([NSDate class], initializer)) << "of its own";
-    const IMP original = method_setImplementation(method, reinterpret_cast<IMP>(MakeNoDate));
-
-    const int instances = host.CallsOf("PluginNewInstance");
-    const Value date = ReadDate(0);
-    method_setImplementation(method, original);
-
-    EXPECT_TRUE(date.IsNil());
-    EXPECT_EQ(host.CallsOf("PluginNewInstance"), instances) << "no later step is tried";
+    {
+        const ReplacedMethod replaced(method, &MakeNoDate);
+        const int instances = host.CallsOf("PluginNewInstance");
+        EXPECT_TRUE(ReadDate(0).IsNil());
+        EXPECT_EQ(host.CallsOf("PluginNewInstance"), instances) << "no later step is tried";
+    }
     EXPECT_FALSE(ReadDate(0).IsNil());
 }

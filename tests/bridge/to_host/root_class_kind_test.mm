@@ -3,7 +3,8 @@
 #include <objc/runtime.h>
 
 #include "bridge/to_host/root_class_kind.h"
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/replaced_method.h"
 
 namespace {
 
@@ -134,10 +135,12 @@ TEST_F(RootClassKind, IsOfNoObjectOnceNSObjectsMethodIsAnother)
 {
     const id object = MakeObject([NSObject class]);
     ASSERT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
-    const Method method = class_getInstanceMethod([NSObject class], @selector(isKindOfClass:));
-    const IMP original = method_setImplementation(method, reinterpret_cast<IMP>(AnswerNo));
-    const bool leavesIt = LeavesItsKindToTheRootClass(object_getClass(object));
-    method_setImplementation(method, original);
+    bool leavesIt = true;
+    {
+        const ReplacedMethod replaced(class_getInstanceMethod([NSObject class], @selector(isKindOfClass:)),
+                                      &AnswerNo);
+        leavesIt = LeavesItsKindToTheRootClass(object_getClass(object));
+    }
     EXPECT_FALSE(leavesIt);
     EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
 }

@@ -1,7 +1,8 @@
 // Strings, and URLs that are no files, become variants of host strings.
 #import <Foundation/Foundation.h>
 
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -1,5 +1,5 @@
 // Structures in Cocoa values become host instances.
-#include "tests/bridge/to_host/to_host_test.h"
+#include "tests/support/conversion_doubles.h"
 
 #include <array>
 #include <cmath>

@@ -6,7 +6,7 @@
 #include <objc/runtime.h>
 
 #include "bridge/instance_data.h"
-#include "tests/bridge/to_host/conversion_doubles.h"
+#include "tests/support/conversion_doubles.h"
 
 using qzlhost::Host;
 using qzlhost::Value;

@@ -1,5 +1,5 @@
 // Writes down the messages that a notification centre gets.
-#include "tests/notifications/recording_center.h"
+#include "tests/support/recording_center.h"
 
 namespace {
 

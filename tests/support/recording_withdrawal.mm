@@ -1,7 +1,9 @@
 // Puts centres that record in the places of four of Cocoa's.
-#include "tests/notifications/recording_withdrawal.h"
+#include "tests/support/recording_withdrawal.h"
 
 #import <AppKit/AppKit.h>
+
+#include "tests/support/replaced_method.h"
 
 namespace {
 
@@ -47,14 +49,12 @@ std::vector<std::string> MessagesToTheFourCenters(RecordedMessages &recorded,
     gWorkspace = recorded.NewCenter("workspace");
     // Made before, since it asks for centres of its own.
     NSWorkspace *const workspace = [NSWorkspace sharedWorkspace];
-    const SwappedMethod distributed(ClassMethod("NSDistributedNotificationCenter", @selector(defaultCenter)),
-                                    reinterpret_cast<IMP>(Distributed));
-    const SwappedMethod process(ClassMethod("NSNotificationCenter", @selector(defaultCenter)),
-                                reinterpret_cast<IMP>(Default));
-    const SwappedMethod service(ClassMethod("IMService", @selector(notificationCenter)),
-                                reinterpret_cast<IMP>(Service));
-    const SwappedMethod workspaces(class_getInstanceMethod([workspace class], @selector(notificationCenter)),
-                                   reinterpret_cast<IMP>(Workspace));
+    const ReplacedMethod distributed(ClassMethod("NSDistributedNotificationCenter", @selector(defaultCenter)),
+                                     &Distributed);
+    const ReplacedMethod process(ClassMethod("NSNotificationCenter", @selector(defaultCenter)), &Default);
+    const ReplacedMethod service(ClassMethod("IMService", @selector(notificationCenter)), &Service);
+    const ReplacedMethod workspaces(class_getInstanceMethod([workspace class], @selector(notificationCenter)),
+                                    &Workspace);
     recorded.Take();
     body();
     return recorded.Take();

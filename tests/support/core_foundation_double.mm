@@ -1,5 +1,5 @@
 // The platform's calls for files and their URLs, as the linker leads the library's to them.
-#include "tests/bridge/to_host/file_manager_double.h"
+#include "tests/support/core_foundation_double.h"
 
 #import <Foundation/Foundation.h>
 
@@ -10,9 +10,11 @@
 
 namespace {
 
+constexpr char kEndsTheProcess[] = "on macOS it ends the process";
+
 bool Refuses(Refusal refusal)
 {
-    return TheFileManager().refusal == refusal;
+    return TheCoreFoundation().refusal == refusal;
 }
 
 /// Notes an object that goes to the library; null stays null.
@@ -20,14 +22,14 @@ template <typename Reference>
 Reference Noted(Reference object)
 {
     if (object != nullptr)
-        TheFileManager().made.push_back(CFRetain(object));
+        TheCoreFoundation().made.push_back(CFRetain(object));
     return object;
 }
 
 /// Whether the URL was made for the library.
 bool IsMade(CFURLRef url)
 {
-    const std::vector<CFTypeRef> &made = TheFileManager().made;
+    const std::vector<CFTypeRef> &made = TheCoreFoundation().made;
     return std::find(made.begin(), made.end(), url) != made.end();
 }
 
@@ -46,7 +48,7 @@ std::string BytesOf(const FSRef &reference)
     return {reinterpret_cast<const char *>(&reference), sizeof reference};
 }
 
-std::pair<size_t, size_t> FileManagerDouble::ReleaseMade()
+std::pair<size_t, size_t> CoreFoundationDouble::ReleaseMade()
 {
     size_t alone = 0;
     for (const CFTypeRef object : made) {
@@ -58,9 +60,9 @@ std::pair<size_t, size_t> FileManagerDouble::ReleaseMade()
     return {count, alone};
 }
 
-FileManagerDouble &TheFileManager()
+CoreFoundationDouble &TheCoreFoundation()
 {
-    static FileManagerDouble one;
+    static CoreFoundationDouble one;
     return one;
 }
 
@@ -71,7 +73,7 @@ OSErr __real_FSGetCatalogInfo(const FSRef *, FSCatalogInfoBitmap, FSCatalogInfo 
 OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information, FSCatalogInfo *catalog,
                               HFSUniStr255 *name, FSSpecPtr oldReference, FSRef *parent)
 {
-    FileManagerDouble &manager = TheFileManager();
+    CoreFoundationDouble &manager = TheCoreFoundation();
     manager.catalogCalls.push_back(
         {BytesOf(*item), information, catalog != nullptr, name != nullptr, parent != nullptr});
     const OSErr error = __real_FSGetCatalogInfo(item, information, catalog, name, oldReference, parent);
@@ -91,7 +93,7 @@ OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information
 OSStatus __real_FSRefMakePath(const FSRef *, UInt8 *, UInt32);
 OSStatus __wrap_FSRefMakePath(const FSRef *item, UInt8 *buffer, UInt32 size)
 {
-    FileManagerDouble &manager = TheFileManager();
+    CoreFoundationDouble &manager = TheCoreFoundation();
     manager.pathBuffers.emplace_back(reinterpret_cast<const char *>(buffer), size);
     if (manager.path.empty()) {
         const OSStatus error = __real_FSRefMakePath(item, buffer, size);
@@ -112,26 +114,50 @@ CFURLRef __wrap_CFURLCreateCopyDeletingLastPathComponent(CFAllocatorRef allocato
 Boolean __real_CFURLGetFSRef(CFURLRef, FSRef *);
 Boolean __wrap_CFURLGetFSRef(CFURLRef url, FSRef *reference)
 {
-    EXPECT_NE(url, nullptr) << "of no URL a reference was wanted";
+    EXPECT_NE(url, nullptr) << kEndsTheProcess;
     const Boolean isThere = __real_CFURLGetFSRef(url, reference);
     return Refuses(Refusal::FolderReference) && IsMade(url) ? Boolean{false} : isThere;
+}
+
+CFURLRef __real_CFURLCreateFromFSRef(CFAllocatorRef, const FSRef *);
+CFURLRef __wrap_CFURLCreateFromFSRef(CFAllocatorRef allocator, const FSRef *reference)
+{
+    return Refuses(Refusal::ReferenceURL) ? nullptr
+                                          : Noted(__real_CFURLCreateFromFSRef(allocator, reference));
+}
+
+CFURLRef __real_CFURLCreateCopyAppendingPathComponent(CFAllocatorRef, CFURLRef, CFStringRef, Boolean);
+CFURLRef __wrap_CFURLCreateCopyAppendingPathComponent(CFAllocatorRef allocator, CFURLRef url,
+                                                      CFStringRef component, Boolean isDirectory)
+{
+    EXPECT_NE(url, nullptr) << kEndsTheProcess;
+    EXPECT_NE(component, nullptr) << kEndsTheProcess;
+    if (Refuses(Refusal::LongerURL))
+        return nullptr;
+    return Noted(__real_CFURLCreateCopyAppendingPathComponent(allocator, url, component, isDirectory));
 }
 
 CFStringRef __real_CFURLCopyLastPathComponent(CFURLRef);
 CFStringRef __wrap_CFURLCopyLastPathComponent(CFURLRef url)
 {
-    if (Refuses(Refusal::LastComponent))
-        return nullptr;
-    return Noted(__real_CFURLCopyLastPathComponent(url));
+    return Refuses(Refusal::LastComponent) ? nullptr : Noted(__real_CFURLCopyLastPathComponent(url));
+}
+
+CFStringRef __real_CFStringCreateWithCharacters(CFAllocatorRef, const UniChar *, CFIndex);
+CFStringRef __wrap_CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar *units, CFIndex count)
+{
+    return Refuses(Refusal::String) ? nullptr
+                                    : Noted(__real_CFStringCreateWithCharacters(allocator, units, count));
 }
 
 CFMutableStringRef __real_CFStringCreateMutableCopy(CFAllocatorRef, CFIndex, CFStringRef);
 CFMutableStringRef __wrap_CFStringCreateMutableCopy(CFAllocatorRef allocator, CFIndex maximum,
                                                     CFStringRef string)
 {
-    if (Refuses(Refusal::MutableCopy))
-        return nullptr;
-    return Noted(__real_CFStringCreateMutableCopy(allocator, maximum, string));
+    EXPECT_NE(string, nullptr) << kEndsTheProcess;
+    return Refuses(Refusal::MutableCopy)
+               ? nullptr
+               : Noted(__real_CFStringCreateMutableCopy(allocator, maximum, string));
 }
 
 } // extern "C"

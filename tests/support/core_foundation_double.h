@@ -1,5 +1,5 @@
-// Stands between the library and the platform's calls for files and their URLs: notes them, and lets them
-// fail.
+// Stands between the library and Core Foundation's and the File Manager's calls for files and their URLs:
+// notes them, and lets them fail.
 #pragma once
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -27,6 +27,12 @@ enum class Refusal {
     LastComponent,
     /// A copy of a string that can be changed.
     MutableCopy,
+    /// The URL of a reference.
+    ReferenceURL,
+    /// A string of characters.
+    String,
+    /// A URL with one more component.
+    LongerURL,
 };
 
 /// A call of FSGetCatalogInfo: what was asked about which item.
@@ -50,7 +56,7 @@ std::ostream &operator<<(std::ostream &stream, const CatalogCall &call);
 std::string BytesOf(const FSRef &reference);
 
 /// One for all calls of the process; the linker leads them here.
-struct FileManagerDouble {
+struct CoreFoundationDouble {
     Refusal refusal = Refusal::Nothing;
     /// The number that every item has; 0 for its own.
     UInt32 nodeID = 0;
@@ -65,8 +71,8 @@ struct FileManagerDouble {
     /// The objects that were made for the library, each with one retain more.
     std::vector<CFTypeRef> made;
 
-    /// Gives back those retains. Answers how many there were, and how many of the objects nobody else held.
+    /// Gives back those retains. Returns how many there were, and how many of the objects nobody else held.
     std::pair<size_t, size_t> ReleaseMade();
 };
 
-FileManagerDouble &TheFileManager();
+CoreFoundationDouble &TheCoreFoundation();

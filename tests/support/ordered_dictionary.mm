@@ -1,5 +1,12 @@
 // A Cocoa dictionary whose entries have an order that a test chooses.
-#include "tests/bridge/to_host/ordered_dictionary.h"
+#include "tests/support/ordered_dictionary.h"
+
+@interface QZLOrderedDictionary : NSDictionary {
+@public
+    NSArray *keys;
+    NSArray *values;
+}
+@end
 
 @implementation QZLOrderedDictionary
 - (NSUInteger)count
@@ -28,3 +35,11 @@
     [super dealloc];
 }
 @end
+
+NSDictionary *OrderedDictionary(NSArray *keys, NSArray *values)
+{
+    QZLOrderedDictionary *const made = [[[QZLOrderedDictionary alloc] init] autorelease];
+    made->keys = [keys retain];
+    made->values = [values retain];
+    return made;
+}
