@@ -11,6 +11,7 @@ from pathlib import Path
 import building
 from byte_faults import BYTE_FAULTS
 from dylib import Dylib
+from planting import NotPlanted, planted
 from source_faults import SOURCE_FAULTS
 
 
@@ -50,15 +51,13 @@ class Workshop:
         """The outcome for each test."""
         originals = {}
         try:
-            for name, text, replacement in fault.edits:
-                path = self.sources / name
-                content = path.read_text(encoding='utf-8')
-                originals.setdefault(path, content)
-                if text not in content:
-                    return {test: f'{name} does not contain {text!r}' for test in fault.tests}
-                path.write_text(content.replace(text, replacement), encoding='utf-8')
+            for path, content in planted(fault.edits, self.sources).items():
+                originals[path] = path.read_text(encoding='utf-8')
+                path.write_text(content, encoding='utf-8')
             dylib = self.build()
             return {test: self.outcome(dylib, test) for test in fault.tests}
+        except NotPlanted as error:
+            return {test: f'was not planted: {error}' for test in fault.tests}
         except RuntimeError as error:
             return {test: f'was not built: {error}' for test in fault.tests}
         finally:

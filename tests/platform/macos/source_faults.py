@@ -1,7 +1,10 @@
 """Faults in the sources or the build of the dylib, and the tests that must find each."""
 from collections import namedtuple
 
-# `edits` are (file, text, replacement); each text must occur. Each of the tests must fail.
+import building
+from planting import path_of
+
+# `edits` are (file, text, replacement), as planting.py makes them. Each of the tests must fail.
 SourceFault = namedtuple('SourceFault', 'fault edits tests')
 
 
@@ -10,34 +13,40 @@ def mutation(fault, edits, *tests):
 
 
 LINKING = 'platform/macos/CMakeLists.txt'
-TOOLCHAIN = 'platform/macos/toolchain.cmake'
-STUBS = 'platform/macos/stubs'
-CORE_FOUNDATION = f'{STUBS}/System/Library/Frameworks/CoreFoundation.framework/Versions/A/CoreFoundation.tbd'
-FOUNDATION = f'{STUBS}/System/Library/Frameworks/Foundation.framework/Versions/C/Foundation.tbd'
-LIB_SYSTEM = f'{STUBS}/usr/lib/libSystem.B.tbd'
-LIB_OBJC = f'{STUBS}/usr/lib/libobjc.A.tbd'
-LIB_CPLUSPLUS = f'{STUBS}/usr/lib/libc++.1.tbd'
-OBSERVER = 'notifications/NSNotificationObserver.h'
-OBSERVER_CODE = 'notifications/NSNotificationObserver.mm'
-OBSERVER_RECORD = 'notifications/NSNotificationObserverQZL.mm'
-OBSERVER_EVENT = 'notifications/observer_event.mm'
-NOTIFICATION_RECORD = 'notifications/NSNotificationQZL.mm'
-CENTER_RECORD = 'notifications/NSNotificationCenterQZL.mm'
-DISTRIBUTED_RECORD = 'notifications/NSDistributedNotificationCenterQZL.mm'
-DISC_RECORDING_RECORD = 'notifications/DRNotificationCenterQZL.mm'
-RECORDS = 'frame/class_records.h'
-MEMBERS = 'notifications/members.h'
-PLUGIN = 'frame/plugin.cpp'
-LIBRARY = 'cmake/Library.cmake'
+TOOLCHAIN = 'toolchain.cmake'
+CORE_FOUNDATION = 'CoreFoundation.framework/Versions/A/CoreFoundation.tbd'
+FOUNDATION = 'Foundation.framework/Versions/C/Foundation.tbd'
+LIB_SYSTEM = 'libSystem.B.tbd'
+LIB_OBJC = 'libobjc.A.tbd'
+LIB_CPLUSPLUS = 'libc++.1.tbd'
+OBSERVER = 'NSNotificationObserver.h'
+OBSERVER_CODE = 'NSNotificationObserver.mm'
+OBSERVER_RECORD = 'NSNotificationObserverQZL.mm'
+OBSERVER_EVENT = 'observer_event.mm'
+NOTIFICATION_RECORD = 'NSNotificationQZL.mm'
+CENTER_RECORD = 'NSNotificationCenterQZL.mm'
+DISTRIBUTED_RECORD = 'NSDistributedNotificationCenterQZL.mm'
+DISC_RECORDING_RECORD = 'DRNotificationCenterQZL.mm'
+RECORDS = 'class_records.h'
+MEMBERS = 'members.h'
+PLUGIN = 'plugin.cpp'
+LIBRARY = 'Library.cmake'
 
-END_OF_INCLUDES = '#include "notifications/classes.h"\n'
-BEGIN_OF_REGISTRATION = 'gResolver = resolver;'
+ENTRY_POINT = 'void REALPluginMain('
+FIRST_STATEMENT = 'gResolver = resolver;'
 
 
 def at_start(declarations, statement):
     """Edits that make the entry point run one more statement."""
-    return [(PLUGIN, END_OF_INCLUDES, END_OF_INCLUDES + declarations + '\n'),
-            (PLUGIN, BEGIN_OF_REGISTRATION, BEGIN_OF_REGISTRATION + statement)]
+    return [(PLUGIN, ENTRY_POINT, f'{declarations}\n{ENTRY_POINT}'),
+            (PLUGIN, FIRST_STATEMENT, FIRST_STATEMENT + statement)]
+
+
+def compiled(source, options):
+    """An edit that gives a source of the library's options of its own."""
+    library = 'add_library(NotificationsQZL SHARED)'
+    path = path_of(building.SOURCES, source).relative_to(building.SOURCES)
+    return LIBRARY, library, f'set_source_files_properties({path} PROPERTIES COMPILE_OPTIONS "{options}")\n{library}'
 
 
 SOURCE_FAULTS = [
@@ -68,9 +77,8 @@ SOURCE_FAULTS = [
     # Symbols
     mutation('an added export',
              [(LINKING, '-exported_symbol,_REALPluginMain', '-exported_symbol,_REALPlugin*'),
-              (PLUGIN, END_OF_INCLUDES, END_OF_INCLUDES
-               + 'extern "C" __attribute__((visibility("default"))) void REALPluginStop();\n'
-                 'void REALPluginStop() {}\n')],
+              (PLUGIN, ENTRY_POINT, 'extern "C" __attribute__((visibility("default"))) void REALPluginStop();\n'
+                                    f'void REALPluginStop() {{}}\n{ENTRY_POINT}')],
              'exports_test.Exports.test_hold_the_entry_point_alone',
              'exports_test.Exports.test_symbol_table_defines_nothing_else'),
     mutation('an entry point that is not exported',
@@ -83,9 +91,7 @@ SOURCE_FAULTS = [
              [(LINKING, 'COMMAND ${dsymutil} $<TARGET_FILE:${target}> -o $<TARGET_FILE:${target}>.dSYM\n', '')],
              'debug_companion_test.DebugCompanion.test_belongs_to_this_very_dylib'),
     mutation('a debugging companion without one of the sources',
-             [(LIBRARY, 'add_library(NotificationsQZL SHARED)',
-               'set_source_files_properties(frame/errors.cpp PROPERTIES COMPILE_OPTIONS -g0)\n'
-               'add_library(NotificationsQZL SHARED)')],
+             [compiled('errors.cpp', '-g0')],
              'debug_companion_test.DebugCompanion.test_describes_every_source_file'),
     # Imports
     mutation("another C library's error number",
@@ -113,7 +119,7 @@ SOURCE_FAULTS = [
              [(LIB_SYSTEM, ' _strlen,', ''), (LIB_OBJC, '_sel_registerName', '_sel_registerName, _strlen')],
              'imports_test.Imports.test_come_from_the_library_that_exports_them'),
     mutation('a weak import from a library that is always there',
-             [('platform/include/CoreFoundation/CFBase.h', 'CF_EXPORT CFTypeRef CFRetain(CFTypeRef object)',
+             [('CFBase.h', 'CF_EXPORT CFTypeRef CFRetain(CFTypeRef object)',
                'CF_EXPORT __attribute__((weak_import)) CFTypeRef CFRetain(CFTypeRef object)')],
              'imports_test.Imports.test_may_be_missing_exactly_where_their_library_may'),
     mutation('a weak definition taken for an ordinary one',
@@ -229,10 +235,7 @@ SOURCE_FAULTS = [
              'class_records_test.ClassRecords.test_can_be_written_by_the_host_and_the_library'),
     # Code and memory
     mutation('functions that exceptions cannot pass',
-             [(LIBRARY, 'add_library(NotificationsQZL SHARED)',
-               'set_source_files_properties(frame/plugin.cpp PROPERTIES COMPILE_OPTIONS\n'
-               '  "-fno-exceptions;-fno-asynchronous-unwind-tables;-fno-unwind-tables")\n'
-               'add_library(NotificationsQZL SHARED)')],
+             [compiled('plugin.cpp', '-fno-exceptions;-fno-asynchronous-unwind-tables;-fno-unwind-tables')],
              'unwinding_test.Unwinding.test_is_described_for_every_function'),
     mutation('a cleanup without its personality',
              at_start('extern "C" void _Unwind_Resume(void *);', ' if (!resolver) _Unwind_Resume(nullptr);'),
@@ -247,11 +250,11 @@ SOURCE_FAULTS = [
                         'volatile double gLoaded = Now();', ''),
              'memory_test.Memory.test_no_code_runs_at_load_or_unload'),
     # What the file tells
-    mutation("a source file's name in the code", [(NOTIFICATION_RECORD, '@"%@\\n"', '@__FILE__ "%@\\n"')],
+    mutation("a source file's name in the code", [(NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__FILE__ "')],
              'anonymity_test.Anonymity.test_no_source_file_is_named'),
     mutation("the source folder's name in the code",
              [(LINKING, '  -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.\n', ''),
-              (NOTIFICATION_RECORD, '@"%@\\n"', '@__FILE__ "%@\\n"')],
+              (NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__FILE__ "')],
              'anonymity_test.Anonymity.test_neither_folders_nor_user_are_named'),
     mutation('an absolute path', [(LINKING, '-lSystem)', '-lSystem LINKER:-rpath,/opt/local/lib)')],
              'anonymity_test.Anonymity.test_the_only_absolute_paths_are_the_libraries_install_names'),
@@ -262,7 +265,7 @@ SOURCE_FAULTS = [
     mutation('symbols with the build folder', [(LINKING, '    LINKER:-oso_prefix,${PROJECT_BINARY_DIR}/\n', '')],
              'reproducible_build_test.ReproducibleBuild.'
              'test_gives_the_same_bytes_in_another_folder_and_from_another_copy'),
-    mutation('the time of day in the code', [(NOTIFICATION_RECORD, '@"%@\\n"', '@__TIME__ "%@\\n"')],
+    mutation('the time of day in the code', [(NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__TIME__ "')],
              'reproducible_build_test.ReproducibleBuild.'
              'test_gives_the_same_bytes_in_another_folder_and_from_another_copy'),
 ]
