@@ -60,6 +60,15 @@ protected:
             check(text, EncodedText(text, "UTF-8").value());
         }
     }
+
+    void ExpectWholeInCocoa()
+    {
+        ForEachText([](const std::u16string &text, const std::string &utf8) {
+            const qzlhost::AutoreleasePool pool;
+            const Value string = Value::StringOfBytes(utf8, qzlhost::encoding::UTF8);
+            EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), text);
+        });
+    }
 };
 
 std::string CharacterName(const ::testing::TestParamInfo<Character> &info)
@@ -86,21 +95,13 @@ TEST_P(EveryLength, ComesFromCocoaWhole)
 TEST_P(EveryLength, GoesToCocoaWholeAsTheHostsCFString)
 {
     Start();
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
-        const qzlhost::AutoreleasePool pool;
-        const Value string = Value::StringOfBytes(utf8, qzlhost::encoding::UTF8);
-        EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), text);
-    });
+    ExpectWholeInCocoa();
 }
 
 TEST_P(EveryLength, GoesToCocoaWholeFromBytes)
 {
     Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetStringCFString"); });
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
-        const qzlhost::AutoreleasePool pool;
-        const Value string = Value::StringOfBytes(utf8, qzlhost::encoding::UTF8);
-        EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), text);
-    });
+    ExpectWholeInCocoa();
 }
 
 TEST_P(EveryLength, IsBuiltWholeFromUTF16)

@@ -52,24 +52,29 @@ TEST_P(Handler, MayRemoveAnotherObserver)
     EXPECT_TRUE(other.received.empty());
 }
 
-TEST_P(Handler, MayRemoveTheObserverThatTheCentreWasToCallNext)
+TEST_P(Handler, MayRemoveOrFreeTheObserverThatTheCentreWasToCallNext)
 {
     Host &host = Start();
     const Value center = DefaultCenter(host);
-    std::vector<Value> observers;
-    // The first that is called, whichever it is, removes all.
-    ObserverProgram program(host, "ProgramObserver", [&](const Value &) {
-        for (const Value &observer : observers)
-            host.Call(center, "removeObserver", {observer});
-    });
-    for (int count = 0; count < 3; ++count) {
-        observers.push_back(program.NewObserver());
-        host.Call(center, "addObserver", {observers.back(), "OneOfThree"});
+    for (const bool frees : {false, true}) {
+        std::vector<Value> observers;
+        // The first that is called, whichever it is, ends all.
+        ObserverProgram program(host, frees ? "Freeing" : "Removing", [&](const Value &) {
+            if (frees)
+                observers.clear();
+            for (const Value &observer : observers)
+                host.Call(center, "removeObserver", {observer});
+        });
+        for (int count = 0; count < 3; ++count) {
+            observers.push_back(program.NewObserver());
+            host.Call(center, "addObserver", {observers.back(), "OneOfThree"});
+        }
+
+        Post(center, "OneOfThree");
+
+        EXPECT_EQ(program.received.size(), 1u);
+        EXPECT_EQ(LiveCocoaObjects("NSNotificationObserver"), frees ? 0 : 3);
     }
-
-    Post(center, "OneOfThree");
-
-    EXPECT_EQ(program.received.size(), 1u);
 }
 
 TEST_P(Handler, MayAddAnObserver)
@@ -111,24 +116,6 @@ TEST_P(Handler, MayFreeItsOwnObserverWhichLivesUntilItReturns)
 
     EXPECT_EQ(program.received.size(), 1u);
     EXPECT_EQ(livedWithout, 1);
-}
-
-TEST_P(Handler, MayFreeTheObserverThatTheCentreWasToCallNext)
-{
-    Host &host = Start();
-    const Value center = DefaultCenter(host);
-    std::vector<Value> observers;
-    // The first that is called, whichever it is, frees all others.
-    ObserverProgram program(host, "ProgramObserver", [&](const Value &) { observers.clear(); });
-    for (int count = 0; count < 3; ++count) {
-        observers.push_back(program.NewObserver());
-        host.Call(center, "addObserver", {observers.back(), "OneOfThree"});
-    }
-
-    Post(center, "OneOfThree");
-
-    EXPECT_EQ(program.received.size(), 1u);
-    EXPECT_EQ(LiveCocoaObjects("NSNotificationObserver"), 0);
 }
 
 TEST_P(Handler, MayPostAgainToADepthOf200)

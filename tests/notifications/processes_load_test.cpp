@@ -23,6 +23,9 @@ protected:
     }
 };
 
+/// By this command.
+class ObserverThatEndsMeanwhile : public ProcessLoad, public ::testing::WithParamInterface<const char *> {};
+
 /// Posts so often, each time with the poster and a number from 0.
 Json PostMany(int64_t poster, int64_t times)
 {
@@ -150,14 +153,14 @@ TEST_F(ProcessLoad, ObserverThatDoesNotRunHoldsNobodyUpAndGetsAllOfItLater)
     EXPECT_TRUE(NumbersByPoster(sleeper.Events(kTimes))[0] == NumbersTo(kTimes));
 }
 
-TEST_F(ProcessLoad, ObserverThatIsFreedMeanwhileHearsNothingMore)
+TEST_P(ObserverThatEndsMeanwhile, HearsNothingMore)
 {
     Peer &observer = StartObserver("observer");
     Peer &poster = StartPeer("poster");
 
     poster.Begin(PostMany(0, 1000));
     ExpectFromTheRunLoop(observer.Events(100));
-    observer.Do({{"do", "free"}, {"observer", "observer"}});
+    observer.Do({{"do", GetParam()}, {"observer", "observer"}});
     const size_t heard = observer.EventsAtLastAnswer();
     poster.Finish();
     Settle(poster, observer);
@@ -171,22 +174,8 @@ TEST_F(ProcessLoad, ObserverThatIsFreedMeanwhileHearsNothingMore)
     EXPECT_EQ(observer.EventsAtLastAnswer(), heard + 1);
 }
 
-TEST_F(ProcessLoad, ObserverThatIsRemovedMeanwhileHearsNothingMore)
-{
-    Peer &observer = StartObserver("observer");
-    Peer &poster = StartPeer("poster");
-
-    poster.Begin(PostMany(0, 1000));
-    ExpectFromTheRunLoop(observer.Events(100));
-    observer.Do({{"do", "remove"}, {"observer", "observer"}});
-    const size_t heard = observer.EventsAtLastAnswer();
-    poster.Finish();
-    Settle(poster, observer);
-
-    EXPECT_EQ(observer.EventsAtLastAnswer(), heard);
-    EXPECT_LT(heard, 1000u);
-    ExpectFromTheRunLoop(observer.RemainingEvents());
-}
+INSTANTIATE_TEST_SUITE_P(Verbs, ObserverThatEndsMeanwhile, ::testing::Values("free", "remove"),
+                         [](const auto &info) { return std::string(info.param); });
 
 TEST_F(ProcessLoad, EventsComeFromTheRunLoopAlsoWhileTheProcessPosts)
 {

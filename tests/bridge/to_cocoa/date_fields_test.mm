@@ -88,6 +88,45 @@ std::string RowName(const ::testing::TestParamInfo<Row> &info)
     return info.param.name;
 }
 
+REALobject gRefusedDate;
+
+bool GiveNullDate(REALobject, const char *name, REALobject *value)
+{
+    EXPECT_STREQ(name, "DateValue");
+    *value = nullptr;
+    return true;
+}
+
+/// Hands nothing over, though it names a date.
+bool RefuseDate(REALobject, const char *, REALobject *value)
+{
+    *value = gRefusedDate;
+    return false;
+}
+
+/// A host that does not give the date of a variant.
+struct HostRow {
+    const char *name;
+    void (*prepare)(Host &unloaded);
+};
+
+void PrintTo(const HostRow &row, std::ostream *stream)
+{
+    *stream << row.name;
+}
+
+constexpr char kGetDate[] = "REALGetPropValueObject";
+
+const HostRow kHostsWithoutTheDate[] = {
+    {"LacksTheFunction", [](Host &unloaded) { unloaded.Lack(kGetDate); }},
+    {"Fails", [](Host &unloaded) { unloaded.Fail(kGetDate); }},
+    {"GivesNull",
+     [](Host &unloaded) { unloaded.Replace(kGetDate, reinterpret_cast<void *>(&GiveNullDate)); }},
+    {"RefusesTheDate",
+     [](Host &unloaded) { unloaded.Replace(kGetDate, reinterpret_cast<void *>(&RefuseDate)); }},
+};
+
+class DateThatTheHostDoesNotGive : public DateFields, public ::testing::WithParamInterface<HostRow> {};
 class DateThatCocoaNormalizes : public DateFields, public ::testing::WithParamInterface<OutOfRange> {};
 class DateWithoutAField : public DateFields, public ::testing::WithParamInterface<size_t> {};
 
@@ -222,58 +261,18 @@ TEST_F(DateFields, OfADateVariantWhoseSecondIsMissingGiveNilAndReleaseTheDate)
     EXPECT_EQ(host.References(date), 1);
 }
 
-TEST_F(DateFields, OfADateVariantAreNotReadWithoutItsDate)
+TEST_P(DateThatTheHostDoesNotGive, IsNotReadAndNothingIsGivenBack)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueObject"); });
+    Host &host = Start(2024.01, GetParam().prepare);
     const Value date = NewDate();
+    gRefusedDate = ObjectOf(date);
     EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
 }
 
-TEST_F(DateFields, OfADateVariantAreNotReadWhenItsDateIsNull)
-{
-    using GetObject = bool (*)(REALobject, const char *, REALobject *);
-    static constexpr GetObject kGetNull = [](REALobject, const char *name, REALobject *value) {
-        EXPECT_STREQ(name, "DateValue");
-        *value = nullptr;
-        return true;
-    };
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALGetPropValueObject", reinterpret_cast<void *>(kGetNull));
-    });
-    const Value date = NewDate();
-    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
-    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
-    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
-}
-
-TEST_F(DateFields, OfADateVariantAreNotReadWhenTheHostFails)
-{
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail("REALGetPropValueObject"); });
-    const Value date = NewDate();
-    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
-    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
-    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0);
-}
-
-TEST_F(DateFields, OfADateVariantAreNotReadWhenTheHostRefusesItsDate)
-{
-    using GetObject = bool (*)(REALobject, const char *, REALobject *);
-    static REALobject borrowed;
-    static constexpr GetObject kRefuse = [](REALobject, const char *, REALobject *value) {
-        *value = borrowed;
-        return false;
-    };
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALGetPropValueObject", reinterpret_cast<void *>(kRefuse));
-    });
-    const Value date = NewDate();
-    borrowed = ObjectOf(date);
-    EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
-    EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 0);
-    EXPECT_EQ(host.CallsOf("REALUnlockObject"), 0) << "nothing was handed over";
-}
+INSTANTIATE_TEST_SUITE_P(Hosts, DateThatTheHostDoesNotGive, ::testing::ValuesIn(kHostsWithoutTheDate),
+                         RowName<HostRow>);
 
 TEST_F(DateFields, OfADateVariantAreReadBeforeTheDateIsGivenBack)
 {

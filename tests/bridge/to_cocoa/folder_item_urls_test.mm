@@ -11,26 +11,15 @@ using FolderItemURLs = FolderItemTest;
 
 } // namespace
 
-TEST_F(FolderItemURLs, FileIsNoFolder)
+TEST_F(FolderItemURLs, EndInASlashForFoldersThatExistAlone)
 {
     Host &host = Start();
     const Folder folder;
     std::ofstream(folder.Path("file")) << "content";
-    EXPECT_EQ(URLOf(Convert(host.NewFolderItem(folder.Path("file")))), "file://" + folder.Path("file"));
-}
-
-TEST_F(FolderItemURLs, FolderThatExistsEndsInASlash)
-{
-    Host &host = Start();
-    const Folder folder;
-    EXPECT_EQ(URLOf(Convert(host.NewFolderItem(folder.Path()))), "file://" + folder.Path() + "/");
-}
-
-TEST_F(FolderItemURLs, MissingItemIsNoFolder)
-{
-    Host &host = Start();
-    const Folder folder;
-    EXPECT_EQ(URLOf(Convert(host.NewFolderItem(folder.Path("missing")))), "file://" + folder.Path("missing"));
+    const auto convert = [&](const std::string &path) { return URLOf(Convert(host.NewFolderItem(path))); };
+    EXPECT_EQ(convert(folder.Path()), "file://" + folder.Path() + "/");
+    EXPECT_EQ(convert(folder.Path("file")), "file://" + folder.Path("file"));
+    EXPECT_EQ(convert(folder.Path("missing")), "file://" + folder.Path("missing"));
 }
 
 TEST_F(FolderItemURLs, MissingItemIsNoFolderAlsoWhereAFolderComesToHaveItsName)

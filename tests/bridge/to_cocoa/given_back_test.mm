@@ -131,34 +131,15 @@ TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
 INSTANTIATE_TEST_SUITE_P(Kinds, ElementsGivenBack, ::testing::ValuesIn(kKinds),
                          [](const auto &info) { return std::string(info.param.name); });
 
-TEST_F(EntriesGivenBack, KeyAfterItIsStored)
+TEST_F(EntriesGivenBack, KeyThenValueAfterTheyAreStored)
 {
+    using Events = std::vector<std::string>;
     Host &host = Start({}, StandInForUnlocks);
     DefineWrapperClass(host, "NSTimerQZL");
-    EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), 1),
-              (std::vector<std::string>{"store", "unlock key"}));
-}
-
-TEST_F(EntriesGivenBack, ValueAfterItIsStored)
-{
-    Host &host = Start({}, StandInForUnlocks);
-    DefineWrapperClass(host, "NSTimerQZL");
-    EXPECT_EQ(EventsOfEntry("key", NewHolder(host, "NSTimerQZL", @"value")),
-              (std::vector<std::string>{"store", "unlock value"}));
-}
-
-TEST_F(EntriesGivenBack, KeyBeforeItsValue)
-{
-    Host &host = Start({}, StandInForUnlocks);
-    DefineWrapperClass(host, "NSTimerQZL");
-    EXPECT_EQ(EventsOfEntry(NewHolder(host, "NSTimerQZL", @"key"), NewHolder(host, "NSTimerQZL", @"value")),
-              (std::vector<std::string>{"store", "unlock key", "unlock value"}));
-}
-
-TEST_F(EntriesGivenBack, ValueOfNoKeyWithoutAStore)
-{
-    Host &host = Start({}, StandInForUnlocks);
-    DefineWrapperClass(host, "NSTimerQZL");
-    EXPECT_EQ(EventsOfEntry({}, NewHolder(host, "NSTimerQZL", @"value")),
-              (std::vector<std::string>{"unlock value"}));
+    const Value key = NewHolder(host, "NSTimerQZL", @"key");
+    const Value value = NewHolder(host, "NSTimerQZL", @"value");
+    EXPECT_EQ(EventsOfEntry(key, 1), (Events{"store", "unlock key"}));
+    EXPECT_EQ(EventsOfEntry("key", value), (Events{"store", "unlock value"}));
+    EXPECT_EQ(EventsOfEntry(key, value), (Events{"store", "unlock key", "unlock value"}));
+    EXPECT_EQ(EventsOfEntry({}, value), Events{"unlock value"}) << "without a key nothing is stored";
 }

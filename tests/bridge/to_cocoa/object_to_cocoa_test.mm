@@ -45,6 +45,9 @@ Value NewWithData(Host &host, const char *className, const Data &data)
 
 using ObjectToCocoa = MemberConversion;
 
+/// Where the host lacks this function.
+class ObjectToCocoaWithout : public MemberConversion, public ::testing::WithParamInterface<const char *> {};
+
 } // namespace
 
 TEST_F(ObjectToCocoa, DictionaryIsADictionary)
@@ -113,9 +116,9 @@ TEST_F(ObjectToCocoa, AnyOtherObjectIsNilUntilTheFamilyWrapsIt)
     EXPECT_EQ(host.References(object), 2) << "the program's and the wrapper's";
 }
 
-TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses)
+TEST_P(ObjectToCocoaWithout, AllButFolderItemsAreOtherObjects)
 {
-    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack(GetParam()); });
     Family family(host);
     family.OfferObjectWrapper();
     EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
@@ -124,15 +127,8 @@ TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoClasses
     EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
 }
 
-TEST_F(ObjectToCocoa, AllButFolderItemsAreOtherObjectsWhereTheHostTellsNoInstances)
-{
-    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
-    Family family(host);
-    family.OfferObjectWrapper();
-    EXPECT_NE(family.Wrapped(Convert(host.NewMemoryBlock("abc"))), nullptr);
-    EXPECT_NE(family.Wrapped(Convert(host.NewDictionary())), nullptr);
-    EXPECT_TRUE([Convert(host.NewFolderItem("/tmp")) isFileURL]);
-}
+INSTANTIATE_TEST_SUITE_P(Functions, ObjectToCocoaWithout,
+                         ::testing::Values("RuntimeObjectIsa", "pluginObjectType"));
 
 TEST_F(ObjectToCocoa, MemoryBlockComesBeforeFolderItem)
 {

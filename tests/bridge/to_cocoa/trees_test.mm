@@ -148,7 +148,7 @@ protected:
         [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
         host.DefineClass({"ProgramObject", ""});
         for (const char *name : kWrapperNames) {
-            DefineHolderClass(host, name);
+            DefineWrapperClass(host, name);
             wrapped_[name] = [[[NSObject alloc] init] autorelease];
             wrappers_.push_back(NewHolder(host, name, wrapped_[name]));
         }

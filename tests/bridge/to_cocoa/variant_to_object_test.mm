@@ -41,19 +41,3 @@ TEST_F(VariantToObject, DictionaryHasEveryEntry)
     EXPECT_TRUE([[converted objectForKey:@"two"] isEqual:@"2"]);
     EXPECT_EQ([converted objectForKey:@"nothing"], [NSNull null]);
 }
-
-TEST_F(VariantToObject, DictionaryWithoutItsKeysIsEmpty)
-{
-    Host &host = Start({}, [](Host &unloaded) { unloaded.LackMethod("Key(index As Integer) As Variant"); });
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, "key", "value");
-    EXPECT_EQ([ConvertDictionary(dictionary) count], 0u);
-}
-
-TEST_F(VariantToObject, DictionaryWithoutItsValuesHoldsNulls)
-{
-    Host &host = Start({}, [](Host &unloaded) { unloaded.LackMethod("Value(key As Variant) As Variant"); });
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, "key", "value");
-    EXPECT_EQ([ConvertDictionary(dictionary) objectForKey:@"key"], [NSNull null]);
-}

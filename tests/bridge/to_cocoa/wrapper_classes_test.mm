@@ -27,6 +27,9 @@ protected:
     }
 };
 
+/// Where the host lacks this function.
+class WrapperClassesWithout : public WrapperClasses, public ::testing::WithParamInterface<const char *> {};
+
 } // namespace
 
 TEST_F(WrapperClasses, EveryRememberedClassGivesItsObject)
@@ -84,9 +87,9 @@ TEST_F(WrapperClasses, OtherWrapperClassThatComesLaterIsFound)
     }
 }
 
-TEST_F(WrapperClasses, NoObjectIsAWrapperWhereTheHostTellsNoInstances)
+TEST_P(WrapperClassesWithout, NoObjectIsAWrapper)
 {
-    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("RuntimeObjectIsa"); });
+    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack(GetParam()); });
     NSObject *const handle = [[[NSObject alloc] init] autorelease];
     for (const char *className : {"NSTimerQZL", "PDFActionQZL", "CFObjectQZL"}) {
         DefineWrapperClass(host, className);
@@ -94,12 +97,5 @@ TEST_F(WrapperClasses, NoObjectIsAWrapperWhereTheHostTellsNoInstances)
     }
 }
 
-TEST_F(WrapperClasses, NoObjectIsAWrapperWhereTheHostTellsNoClasses)
-{
-    Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("pluginObjectType"); });
-    NSObject *const handle = [[[NSObject alloc] init] autorelease];
-    for (const char *className : {"NSTimerQZL", "PDFActionQZL", "CFObjectQZL"}) {
-        DefineWrapperClass(host, className);
-        EXPECT_EQ(Convert(NewHolder(host, className, handle)), nil) << className;
-    }
-}
+INSTANTIATE_TEST_SUITE_P(Functions, WrapperClassesWithout,
+                         ::testing::Values("RuntimeObjectIsa", "pluginObjectType"));

@@ -63,20 +63,6 @@ private:
 
 } // namespace
 
-TEST_F(ClassChain, LeadsToTheNearestClassThatTheHostHas)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    DefineWrapperClass(host, "QZLTestMiddleQZL");
-    const Class middle = MakeClass("QZLTestMiddle", [NSObject class]);
-    const Class leaf = MakeClass("QZLTestLeaf", middle);
-    const Value wrapper = Owned(NewNSObjectQZL(MakeObject(leaf), [NSObject class]));
-    EXPECT_EQ(host.ClassOf(wrapper), "QZLTestMiddleQZL");
-    EXPECT_EQ(host.References(wrapper), 1);
-    const Value root = Owned(NewNSObjectQZL(MakeObject([NSObject class]), [NSObject class]));
-    EXPECT_EQ(host.ClassOf(root), "NSObjectQZL");
-}
-
 TEST_F(ClassChain, OfADistributedCentreBeginsWithItsOwnClass)
 {
     Host &host = Start();
@@ -89,27 +75,6 @@ TEST_F(ClassChain, OfADistributedCentreBeginsWithItsOwnClass)
     DefineWrapperClass(host, "NSDistributedNotificationCenterQZL");
     const Value wrapper = Owned(NewNSObjectQZL(center, [NSNotificationCenter class]));
     EXPECT_EQ(host.ClassOf(wrapper), "NSDistributedNotificationCenterQZL");
-}
-
-TEST_F(ClassChain, RegistersNothing)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const Registry registry;
-    const id object = MakeObject([NSObject class]);
-    const NSUInteger retains = [object retainCount];
-    const Value first = Owned(NewNSObjectQZL(object, [NSObject class]));
-    const Value second = Owned(NewNSObjectQZL(object, [NSObject class]));
-    EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
-    EXPECT_EQ([object retainCount], retains + 2);
-    EXPECT_EQ(FindInstance(object), nullptr);
-}
-
-TEST_F(ClassChain, WithoutAHostClassEndsWithNull)
-{
-    Host &host = Start();
-    EXPECT_EQ(NewNSObjectQZL(MakeLeaf(), [NSObject class]), nullptr);
-    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 4);
 }
 
 TEST_F(ClassChain, IsNotBegunWithoutAnObjectOrAKind)
@@ -185,7 +150,8 @@ TEST_F(ClassChain, GoesOnAfterAnInstanceWasAbandonedAndFillsTheNext)
 
 TEST_F(ClassChain, AsksForTheKindOnlyOnceThereIsAnInstance)
 {
-    Start();
+    Host &host = Start();
     EXPECT_EQ(NewNSObjectQZL(MakeLeaf(), [NSTimer class]), nullptr);
+    EXPECT_EQ(host.CallsOf("PluginNewInstance"), 4) << "the host has none of the classes";
     EXPECT_TRUE(gAsked.empty());
 }

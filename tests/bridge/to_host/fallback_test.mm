@@ -197,28 +197,6 @@ TEST_F(Fallback, TakesTheNearestClassThatTheHostHas)
     EXPECT_EQ([object retainCount], retains);
 }
 
-TEST_F(Fallback, ReachesTheRootClass)
-{
-    Host &host = Start();
-    DefineWrapperClass(host, "NSObjectQZL");
-    const id object = MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class])));
-    EXPECT_EQ(host.ClassOf(Convert(object)), "NSObjectQZL");
-}
-
-TEST_F(Fallback, SkipsClassNamesOf200Characters)
-{
-    Host &host = Start();
-    const std::string name199(199, 'A');
-    const std::string name200(200, 'B');
-    DefineWrapperClass(host, name199 + "QZL");
-    DefineWrapperClass(host, name200 + "QZL");
-    DefineWrapperClass(host, std::string(199, 'B') + "QZL");
-    const Class base = MakeClass(name199, [NSObject class]);
-    const Class leaf = MakeClass(name200, base);
-    EXPECT_EQ(host.ClassOf(Convert(MakeObject(base))), name199 + "QZL");
-    EXPECT_EQ(host.ClassOf(Convert(MakeObject(leaf))), name199 + "QZL");
-}
-
 TEST_F(Fallback, WithoutAHostClassIsNull)
 {
     Host &host = Start();

@@ -1,8 +1,5 @@
 // Cocoa numbers become host variants, by the type that they say they hold.
 #include "tests/support/conversion_doubles.h"
-#include "tests/support/trace.h"
-
-#include <CoreFoundation/CoreFoundation.h>
 
 #include <cfloat>
 #include <climits>
@@ -312,18 +309,6 @@ TEST_P(NumberOnHostWithout, ItsFunctionIsNull)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, NumberOnHostWithout, ::testing::ValuesIn(kMissingRows), HostFunctionOf);
-
-TEST_F(NumberToHost, BooleansAreToldByIdentityWhateverTypeTheyAnswer)
-{
-    Host &host = Start();
-    const Value yes = Convert((id)kCFBooleanTrue);
-    const Value no = Convert((id)kCFBooleanFalse);
-    EXPECT_EQ(yes.Code(), code::Boolean);
-    EXPECT_TRUE(yes.AsBoolean());
-    EXPECT_EQ(no.Code(), code::Boolean);
-    EXPECT_FALSE(no.AsBoolean());
-    EXPECT_EQ(ArgumentsOf(host, "BooleanToVariant"), (std::vector<std::string>{"True", "False"}));
-}
 
 TEST_F(NumberToHost, NumbersEqualToABooleanAreNoBooleans)
 {
