@@ -1,16 +1,12 @@
 // What Cocoa is given to make a date of, and that its answer is the conversion's.
-#include <array>
-
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-/// Year, month, day, hour, minute, second.
-using Fields = std::array<int64_t, 6>;
 
 /// What the host's dates hold, in range or not.
 Fields gFields;

@@ -1,21 +1,16 @@
 // How the fields of a host date are read, and what becomes of dates that lack or overstep them.
 #import <Foundation/Foundation.h>
 
-#include <array>
-#include <ctime>
-
 #include "bridge/to_cocoa/date_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/trace.h"
+#include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-/// Year, month, day, hour, minute, second.
-using Fields = std::array<int64_t, 6>;
 
 const std::vector<std::string> kFieldNames = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
 
@@ -39,16 +34,10 @@ struct FieldSource {
 
 class DateFields : public LinkedTest {
 protected:
-    static void SetZoneToUTC()
-    {
-        const qzlhost::AutoreleasePool pool;
-        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
-    }
-
     /// A host that reads these fields, out of range or not, as they are, but only the first ones.
     Host &StartWithFields(const Fields &fields, size_t readable = 6)
     {
-        SetZoneToUTC();
+        SetTimeZone("UTC");
         FieldSource::fields = fields;
         FieldSource::readable = readable;
         return Start(2024.01, [](Host &unloaded) {
@@ -58,19 +47,6 @@ protected:
 
     Value NewDate() { return host().NewDate(2024, 2, 29, 14, 5, 9); }
 };
-
-/// What the C library makes of the fields in UTC, in or out of range.
-std::time_t InstantInUTC(const Fields &fields)
-{
-    std::tm utc{};
-    utc.tm_year = static_cast<int>(fields[0] - 1900);
-    utc.tm_mon = static_cast<int>(fields[1] - 1);
-    utc.tm_mday = static_cast<int>(fields[2]);
-    utc.tm_hour = static_cast<int>(fields[3]);
-    utc.tm_min = static_cast<int>(fields[4]);
-    utc.tm_sec = static_cast<int>(fields[5]);
-    return timegm(&utc);
-}
 
 struct OutOfRange {
     const char *name;
@@ -139,7 +115,7 @@ TEST_P(DateThatCocoaNormalizes, IsTheCLibrarysInstant)
 
     NSCalendarDate *const converted = NewNSDate(ObjectOf(date));
 
-    EXPECT_EQ([converted timeIntervalSince1970], static_cast<double>(InstantInUTC(GetParam().fields)));
+    EXPECT_EQ([converted timeIntervalSince1970], static_cast<double>(UniversalInstant(GetParam().fields)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaNormalizes,
@@ -238,14 +214,15 @@ TEST_F(DateFields, AreReadAsSoonAsTheHostCanReadThem)
 TEST_F(DateFields, OfADateVariantGiveTheDate)
 {
     Host &host = Start();
-    SetZoneToUTC();
+    SetTimeZone("UTC");
     const Value date = NewDate();
     ASSERT_EQ(date.Code(), qzlhost::code::Date);
 
     const id converted = GetVariantAsNSObject(ObjectOf(date));
 
     ASSERT_TRUE([converted isKindOfClass:[NSCalendarDate class]]);
-    EXPECT_EQ([converted timeIntervalSince1970], static_cast<double>(InstantInUTC({2024, 2, 29, 14, 5, 9})));
+    EXPECT_EQ([converted timeIntervalSince1970],
+              static_cast<double>(UniversalInstant({2024, 2, 29, 14, 5, 9})));
     EXPECT_EQ(host.CallsOf("REALGetPropValueObject"), 1);
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
     EXPECT_EQ(host.References(date), 1);

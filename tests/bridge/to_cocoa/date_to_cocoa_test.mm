@@ -1,106 +1,31 @@
 // Host dates become Cocoa dates: the instants are the C library's.
-#include <array>
 #include <cctype>
-#include <cstdlib>
-#include <ctime>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
 
-/// Year, month, day, hour, minute, second.
-using Fields = std::array<int64_t, 6>;
-
-std::string TextOf(const Fields &fields)
-{
-    char text[200];
-    std::snprintf(text, sizeof text, "%04ld-%02ld-%02ld %02ld:%02ld:%02ld", fields[0], fields[1], fields[2],
-                  fields[3], fields[4], fields[5]);
-    return text;
-}
-
-/// What the C library's local clock shows at an instant.
-Fields LocalFields(std::time_t instant)
-{
-    std::tm local{};
-    localtime_r(&instant, &local);
-    return {local.tm_year + int64_t{1900},
-            local.tm_mon + int64_t{1},
-            local.tm_mday,
-            local.tm_hour,
-            local.tm_min,
-            local.tm_sec};
-}
-
-/// What the C library makes of the fields, in or out of range.
-std::time_t Instant(const Fields &fields)
-{
-    std::tm local{};
-    local.tm_year = static_cast<int>(fields[0] - 1900);
-    local.tm_mon = static_cast<int>(fields[1] - 1);
-    local.tm_mday = static_cast<int>(fields[2]);
-    local.tm_hour = static_cast<int>(fields[3]);
-    local.tm_min = static_cast<int>(fields[4]);
-    local.tm_sec = static_cast<int>(fields[5]);
-    local.tm_isdst = -1;
-    return std::mktime(&local);
-}
-
-constexpr std::time_t kHour = 3600;
-constexpr std::time_t kDay = 24 * kHour;
-/// From 1971 to 2037.
+/// The beginning of 1971.
 constexpr std::time_t kFirst = 31536000;
-constexpr std::time_t kLast = 2145916800;
 
 /// Every instant at which the C library's local clock shows the fields.
 std::vector<std::time_t> InstantsOf(const Fields &fields)
 {
     constexpr std::time_t kStep = 900; // clocks change by no less
     std::vector<std::time_t> instants;
-    const std::time_t near = Instant(fields);
+    const std::time_t near = LocalInstant(fields);
     for (std::time_t instant = near - kDay; instant <= near + kDay; instant += kStep)
         if (LocalFields(instant) == fields)
             instants.push_back(instant);
     return instants;
 }
 
-/// The instants at which the local clock's distance from UTC changes.
-std::vector<std::time_t> ClockChanges()
-{
-    const auto offset = [](std::time_t instant) {
-        std::tm local{};
-        localtime_r(&instant, &local);
-        return local.tm_gmtoff;
-    };
-    std::vector<std::time_t> changes;
-    for (std::time_t after = kFirst; after < kLast; after += kHour) {
-        if (offset(after) == offset(after - kHour))
-            continue;
-        std::time_t low = after - kHour;
-        std::time_t high = after;
-        while (high - low > 1) {
-            const std::time_t middle = low + (high - low) / 2;
-            (offset(middle) == offset(low) ? low : high) = middle;
-        }
-        changes.push_back(high);
-    }
-    return changes;
-}
-
 class DateToCocoa : public MemberConversion {
 protected:
-    /// The local time zone of the C library and of Cocoa.
-    static void SetZone(const char *name)
-    {
-        setenv("TZ", name, 1);
-        tzset();
-        const qzlhost::AutoreleasePool pool;
-        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneWithName:@(name)]];
-    }
-
     Value NewDate(const Fields &fields)
     {
         const auto [year, month, day, hour, minute, second] = fields;
@@ -132,20 +57,10 @@ Fields FieldsOf(NSCalendarDate *date)
 /// day before and a day after, as the C library knows it.
 std::vector<std::time_t> InstantsWithoutAChange(const Fields &fields)
 {
-    std::tm local{};
-    local.tm_year = static_cast<int>(fields[0] - 1900);
-    local.tm_mon = static_cast<int>(fields[1] - 1);
-    local.tm_mday = static_cast<int>(fields[2]);
-    local.tm_hour = static_cast<int>(fields[3]);
-    local.tm_min = static_cast<int>(fields[4]);
-    local.tm_sec = static_cast<int>(fields[5]);
-    const std::time_t inUTC = timegm(&local);
+    const std::time_t inUTC = UniversalInstant(fields);
     std::vector<std::time_t> instants;
-    for (const std::time_t distance : {-2 * kDay, 2 * kDay}) {
-        const std::time_t near = inUTC + distance;
-        localtime_r(&near, &local);
-        instants.push_back(inUTC - local.tm_gmtoff);
-    }
+    for (const std::time_t distance : {-2 * kDay, 2 * kDay})
+        instants.push_back(inUTC - OffsetAt(inUTC + distance));
     return instants;
 }
 
@@ -210,9 +125,9 @@ class HourThatComesTwice : public DateToCocoa, public ::testing::WithParamInterf
 
 TEST_P(DateInZone, IsTheCLibrarysInstantOnBothSidesOfEachClockChange)
 {
-    SetZone(GetParam());
+    SetTimeZone(GetParam());
     Start();
-    const std::vector<std::time_t> changes = ClockChanges();
+    const std::vector<std::time_t> changes = ClockChanges(kFirst);
     EXPECT_EQ(changes.empty(), ChangesNever(GetParam()));
     for (const std::time_t change : changes)
         for (const std::time_t distance : {-90000, -7200, -3601, -1801, -1, 0, 1, 1800, 3600, 7200, 90000})
@@ -221,15 +136,15 @@ TEST_P(DateInZone, IsTheCLibrarysInstantOnBothSidesOfEachClockChange)
 
 TEST_P(DateInZone, IsTheCLibrarysInstantAllTheYearRound)
 {
-    SetZone(GetParam());
+    SetTimeZone(GetParam());
     Start();
-    for (std::time_t instant = kFirst; instant < kLast; instant += 31 * kDay + 5 * kHour + 61)
+    for (std::time_t instant = kFirst; instant < kLastInstant; instant += 31 * kDay + 5 * kHour + 61)
         ExpectInstant(instant);
 }
 
 TEST_P(DateInZone, OfLeapDaysAndYearEndsIsTheCLibrarysInstant)
 {
-    SetZone(GetParam());
+    SetTimeZone(GetParam());
     Start();
     for (const Fields &fields :
          {Fields{2024, 2, 29, 14, 5, 9}, Fields{2024, 2, 28, 23, 59, 59}, Fields{2024, 3, 1, 0, 0, 0},
@@ -238,7 +153,7 @@ TEST_P(DateInZone, OfLeapDaysAndYearEndsIsTheCLibrarysInstant)
           Fields{2037, 12, 31, 23, 59, 59}}) {
         const qzlhost::AutoreleasePool pool;
         NSCalendarDate *const date = Convert(fields);
-        EXPECT_EQ(InstantOf(date), Instant(fields)) << TextOf(fields);
+        EXPECT_EQ(InstantOf(date), LocalInstant(fields)) << TextOf(fields);
         EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
     }
 }
@@ -247,7 +162,7 @@ TEST_P(DateInZone, OfLeapDaysAndYearEndsIsTheCLibrarysInstant)
 /// the clock reads the same, but the instant is Cocoa's own.
 TEST_P(DateInZone, FarFromTodayReadsAsTheHostsDate)
 {
-    SetZone(GetParam());
+    SetTimeZone(GetParam());
     Start();
     for (const Fields &fields :
          {Fields{1, 1, 1, 0, 0, 0}, Fields{4, 2, 29, 1, 2, 3}, Fields{1582, 10, 10, 12, 0, 0},
@@ -263,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(Zones, DateInZone, ::testing::ValuesIn(kZones), ZoneNam
 
 TEST_F(DateToCocoa, FarFromTodayIsTheCLibrarysInstantInUTC)
 {
-    SetZone("UTC");
+    SetTimeZone("UTC");
     Start();
     for (const Fields &fields :
          {Fields{1, 1, 1, 0, 0, 0}, Fields{4, 2, 29, 1, 2, 3}, Fields{1582, 10, 4, 0, 0, 0},
@@ -271,7 +186,7 @@ TEST_F(DateToCocoa, FarFromTodayIsTheCLibrarysInstantInUTC)
           Fields{1900, 3, 1, 0, 0, 0}, Fields{2100, 2, 28, 0, 0, 0}, Fields{2100, 3, 1, 0, 0, 0},
           Fields{9999, 12, 31, 23, 59, 59}}) {
         NSCalendarDate *const date = Convert(fields);
-        EXPECT_EQ(InstantOf(date), Instant(fields)) << TextOf(fields);
+        EXPECT_EQ(InstantOf(date), LocalInstant(fields)) << TextOf(fields);
         EXPECT_EQ(FieldsOf(date), fields) << TextOf(fields);
     }
 }
@@ -280,7 +195,7 @@ TEST_F(DateToCocoa, FarFromTodayIsTheCLibrarysInstantInUTC)
 TEST_P(MissingHour, IsTheInstantBeforeOrAfterTheChange)
 {
     const auto &[zone, fields] = GetParam();
-    SetZone(zone);
+    SetTimeZone(zone);
     Start();
     ASSERT_EQ(InstantsOf(fields).size(), 0u) << "the clock shows it";
 
@@ -307,7 +222,7 @@ INSTANTIATE_TEST_SUITE_P(Zones, MissingHour,
 TEST_P(HourThatComesTwice, IsOneOfBothInstants)
 {
     const auto &[zone, fields] = GetParam();
-    SetZone(zone);
+    SetTimeZone(zone);
     Start();
     const std::vector<std::time_t> instants = InstantsOf(fields);
     ASSERT_EQ(instants.size(), 2u);
@@ -331,21 +246,21 @@ INSTANTIATE_TEST_SUITE_P(Zones, HourThatComesTwice,
 TEST_F(DateToCocoa, FollowsTheLocalTimeZoneOfTheMoment)
 {
     const Fields fields = {2024, 7, 1, 12, 0, 0};
-    SetZone("Asia/Kolkata");
+    SetTimeZone("Asia/Kolkata");
     Start();
     const Value date = NewDate(fields);
 
     NSCalendarDate *const inKolkata = MemberConversion::Convert(date);
-    SetZone("America/New_York");
+    SetTimeZone("America/New_York");
     NSCalendarDate *const inNewYork = MemberConversion::Convert(date);
 
     EXPECT_EQ([inNewYork timeIntervalSinceDate:inKolkata], 9.5 * 3600);
-    EXPECT_EQ(InstantOf(inNewYork), Instant(fields));
+    EXPECT_EQ(InstantOf(inNewYork), LocalInstant(fields));
 }
 
 TEST_F(DateToCocoa, IsTheCallersOnlyUntilThePoolEnds)
 {
-    SetZone("UTC");
+    SetTimeZone("UTC");
     Start();
     NSCalendarDate *date = nil;
     {

@@ -1,11 +1,9 @@
 // Cocoa dates become host Dates with the wall clock of the default time zone.
 #include "tests/support/conversion_doubles.h"
 #include "tests/support/trace.h"
+#include "tests/support/wall_clock.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <ctime>
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -21,67 +19,19 @@ NSDate *DateSince1970(double seconds)
     return [NSDate dateWithTimeIntervalSince1970:seconds];
 }
 
-std::string ShownFields(const std::tm &fields)
+std::time_t WholeSeconds(double secondsSince1970)
 {
-    char text[80];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", fields.tm_year + 1900,
-                  fields.tm_mon + 1, fields.tm_mday, fields.tm_hour, fields.tm_min, fields.tm_sec);
-    return text;
+    return static_cast<std::time_t>(std::floor(secondsSince1970));
 }
 
-/// The fields that the C library tells, in Greenwich.
 std::string UniversalTime(double secondsSince1970)
 {
-    const auto whole = static_cast<std::time_t>(std::floor(secondsSince1970));
-    std::tm fields{};
-    gmtime_r(&whole, &fields);
-    return ShownFields(fields);
+    return TextOf(UniversalFields(WholeSeconds(secondsSince1970)));
 }
 
-/// The same, in the time zone of this process.
 std::string LocalTime(double secondsSince1970)
 {
-    const auto whole = static_cast<std::time_t>(std::floor(secondsSince1970));
-    std::tm fields{};
-    localtime_r(&whole, &fields);
-    return ShownFields(fields);
-}
-
-long OffsetAt(std::time_t moment)
-{
-    std::tm fields{};
-    localtime_r(&moment, &fields);
-    return fields.tm_gmtoff;
-}
-
-/// The first moment after `before`, and not after `after`, with the offset that holds at `after`.
-std::time_t ChangeBetween(std::time_t before, std::time_t after)
-{
-    while (after - before > 1) {
-        const std::time_t middle = before + (after - before) / 2;
-        (OffsetAt(middle) == OffsetAt(before) ? before : after) = middle;
-    }
-    return after;
-}
-
-/// The moments from 1970 to 2037 at which the clock of this process's time zone is put forward or back.
-std::vector<std::time_t> ClockChanges()
-{
-    constexpr std::time_t kDay = 86400;
-    constexpr std::time_t kEnd = 2145916800;
-    std::vector<std::time_t> changes;
-    for (std::time_t day = 0; day < kEnd; day += kDay)
-        if (OffsetAt(day) != OffsetAt(day + kDay))
-            changes.push_back(ChangeBetween(day, day + kDay));
-    return changes;
-}
-
-/// Sets the time zone of the C library and Cocoa's default one.
-void SetTimeZone(const char *name)
-{
-    setenv("TZ", name, 1);
-    tzset();
-    [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneWithName:[NSString stringWithUTF8String:name]]];
+    return TextOf(LocalFields(WholeSeconds(secondsSince1970)));
 }
 
 struct ZoneRow {
@@ -122,7 +72,7 @@ TEST_P(HostDateInZone, HasTheWallClockOnBothSidesOfEachChange)
 {
     Start();
     SetTimeZone(GetParam().zone);
-    const std::vector<std::time_t> changes = ClockChanges();
+    const std::vector<std::time_t> changes = ClockChanges(0);
     ASSERT_EQ(!changes.empty(), GetParam().changes);
     for (const std::time_t change : changes)
         for (const int distance : {-7200, -3600, -1800, -1, 0, 1, 1799, 3599, 3600, 7200}) {
@@ -137,7 +87,7 @@ TEST_P(HostDateInZone, HasTheWallClockOfEveryMonth)
     Start();
     SetTimeZone(GetParam().zone);
     constexpr double kMonth = 30.436875 * 86400;
-    for (double moment = -2.0e9; moment < 2145916800; moment += kMonth)
+    for (double moment = -2.0e9; moment < static_cast<double>(kLastInstant); moment += kMonth)
         ASSERT_EQ(Convert(DateSince1970(moment)).AsString(), LocalTime(moment)) << moment;
 }
 

@@ -2,10 +2,9 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include <ctime>
-
 #include "tests/bridge/to_host/program_reading_test.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -17,42 +16,31 @@ namespace {
 struct ChangeRow {
     const char *testName;
     const char *zone;
-    std::tm moment;
+    Fields moment;
     const char *before;
     const char *after;
 };
 
-std::tm Greenwich(int year, int month, int day, int hour, int minute)
-{
-    std::tm fields{};
-    fields.tm_year = year - 1900;
-    fields.tm_mon = month - 1;
-    fields.tm_mday = day;
-    fields.tm_hour = hour;
-    fields.tm_min = minute;
-    return fields;
-}
-
 const ChangeRow kChanges[] = {
-    {"BerlinForward", "Europe/Berlin", Greenwich(2024, 3, 31, 1, 0), "2024-03-31 01:59:59",
+    {"BerlinForward", "Europe/Berlin", Fields{2024, 3, 31, 1, 0, 0}, "2024-03-31 01:59:59",
      "2024-03-31 03:00:00"},
-    {"BerlinBack", "Europe/Berlin", Greenwich(2024, 10, 27, 1, 0), "2024-10-27 02:59:59",
+    {"BerlinBack", "Europe/Berlin", Fields{2024, 10, 27, 1, 0, 0}, "2024-10-27 02:59:59",
      "2024-10-27 02:00:00"},
-    {"NewYorkForward", "America/New_York", Greenwich(2024, 3, 10, 7, 0), "2024-03-10 01:59:59",
+    {"NewYorkForward", "America/New_York", Fields{2024, 3, 10, 7, 0, 0}, "2024-03-10 01:59:59",
      "2024-03-10 03:00:00"},
-    {"NewYorkBack", "America/New_York", Greenwich(2024, 11, 3, 6, 0), "2024-11-03 01:59:59",
+    {"NewYorkBack", "America/New_York", Fields{2024, 11, 3, 6, 0, 0}, "2024-11-03 01:59:59",
      "2024-11-03 01:00:00"},
-    {"NewYorkForwardByTheRulesUntil2006", "America/New_York", Greenwich(2006, 4, 2, 7, 0),
+    {"NewYorkForwardByTheRulesUntil2006", "America/New_York", Fields{2006, 4, 2, 7, 0, 0},
      "2006-04-02 01:59:59", "2006-04-02 03:00:00"},
-    {"SydneyForward", "Australia/Sydney", Greenwich(2024, 10, 5, 16, 0), "2024-10-06 01:59:59",
+    {"SydneyForward", "Australia/Sydney", Fields{2024, 10, 5, 16, 0, 0}, "2024-10-06 01:59:59",
      "2024-10-06 03:00:00"},
-    {"LordHoweForwardByHalfAnHour", "Australia/Lord_Howe", Greenwich(2024, 10, 5, 15, 30),
+    {"LordHoweForwardByHalfAnHour", "Australia/Lord_Howe", Fields{2024, 10, 5, 15, 30, 0},
      "2024-10-06 01:59:59", "2024-10-06 02:30:00"},
-    {"LordHoweBackByHalfAnHour", "Australia/Lord_Howe", Greenwich(2024, 4, 6, 15, 0), "2024-04-07 01:59:59",
+    {"LordHoweBackByHalfAnHour", "Australia/Lord_Howe", Fields{2024, 4, 6, 15, 0, 0}, "2024-04-07 01:59:59",
      "2024-04-07 01:30:00"},
-    {"StJohnsOneMinutePastMidnight", "America/St_Johns", Greenwich(2011, 3, 13, 3, 31), "2011-03-13 00:00:59",
+    {"StJohnsOneMinutePastMidnight", "America/St_Johns", Fields{2011, 3, 13, 3, 31, 0}, "2011-03-13 00:00:59",
      "2011-03-13 01:01:00"},
-    {"ApiaWithoutADay", "Pacific/Apia", Greenwich(2011, 12, 30, 10, 0), "2011-12-29 23:59:59",
+    {"ApiaWithoutADay", "Pacific/Apia", Fields{2011, 12, 30, 10, 0, 0}, "2011-12-29 23:59:59",
      "2011-12-31 00:00:00"},
 };
 
@@ -71,10 +59,8 @@ class ReadClockChange : public ReadDates, public ::testing::WithParamInterface<C
 TEST_P(ReadClockChange, ShowsTheWallClockBeforeAndAfter)
 {
     Start();
-    [NSTimeZone
-        setDefaultTimeZone:[NSTimeZone timeZoneWithName:[NSString stringWithUTF8String:GetParam().zone]]];
-    std::tm moment = GetParam().moment;
-    const auto change = static_cast<double>(timegm(&moment));
+    SetTimeZone(GetParam().zone);
+    const auto change = static_cast<double>(UniversalInstant(GetParam().moment));
     EXPECT_EQ(ReadDate(change - 1).AsString(), GetParam().before);
     EXPECT_EQ(ReadDate(change - 0.5).AsString(), GetParam().before) << "fractions are dropped";
     EXPECT_EQ(ReadDate(change).AsString(), GetParam().after);
