@@ -8,7 +8,7 @@
 
 namespace {
 
-/// `HostResult` is the host function's own result where the wrapper answers something else.
+/// `HostResult` is the host function's own result where the wrapper returns something else.
 template <typename HostResult, typename Result, typename... Parameters>
 void CheckWrapperOf(const std::string &name, Result (*wrapper)(Parameters...))
 {

@@ -128,7 +128,7 @@ REALobject OutOfMemoryForTheFirstInstance(const char *className)
     return gRealNewInstance(className);
 }
 
-/// What the exception handler answers, with a reference of its own.
+/// What the exception handler returns, with a reference of its own.
 REALobject gReport;
 
 REALobject CallWithReport(void (*function)(void *), void *argument)

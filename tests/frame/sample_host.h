@@ -7,7 +7,7 @@
 #include <tuple>
 #include <type_traits>
 
-/// What the resolver answers, and how often it was asked.
+/// What the resolver returns, and how often it was asked.
 inline std::map<std::string, void *> gAnswers;
 inline std::map<std::string, int> gAsks;
 
@@ -32,7 +32,7 @@ T Sample()
         return static_cast<T>(-7);
 }
 
-/// A host function that keeps its arguments and answers the sample of its result.
+/// A host function that keeps its arguments and returns the sample of its result.
 template <typename Result, typename... Parameters>
 struct HostFunction {
     static inline std::tuple<std::decay_t<Parameters>...> arguments;

@@ -48,7 +48,7 @@ std::string KeyOf(const BridgeMember &row)
 
 class FamilyTest : public PluginWithFamily {
 protected:
-    /// Something that Cocoa raises at. Answers the class of the host exception that comes of it.
+    /// Makes Cocoa raise. Returns the class of the host exception that comes of it.
     std::string ExceptionOfCocoa()
     {
         const Value center = DefaultCenter(host());

@@ -40,7 +40,7 @@ protected:
                         userInfo:[NSDictionary dictionaryWithObject:value forKey:@"key"]];
     }
 
-    /// Answers the class of the host exception that came of it.
+    /// Returns the class of the host exception that came of it.
     std::string PostByProgram(const Value &value)
     {
         const Value info = host().NewDictionary();

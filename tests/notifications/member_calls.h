@@ -31,7 +31,7 @@ struct MemberFunction {
 /// Of all classes that the library registered.
 std::vector<MemberFunction> MemberFunctions(const qzlhost::Host &host);
 
-/// The one with this key. Throws std::out_of_range where there is none.
+/// The one with this key. Throws std::out_of_range without one.
 MemberFunction FindMember(const qzlhost::Host &host, const std::string &key);
 
 /// What a call did.

@@ -91,7 +91,7 @@ struct Outcome {
     MemberAnswer answer;
     std::vector<std::string> log;
     int raised = 0;
-    /// The host exception; Nil where there is none.
+    /// The host exception; Nil without one.
     Value exception;
     bool handleStayed = false;
 };

@@ -11,7 +11,7 @@ namespace {
 class MissingFunction : public PluginTest, public ::testing::WithParamInterface<std::string> {
 protected:
     /// Everything a program does in a notification's life. Nothing may crash; what cannot be done is not
-    /// done. Answers how many events came.
+    /// done. Returns how many events came.
     size_t ObserveAndPost(Host &host)
     {
         ObserverProgram program(host, "ProgramObserver", [&](const Value &notification) {

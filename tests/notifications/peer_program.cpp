@@ -30,9 +30,9 @@ constexpr double kNoLimit = 1e9;
 ///               to post a notification that was built; "times" to post so often, with a "sequence" from 0
 ///               in the user info
 ///   suspend     "value"
-///   suspended   answers the property
+///   suspended   returns the property
 ///   settle      see Settle
-///   quit        ends the program; answers what its host has to say: "leaks" and "mistakes"
+///   quit        ends the program; returns what its host reports: "leaks" and "mistakes"
 /// "center" names the way to the centre that is used: New, defaultCenter or notificationCenterForType.
 class Program {
 public:
@@ -49,7 +49,7 @@ public:
         host_.DefineClass(std::move(observer));
     }
 
-    /// Does a command; answers what it gives.
+    /// Does a command and returns what it gives.
     Json Do(const Json &command)
     {
         const std::string verb = command.at("do");
@@ -226,7 +226,7 @@ void Run(Host &host, Program &program, Commands &commands, Report &report)
     }
 }
 
-/// Answers the exit status.
+/// Returns the exit status.
 int RunIn(Host &host, const char *library, Commands &commands)
 {
     Report report;

@@ -13,7 +13,7 @@
 /// Names and values.
 using EnvironmentVariables = std::vector<std::pair<std::string, std::string>>;
 
-/// Asks `done` until it answers true or the time is over. Answers whether it was done.
+/// Asks `done` until it returns true or the time is over. Returns whether it was done.
 bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit);
 
 /// A program that was started. Killed and waited for in the destructor, and by the system when the test ends
@@ -39,7 +39,7 @@ public:
     /// Does nothing once the process has ended.
     void Signal(int signal);
     bool HasEnded();
-    /// Answers whether it ended in time.
+    /// Returns whether it ended in time.
     bool WaitForEnd(std::chrono::milliseconds limit);
     /// Its exit status, or the negative number of the signal that ended it; nothing while it runs.
     std::optional<int> Status();

@@ -15,7 +15,7 @@ enum class Refusal {
     NodeAndParent,
     /// The name of an item.
     Name,
-    /// That a reference refers to anything.
+    /// Whether a reference refers to anything.
     Existence,
     /// The path of an item.
     Path,

@@ -82,7 +82,7 @@ OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information
     // The platform here reads only the beginning of a reference. All of it counts.
     if (error == noErr && parent != nullptr && manager.marksParents)
         parent->hidden[sizeof parent->hidden - 1] = 1;
-    // What was to be had is there all the same, for those who do not look at the error.
+    // The results are filled in even so, for a caller that ignores the error.
     const bool wantsNothing = catalog == nullptr && name == nullptr && parent == nullptr;
     const bool refuses = (Refuses(Refusal::NodeAndParent) && parent != nullptr) ||
                          (Refuses(Refusal::Name) && name != nullptr) ||

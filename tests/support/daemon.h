@@ -21,7 +21,7 @@ private:
     std::string path_;
 };
 
-/// A running daemon, which only those processes reach that are told of its folder. It is killed in the
+/// A running daemon, which only processes that know its folder reach. It is killed in the
 /// destructor, which returns once it has ended and its folder is gone.
 class Daemon {
 public:

@@ -31,14 +31,14 @@ public:
     Peer(const Peer &) = delete;
     Peer &operator=(const Peer &) = delete;
 
-    /// What the command answers. Throws PeerError where the library raises an exception.
+    /// What the command returns. Throws PeerError where the library raises an exception.
     nlohmann::json Do(const nlohmann::json &command);
     /// The two halves of Do: in between the program is at work.
     void Begin(const nlohmann::json &command);
     nlohmann::json Finish();
     /// The class and message of the exception that the command ends with; null where it ends well.
     nlohmann::json RefusalOf(const nlohmann::json &command);
-    /// The next events, in their order, once there are so many.
+    /// The next `count` events, in their order, once they are there.
     std::vector<nlohmann::json> Events(size_t count);
     /// Those that are left, without waiting.
     std::vector<nlohmann::json> RemainingEvents();
@@ -49,7 +49,7 @@ public:
     void Kill();
     /// Keeps the program from running, or lets it go on.
     void Stop(bool stops);
-    /// Lets the program end. Answers what its host has to say of it: "leaks" and "mistakes".
+    /// Lets the program end. Returns what its host reports: "leaks" and "mistakes".
     nlohmann::json Quit();
     bool IsAlive() { return !process_.HasEnded(); }
     pid_t ProcessId() const { return process_.Id(); }

@@ -23,7 +23,7 @@ id Raise(id, SEL selector)
     return RaiseAt(selector);
 }
 
-/// The runtime asks for a method's signature on behalf of a message that nothing answers.
+/// The runtime asks for a method's signature for a message that no method takes.
 id RaiseForUnknown(id, SEL, SEL asked)
 {
     return RaiseAt(asked);
@@ -41,7 +41,7 @@ id RaiseForOneClass(id self, SEL selector, id first, id second, id third)
     return self == (id)gRaisingClass ? RaiseAt(selector) : gOriginal(self, selector, first, second, third);
 }
 
-/// A class whose objects answer no message at all.
+/// A class whose objects raise at every message.
 Class RaisingClass()
 {
     static const Class made = [] {

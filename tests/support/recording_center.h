@@ -9,7 +9,7 @@
 
 #include "tests/support/plugin_test.h"
 
-/// Answers to the messages of every kind of centre, and hands nothing on.
+/// Takes the messages of every kind of centre, and passes nothing on.
 @interface QZLRecordingCenter : NSObject {
 @public
     std::string label;

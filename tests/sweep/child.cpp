@@ -15,7 +15,7 @@ using nlohmann::json;
 
 namespace {
 
-/// A program that hangs ends after so many seconds.
+/// The seconds after which a program that hangs is ended.
 constexpr unsigned kPatience = 60;
 
 /// Classes whose objects the library makes or keeps.

@@ -7,7 +7,7 @@
 #include "host/host.h"
 
 enum class Fault {
-    /// The function does nothing and answers its empty result.
+    /// The function does nothing and returns its empty result.
     Fails,
     /// It throws std::bad_alloc.
     ThrowsStandard,
@@ -32,5 +32,5 @@ bool GivesBack(const std::string &function);
 /// Counts the library's calls of each host function from now on, and makes this one faulty.
 void MakeFaulty(qzlhost::Host &host, const FaultyCall &call);
 
-/// Ends that. Answers how often each function was called.
+/// Ends that. Returns how often each function was called.
 std::map<std::string, int> EndFaults(qzlhost::Host &host);

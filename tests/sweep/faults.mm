@@ -57,7 +57,7 @@ void ComeBack(Host &host)
     host.CallShared(kNotification, "notificationWithName", {"again", center});
 }
 
-/// Answers whether the call goes on.
+/// Returns whether the call goes on.
 bool Commit(Fault fault)
 {
     switch (fault) {

@@ -40,7 +40,7 @@ private:
     bool outer_;
 };
 
-/// Runs `body` and tells what it gave, or how it ended.
+/// Runs `body` and returns what it gave, or how it ended.
 std::string ResultOf(const std::function<std::string()> &body);
 
 /// The steps of the program. Each is independent of the others and leaves nothing behind.

@@ -49,7 +49,7 @@ namespace encoding = qzlhost::encoding;
 
 namespace {
 
-/// What the class of distributed centres answers in place of its own centres.
+/// What the class of distributed centres returns in place of its own centres.
 id QuietCenter(id, SEL)
 {
     static const id center = NSAllocateObject([QZLQuietCenter class], 0, nullptr);

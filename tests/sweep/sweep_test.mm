@@ -15,7 +15,7 @@ using qzlhost::Host;
 
 namespace {
 
-/// Of a function that is called more often, so many calls are made faulty, from the first to the last.
+/// How many calls of a function are made faulty if it is called more often, from the first to the last.
 int MostCalls()
 {
     const char *const number = std::getenv("QZL_SWEPT_CALLS");

@@ -11,7 +11,7 @@ namespace {
 
 namespace code = qzlhost::code;
 
-/// Answers more bytes than the two that a boolean has.
+/// Returns another byte for each index, not only the two that a boolean has.
 uint8_t ReadIndexAsBoolean(qzlhost::Instance *, int64_t index)
 {
     return static_cast<uint8_t>(index);

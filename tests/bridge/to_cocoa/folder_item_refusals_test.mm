@@ -42,7 +42,7 @@ protected:
         return url == nil ? "nil" : [[url absoluteString] UTF8String];
     }
 
-    /// That the library holds none of the objects that it got, which are so many.
+    /// Expects that the library got `count` objects and holds none of them.
     static void ExpectReleased(size_t count)
     {
         EXPECT_EQ(TheCoreFoundation().ReleaseMade(), std::pair(count, count));

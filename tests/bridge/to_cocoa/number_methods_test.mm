@@ -9,7 +9,7 @@ namespace {
 
 namespace code = qzlhost::code;
 
-/// A class method of NSNumber that answers its own name.
+/// A class method of NSNumber that returns its own name.
 template <typename Number>
 class Named {
 public:

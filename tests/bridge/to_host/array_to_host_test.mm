@@ -8,7 +8,7 @@ using qzlhost::Host;
 using qzlhost::Value;
 namespace code = qzlhost::code;
 
-/// An array whose second element cannot be had.
+/// An array whose second element cannot be read.
 @interface QZLBrokenEnumerator : NSEnumerator {
     int asked;
 }

@@ -507,7 +507,7 @@ INSTANTIATE_TEST_SUITE_P(Cocoa, RowLookedUpOnce, testing::ValuesIn(RowsOfKind(Ki
 
 namespace {
 
-/// What the family's method for views answers; it owns no reference.
+/// What the family's method for views returns; it owns no reference.
 REALobject gViewWrapper;
 id gViewAskedFor;
 

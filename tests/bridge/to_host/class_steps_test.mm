@@ -79,7 +79,7 @@ Class AnswerTask(id, SEL)
 
 Class gPipeClass = Nil;
 
-/// Answers no, and is of another class from then on.
+/// Returns no, and is of another class from then on.
 BOOL BecomePipe(id object, SEL, Class)
 {
     object_setClass(object, gPipeClass);

@@ -20,7 +20,7 @@ id gRaised;
 
 } // namespace
 
-/// Answers the type ID that a test sets, or raises.
+/// Returns the type ID that a test sets, or raises.
 @interface QZLTestTypedObject : NSObject
 @end
 

@@ -54,7 +54,7 @@ protected:
         return reference;
     }
 
-    /// What comes of the file's URL: its item, made of its path, and by no other way.
+    /// Expects the file's item, made of its path and in no other way.
     void ExpectItemByPath()
     {
         const Value item = Owned(NSURLRBFile(URL(File())));
@@ -68,7 +68,7 @@ protected:
         EXPECT_EQ(calls[0].substr(calls[0].size() - 3), ", 3");
     }
 
-    /// What comes of the file's URL: its item, made of its folder and its name.
+    /// Expects the file's item, made of its folder and its name.
     void ExpectItemByParent()
     {
         const Value item = Owned(NSURLRBFile(URL(File())));
@@ -79,7 +79,7 @@ protected:
         EXPECT_EQ(host().CallsOf("GetTrueFolderItem"), 0);
     }
 
-    /// What comes of a URL of which no item comes: nothing, and its text as a value.
+    /// Expects no item of the URL, and its text as a value.
     void ExpectNoItem(NSURL *url)
     {
         EXPECT_EQ(NSURLRBFile(url), nullptr);
@@ -90,7 +90,7 @@ protected:
         EXPECT_EQ(variant.AsString(), [[url absoluteString] UTF8String]);
     }
 
-    /// That the library holds none of the objects that it got, which are so many.
+    /// Expects that the library got `count` objects and holds none of them.
     static void ExpectReleased(size_t count)
     {
         EXPECT_EQ(TheCoreFoundation().ReleaseMade(), std::pair(count, count));
@@ -100,7 +100,7 @@ private:
     fs::path folder_;
 };
 
-/// What an existing item's parent and name cannot be told without.
+/// What the parent and the name of an existing item depend on.
 class ExistingItemRefusals : public FileURLRefusals, public ::testing::WithParamInterface<Refusal> {};
 
 /// What is refused of an item that is not there, and how many objects were made until then.
@@ -181,7 +181,7 @@ protected:
 class FileURLByPath : public HostExceptions {};
 class FileURLByParent : public HostExceptions {};
 
-template <class Row>
+template <typename Row>
 std::string NameOf(const ::testing::TestParamInfo<Row> &row)
 {
     return row.param.testName;

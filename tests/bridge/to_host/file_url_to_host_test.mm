@@ -137,7 +137,7 @@ NSString *TextOfUnits(const std::u16string &units)
                                    length:units.size()];
 }
 
-template <class Row>
+template <typename Row>
 std::string NameOf(const ::testing::TestParamInfo<Row> &row)
 {
     return row.param.testName;

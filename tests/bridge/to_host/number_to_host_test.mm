@@ -212,7 +212,7 @@ constexpr MissingRow kMissingRows[] = {
 
 class NumberOnHostWithout : public LinkedTest, public ::testing::WithParamInterface<MissingRow> {};
 
-template <class Row>
+template <typename Row>
 std::string NameOf(const ::testing::TestParamInfo<Row> &row)
 {
     return row.param.name;

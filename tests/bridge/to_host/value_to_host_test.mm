@@ -151,7 +151,7 @@ constexpr OtherRow kOtherStructures[] = {
 
 class OtherStructureToHost : public LinkedTest, public ::testing::WithParamInterface<OtherRow> {};
 
-template <class Row>
+template <typename Row>
 std::string NameOf(const ::testing::TestParamInfo<Row> &row)
 {
     return row.param.testName;

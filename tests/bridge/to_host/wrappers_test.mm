@@ -17,7 +17,7 @@ using Wrappers = LinkedTest;
 
 } // namespace
 
-/// Answers another object when it is retained, as a proxy that stands for one may.
+/// Returns another object when it is retained, as a proxy that stands for one may.
 @interface QZLTestSubstituted : NSObject {
 @public
     id substitute;

@@ -27,7 +27,7 @@ std::vector<char> FileOf(const std::string &name)
     return std::vector<char>(std::istreambuf_iterator<char>(file), {});
 }
 
-/// Reads everything that is read before an image is mapped. Answers the error, empty for none.
+/// Reads everything that is read before an image is mapped. Returns the error; empty without one.
 std::string ErrorOf(const std::vector<char> &file)
 {
     // A copy of exactly its size, so that the address sanitizer sees a read beyond it.

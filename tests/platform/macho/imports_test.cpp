@@ -69,7 +69,7 @@ TEST(Imports, NothingIsBoundThatNoStubExports)
 
 TEST(Imports, WhatTheLibraryDoesNotExportIsAnError)
 {
-    // The process has it; macOS has not.
+    // The process has it; macOS lacks it.
     EXPECT_THAT(ErrorFrom([] { Resolve("_secure_getenv", kSystem); }),
                 HasSubstr("import _secure_getenv: /usr/lib/libSystem.B.dylib does not export it"));
     EXPECT_THAT(ErrorFrom([] { Resolve("_CFRetain", kSystem); }), HasSubstr("does not export it"));

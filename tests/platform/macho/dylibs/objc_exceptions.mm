@@ -94,7 +94,7 @@ void catchAndThrowAnother(const Callback &callback, id other)
     }
 }
 
-/// Catches the second while the first is being handled; answers the first.
+/// Catches the second while it handles the first; returns the first.
 id catchTwo(const Callback &first, const Callback &second, id *inner)
 {
     @try {
@@ -116,7 +116,7 @@ void letThrough(const Callback &callback, int *living)
     callback();
 }
 
-/// As above, so many frames deep, with a handler for another class in each.
+/// As above, `depth` frames deep, with a handler for another class in each.
 void letThroughDeep(const Callback &callback, int *living, int depth)
 {
     const Counted counted(living);
