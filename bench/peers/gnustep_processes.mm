@@ -1,7 +1,7 @@
 // Notifications between processes by GNUstep alone: what the library's cost without the library.
 #import <Foundation/Foundation.h>
 
-#include "processes.h"
+#include "bench/peers/processes.h"
 
 using Receiver = void (*)(const std::string &name, const Info &info);
 

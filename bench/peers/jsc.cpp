@@ -7,7 +7,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "medians.h"
+#include "bench/peers/medians.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Posts through the library to a program's handler that reads a dictionary of four entries whole.
-#include "medians.h"
-#include "ours.h"
+#include "bench/peers/medians.h"
+#include "bench/peers/ours.h"
 
 using qzlhost::Host;
 using qzlhost::Instance;

@@ -1,6 +1,6 @@
 // The library's notifications from one process to another, over the daemon that the environment names.
-#include "ours.h"
-#include "processes.h"
+#include "bench/peers/ours.h"
+#include "bench/peers/processes.h"
 
 using qzlhost::Host;
 using qzlhost::Instance;

@@ -10,7 +10,7 @@
 #include <functional>
 #include <string>
 
-#include "medians.h"
+#include "bench/peers/medians.h"
 
 constexpr char kMany[] = "PeersMany";
 constexpr char kThere[] = "PeersThere";

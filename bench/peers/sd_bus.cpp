@@ -1,7 +1,7 @@
 // Signals of sd-bus from one process to another, over the session bus that the environment names.
 #include <systemd/sd-bus.h>
 
-#include "processes.h"
+#include "bench/peers/processes.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "medians.h"
+#include "bench/peers/medians.h"
 #ifdef PEER_SIGC
 #include <sigc++/sigc++.h>
 #else

@@ -1,5 +1,5 @@
 // The host's books: leaks and misuse are named.
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

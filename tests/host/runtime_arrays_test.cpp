@@ -1,5 +1,5 @@
 // Arrays of every element type, through the functions that a library gets.
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -1,5 +1,5 @@
 // Members of classes as programs use them: construction, overloads, properties.
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

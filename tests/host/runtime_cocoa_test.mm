@@ -4,7 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -1,7 +1,7 @@
 // Events, classes of programs, and exceptions on their way between program and library.
 #include <thread>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -1,7 +1,7 @@
 // Faults of the host: functions that it lacks, finds late, fails or replaces.
 #include <fstream>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -1,7 +1,7 @@
 // Host strings and texts, through the functions that a library gets.
 #include <cstring>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

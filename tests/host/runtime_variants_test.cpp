@@ -1,7 +1,7 @@
 // Variants: their codes, conversions and properties.
 #include <cmath>
 
-#include "runtime_test.h"
+#include "tests/host/runtime_test.h"
 
 namespace qzlhost {
 

@@ -1,5 +1,5 @@
 // Numbers that go through an archive, as those of a user info do between processes.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <cfloat>
 #include <climits>

@@ -1,5 +1,5 @@
 // kCFBooleanTrue and kCFBooleanFalse, retain and release.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 namespace {
 

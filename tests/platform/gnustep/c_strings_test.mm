@@ -1,5 +1,5 @@
 // CFStringGetCString: what fits, what does not, what is left behind.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 // Code pages, byte by byte, against the C library's converters.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <iconv.h>
 

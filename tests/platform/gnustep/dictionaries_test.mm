@@ -1,5 +1,5 @@
 // Dictionaries keyed by address, and Cocoa's through Core Foundation's functions.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;
 

@@ -1,5 +1,5 @@
 // References of file-system items.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <CoreServices/CoreServices.h>
 

@@ -1,5 +1,5 @@
 // NSValues of rectangles, sizes, points and ranges.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The code pages of Mac scripts that the C library does not have, by the published mappings.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;
 

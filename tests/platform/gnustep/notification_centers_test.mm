@@ -1,6 +1,6 @@
 // The notification centres that GNUstep does not have, and posting with options.
-#include "DRNotificationCenterPosting.h"
-#include "port_testing.h"
+#include "platform/gnustep/DRNotificationCenterPosting.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <InstantMessage/IMService.h>
 

@@ -1,5 +1,5 @@
 // Strings of UTF-16 units: making, reading, copying, normalising.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;
 

@@ -1,5 +1,5 @@
 // The main thread's name, and four threads at once.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <CoreServices/CoreServices.h>
 

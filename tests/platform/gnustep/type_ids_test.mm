@@ -1,5 +1,5 @@
 // Type IDs and CFGetTypeID.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <CoreText/CoreText.h>
 

@@ -1,5 +1,5 @@
 // UTF-8, UTF-16, UTF-32, ASCII: byte orders, marks, and what is refused.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 #include <iconv.h>
 

@@ -1,5 +1,5 @@
 // URLs: making, taking apart, putting together.
-#include "port_testing.h"
+#include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;
 

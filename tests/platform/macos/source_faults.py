@@ -28,7 +28,7 @@ CENTER_RECORD = 'NSNotificationCenterQZL.mm'
 DISTRIBUTED_RECORD = 'NSDistributedNotificationCenterQZL.mm'
 DISC_RECORDING_RECORD = 'DRNotificationCenterQZL.mm'
 RECORDS = 'class_records.h'
-MEMBERS = 'members.h'
+MEMBERS = 'notifications/members.h'
 PLUGIN = 'plugin.cpp'
 LIBRARY = 'Library.cmake'
 
