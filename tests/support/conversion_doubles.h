@@ -36,7 +36,7 @@ inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
 
 /// The registry of wrappers, while this lives.
 struct Registry {
-    Registry()
+    Registry() : before(family::registry)
     {
         instances = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
         family::registry = instances;
@@ -44,7 +44,8 @@ struct Registry {
     ~Registry()
     {
         CFRelease(instances);
-        instances = family::registry = nullptr;
+        instances = nullptr;
+        family::registry = before;
     }
     Registry(const Registry &) = delete;
     Registry &operator=(const Registry &) = delete;
@@ -58,6 +59,9 @@ struct Registry {
     {
         CFDictionarySetValue(instances, object, instance.ObjectPointer());
     }
+
+    /// The family's own, which lives on.
+    const CFMutableDictionaryRef before;
 };
 
 /// The host value that the library makes of the object, with the reference that comes with it.
