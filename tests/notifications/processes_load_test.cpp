@@ -127,11 +127,9 @@ TEST_F(ProcessLoad, KilledPosterDisturbsNobody)
     survivor.Do(PostMany(1, 100));
 
     // How many came of the victim's is open.
-    std::map<int64_t, std::vector<int64_t>> numbers = NumbersByPoster(events);
-    while (numbers[1].size() < 100) {
+    while (NumbersByPoster(events)[1].size() < 100)
         events.push_back(observer.Events(1).at(0));
-        numbers = NumbersByPoster(events);
-    }
+    auto numbers = NumbersByPoster(events);
     EXPECT_EQ(numbers[0], NumbersTo(static_cast<int64_t>(numbers[0].size())));
     EXPECT_EQ(numbers[1], NumbersTo(100));
     Settle(survivor, observer);
