@@ -33,7 +33,7 @@ CFMutableDictionaryRef GetInstancesDictionary(id, SEL)
 {
     ++gState.registryAsks;
     RaiseIfAsked(FamilyMethod::Registry);
-    return gState.withholdsRegistry ? nullptr : registry;
+    return gState.withholdsRegistry ? nullptr : gRegistry;
 }
 
 void PrepareException(id, SEL)
@@ -72,7 +72,7 @@ const struct {
 
 Family::Family(qzlhost::Host &host) : host_(host)
 {
-    registry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
+    gRegistry = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
 }
 
 void Family::Offer(FamilyMethod method)
@@ -115,12 +115,12 @@ int Family::RegistryAsks() const
 
 int Family::RegistryCount() const
 {
-    return static_cast<int>(CFDictionaryGetCount(registry));
+    return static_cast<int>(CFDictionaryGetCount(gRegistry));
 }
 
 qzlhost::Instance *Family::Registered(id object) const
 {
-    return static_cast<qzlhost::Instance *>(const_cast<void *>(CFDictionaryGetValue(registry, object)));
+    return static_cast<qzlhost::Instance *>(const_cast<void *>(CFDictionaryGetValue(gRegistry, object)));
 }
 
 int Family::ExceptionsWrapped() const

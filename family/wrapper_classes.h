@@ -15,6 +15,6 @@ void DefineWrapperClass(qzlhost::Host &host, const std::string &name, uint64_t d
 namespace family {
 
 /// The instances by their Cocoa objects; null while there is no registry.
-inline CFMutableDictionaryRef registry = nullptr;
+inline CFMutableDictionaryRef gRegistry = nullptr;
 
 } // namespace family

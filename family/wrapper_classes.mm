@@ -16,8 +16,8 @@ void DefineWrapperClass(qzlhost::Host &host, const std::string &name, uint64_t d
     definition.dataSize = dataSize;
     definition.destructor = [](qzlhost::Instance *instance) {
         id &handle = *static_cast<id *>(family::InstanceData(instance));
-        if (handle != nil && family::registry != nullptr)
-            CFDictionaryRemoveValue(family::registry, handle);
+        if (handle != nil && family::gRegistry != nullptr)
+            CFDictionaryRemoveValue(family::gRegistry, handle);
         [handle release];
         handle = nil;
     };

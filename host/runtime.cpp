@@ -14,11 +14,11 @@ namespace qzlhost {
 Runtime::Runtime(Host &host, std::optional<double> version, bool keepsAccounts) : accounts(keepsAccounts)
 {
     Accounts *expected = nullptr;
-    if (!current<Accounts>.compare_exchange_strong(expected, &accounts))
+    if (!gCurrent<Accounts>.compare_exchange_strong(expected, &accounts))
         throw UsageError("there is a host already in this process");
-    current<ClassRegistry> = &classes;
-    current<Session> = &session;
-    current<Host> = &host;
+    gCurrent<ClassRegistry> = &classes;
+    gCurrent<Session> = &session;
+    gCurrent<Host> = &host;
     SetClassHooks();
     WarmUpCocoa();
     for (const EntryPoint &entry : EntryPoints())
@@ -35,10 +35,10 @@ Runtime::~Runtime()
 {
     TakeException();
     accounts.FreeRemains();
-    current<Host> = nullptr;
-    current<Session> = nullptr;
-    current<ClassRegistry> = nullptr;
-    current<Accounts> = nullptr;
+    gCurrent<Host> = nullptr;
+    gCurrent<Session> = nullptr;
+    gCurrent<ClassRegistry> = nullptr;
+    gCurrent<Accounts> = nullptr;
 }
 
 } // namespace qzlhost

@@ -100,9 +100,9 @@ Element ElementAt(Element (*read)(REALarray array, int64_t index), REALarray arr
     return Element();
 }
 
-/// The Cocoa array of a host array whose elements `read` reads and `convert` converts. Only a conversion that
+/// The Cocoa array of a host array whose elements `Read` reads and `Convert` converts. Only a conversion that
 /// leads to other containers takes what encloses its element.
-template <auto read, auto convert>
+template <auto Read, auto Convert>
 id ConvertElements(REALobject instance, const EnclosingContainers *enclosing)
 {
     if (Encloses(enclosing, instance))
@@ -112,11 +112,11 @@ id ConvertElements(REALobject instance, const EnclosingContainers *enclosing)
     NSMutableArray *const result = [NSMutableArray array];
     const int64_t bound = REALGetArrayUBound(array);
     for (int64_t index = 0; index <= bound; ++index) {
-        Held element(ElementAt(read, array, index));
-        if constexpr (std::is_invocable_v<decltype(convert), decltype(element.Get()), decltype(&here)>)
-            [result addObject:convert(element.Get(), &here)];
+        Held element(ElementAt(Read, array, index));
+        if constexpr (std::is_invocable_v<decltype(Convert), decltype(element.Get()), decltype(&here)>)
+            [result addObject:Convert(element.Get(), &here)];
         else
-            [result addObject:convert(element.Get())];
+            [result addObject:Convert(element.Get())];
         element.GiveBack();
     }
     return result;

@@ -12,7 +12,7 @@ namespace qzlhost {
 namespace {
 
 /// How many pools of the host's the thread has.
-thread_local int poolDepth = 0;
+thread_local int gPoolDepth = 0;
 
 } // namespace
 
@@ -47,19 +47,19 @@ void RegisterThreadWithCocoa()
 
 void *PushPool()
 {
-    ++poolDepth;
+    ++gPoolDepth;
     return [[NSAutoreleasePool alloc] init];
 }
 
 void PopPool(void *pool)
 {
     [static_cast<NSAutoreleasePool *>(pool) release];
-    --poolDepth;
+    --gPoolDepth;
 }
 
 CocoaScope::CocoaScope()
 {
-    if (poolDepth == 0) {
+    if (gPoolDepth == 0) {
         RegisterThreadWithCocoa();
         pool_ = PushPool();
     }
@@ -68,7 +68,7 @@ CocoaScope::CocoaScope()
 CocoaScope::~CocoaScope()
 {
     if (pool_) {
-        --poolDepth;
+        --gPoolDepth;
         [static_cast<NSAutoreleasePool *>(pool_) release];
     }
 }

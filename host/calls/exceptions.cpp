@@ -5,24 +5,24 @@ namespace qzlhost {
 
 namespace {
 
-thread_local Held<Instance> recorded;
+thread_local Held<Instance> gRecorded;
 
 } // namespace
 
 void RecordException(Held<Instance> exception)
 {
-    recorded = std::move(exception);
+    gRecorded = std::move(exception);
 }
 
 Held<Instance> TakeException()
 {
-    return std::exchange(recorded, Held<Instance>());
+    return std::exchange(gRecorded, Held<Instance>());
 }
 
 ExceptionScope::~ExceptionScope()
 {
-    if (outer_ && !recorded)
-        recorded = std::move(outer_);
+    if (outer_ && !gRecorded)
+        gRecorded = std::move(outer_);
 }
 
 } // namespace qzlhost

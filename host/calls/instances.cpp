@@ -54,11 +54,11 @@ void RunDestructors(Instance *instance)
 
 void SetClassHooks()
 {
-    classHooks.name = [](const Class &type) -> const std::string & { return type.name; };
-    classHooks.newBuiltIn = [](const char *className, std::unique_ptr<Payload> payload) {
+    gClassHooks.name = [](const Class &type) -> const std::string & { return type.name; };
+    gClassHooks.newBuiltIn = [](const char *className, std::unique_ptr<Payload> payload) {
         return NewInstance(*Current<ClassRegistry>()->Find(className), std::move(payload));
     };
-    classHooks.runDestructors = RunDestructors;
+    gClassHooks.runDestructors = RunDestructors;
 }
 
 Instance *NewInstance(const Class &type, std::unique_ptr<Payload> payload)

@@ -21,20 +21,20 @@ void DropStrayException()
         RecordMistake(Describe(stray.Get()) + " was raised where no program could catch it");
 }
 
-thread_local int callDepth = 0;
+thread_local int gCallDepth = 0;
 
 /// Surrounds a call that a program makes: only what is raised inside is the call's.
 class ProgramCall {
 public:
     ProgramCall() = default;
-    ~ProgramCall() { --callDepth; }
+    ~ProgramCall() { --gCallDepth; }
     ProgramCall(const ProgramCall &) = delete;
     ProgramCall &operator=(const ProgramCall &) = delete;
 
 private:
     static bool Enter()
     {
-        if (callDepth++ == 0)
+        if (gCallDepth++ == 0)
             DropStrayException();
         return true;
     }

@@ -15,7 +15,7 @@ namespace {
 template <auto Function, int Alias = 0>
 EntryPoint Row(const char *name)
 {
-    return {name, Native<Function, Alias>(name), &Thunk<Function, Alias>::description};
+    return {name, Native<Function, Alias>(name), &gNativeFunction<Function, Alias>};
 }
 
 } // namespace

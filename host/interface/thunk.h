@@ -25,6 +25,9 @@ std::string ShownList(const A &...arguments)
     return list;
 }
 
+template <auto Function, int Alias>
+inline NativeFunction gNativeFunction;
+
 /// `Function` as the library calls it. If an argument is not acceptable, or the function is to fail, nothing
 /// is done and the empty value returned. `Alias` tells apart names that share a function.
 template <auto Function, int Alias = 0>
@@ -32,25 +35,24 @@ struct Thunk;
 
 template <class R, class... A, R (*Function)(A...), int Alias>
 struct Thunk<Function, Alias> {
-    static inline NativeFunction description;
-
     static R Call(A... arguments)
     {
+        const NativeFunction &native = gNativeFunction<Function, Alias>;
         Session *const session = Current<Session>();
         if (!session)
             return R();
         const bool intercepted = session->interceptor && !InsideFunction();
-        const FunctionScope scope(description.name);
+        const FunctionScope scope(native.name);
         if (session->traces)
-            session->trace.Add(description.name, ShownList(arguments...));
-        if (!(IsAcceptable(arguments) && ...) || description.fails)
+            session->trace.Add(native.name, ShownList(arguments...));
+        if (!(IsAcceptable(arguments) && ...) || native.fails)
             return R();
-        if (intercepted && !session->interceptor(description.name, CallMoment::Begins))
+        if (intercepted && !session->interceptor(native.name, CallMoment::Begins))
             return R();
         if constexpr (std::is_void_v<R>) {
             Function(arguments...);
             if (intercepted)
-                session->interceptor(description.name, CallMoment::Ends);
+                session->interceptor(native.name, CallMoment::Ends);
         } else {
             return Function(arguments...);
         }
@@ -61,7 +63,7 @@ struct Thunk<Function, Alias> {
 template <auto Function, int Alias = 0>
 void *Native(const char *name)
 {
-    Thunk<Function, Alias>::description.name = name;
+    gNativeFunction<Function, Alias>.name = name;
     return reinterpret_cast<void *>(&Thunk<Function, Alias>::Call);
 }
 

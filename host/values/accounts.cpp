@@ -16,9 +16,9 @@ namespace {
 /// How many of the dead are remembered by name.
 constexpr size_t kRememberedDead = 100000;
 
-std::atomic<uint32_t> lastHost{0};
+std::atomic<uint32_t> gLastHost{0};
 
-thread_local const char *currentFunction = kProgram;
+thread_local const char *gCurrentFunction = kProgram;
 
 std::string DescribeThing(Kind kind, const Counted *thing)
 {
@@ -50,7 +50,7 @@ void Free(Kind kind, Counted *thing)
 
 } // namespace
 
-Accounts::Accounts(bool open) : open_(open), host_(++lastHost) {}
+Accounts::Accounts(bool open) : open_(open), host_(++gLastHost) {}
 
 Accounts *Accounts::Of(const Counted *thing)
 {
@@ -65,7 +65,7 @@ void Accounts::Enter(Kind kind, Counted *thing)
         return;
     std::lock_guard lock(mutex_);
     thing->serial = ++lastSerial_;
-    alive_[thing] = {kind, thing, currentFunction};
+    alive_[thing] = {kind, thing, gCurrentFunction};
     dead_.erase(thing);
 }
 
@@ -167,22 +167,22 @@ std::vector<Accounts::Entry> Accounts::Alive() const
 void RecordMistake(const std::string &text)
 {
     if (Accounts *const accounts = Current<Accounts>())
-        accounts->RecordMistake(std::string(currentFunction) + ": " + text);
+        accounts->RecordMistake(std::string(gCurrentFunction) + ": " + text);
 }
 
 bool InsideFunction()
 {
-    return currentFunction != kProgram;
+    return gCurrentFunction != kProgram;
 }
 
-FunctionScope::FunctionScope(const char *name) : outer_(currentFunction)
+FunctionScope::FunctionScope(const char *name) : outer_(gCurrentFunction)
 {
-    currentFunction = name;
+    gCurrentFunction = name;
 }
 
 FunctionScope::~FunctionScope()
 {
-    currentFunction = outer_;
+    gCurrentFunction = outer_;
 }
 
 } // namespace qzlhost

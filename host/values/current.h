@@ -7,13 +7,13 @@ namespace qzlhost {
 
 /// Set by the host as it begins and ends.
 template <class Part>
-inline std::atomic<Part *> current{nullptr};
+inline std::atomic<Part *> gCurrent{nullptr};
 
 /// The part of the host that lives now; null between hosts. Any thread.
 template <class Part>
 Part *Current()
 {
-    return current<Part>;
+    return gCurrent<Part>;
 }
 
 } // namespace qzlhost

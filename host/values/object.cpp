@@ -41,7 +41,7 @@ std::string Describe(const Instance *instance)
 {
     if (!instance)
         return "Nil";
-    const std::string className = Accounts::Of(instance) ? classHooks.name(*instance->type) : "an instance";
+    const std::string className = Accounts::Of(instance) ? gClassHooks.name(*instance->type) : "an instance";
     return className + " #" + std::to_string(instance->serial) +
            (instance->payload ? instance->payload->Detail() : std::string());
 }
@@ -52,7 +52,7 @@ void Destroy(Instance *thing)
     if (thing->dying.exchange(true))
         return;
     if (Accounts::Of(thing)) {
-        classHooks.runDestructors(thing);
+        gClassHooks.runDestructors(thing);
         if (thing->counts.References() != 0)
             RecordMistake(Describe(thing) + " was kept while its destructors ran");
     }

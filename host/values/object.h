@@ -54,13 +54,13 @@ struct ClassHooks {
 };
 
 /// Set before the first instance is made.
-inline ClassHooks classHooks{};
+inline ClassHooks gClassHooks{};
 
 /// A new instance of one of the host's own classes, with one reference and this payload; without one, with
 /// the class's own.
 inline Instance *NewBuiltIn(const char *className, std::unique_ptr<Payload> payload)
 {
-    return classHooks.newBuiltIn(className, std::move(payload));
+    return gClassHooks.newBuiltIn(className, std::move(payload));
 }
 
 /// A new instance with one reference, on which nothing of its classes has run.

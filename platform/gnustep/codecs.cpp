@@ -90,8 +90,8 @@ constexpr Correction kCorrections[] = {
 };
 
 /// The encoding's row if this ICU has its converter; null otherwise.
-template <size_t size>
-const NamedEncoding *FindRow(const NamedEncoding (&rows)[size], CFStringEncoding encoding)
+template <size_t Size>
+const NamedEncoding *FindRow(const NamedEncoding (&rows)[Size], CFStringEncoding encoding)
 {
     const auto *const row =
         std::find_if(std::begin(rows), std::end(rows),

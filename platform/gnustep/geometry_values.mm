@@ -42,7 +42,7 @@ struct GeometryType {
 
 /// They compare and copy by class. Archives name the encoding: they keep GNUstep's, which is the one
 /// that it reads.
-GeometryType geometryTypes[] = {
+GeometryType gGeometryTypes[] = {
     {"GSRectValue", "{CGRect={CGPoint=dd}{CGSize=dd}}", @encode(NSRect), ReadRect, Nil},
     {"GSSizeValue", "{CGSize=dd}", @encode(NSSize), ReadSize, Nil},
     {"GSPointValue", "{CGPoint=dd}", @encode(NSPoint), ReadPoint, Nil},
@@ -55,7 +55,7 @@ const GeometryType &TypeOf(NSValue *value)
     const auto isOfRow = [value](const GeometryType &row) {
         return [value isKindOfClass:row.concreteClass] != NO;
     };
-    return *std::find_if(std::begin(geometryTypes), std::end(geometryTypes), isOfRow);
+    return *std::find_if(std::begin(gGeometryTypes), std::end(gGeometryTypes), isOfRow);
 }
 
 const char *ObjCType(NSValue *value, SEL)
@@ -80,16 +80,16 @@ void EncodeWithCoder(NSValue *value, SEL, NSCoder *coder)
     [coder encodeValueOfObjCType:type.gnustepType at:&largest];
 }
 
-Class (*gnustepClassOfType)(Class, SEL, const char *);
+Class (*gClassOfType)(Class, SEL, const char *);
 
 /// Which class a value of an encoding gets. GNUstep knows macOS's encodings too, but takes a size
 /// for a point.
 Class ClassOfType(Class valueClass, SEL selector, const char *type)
 {
-    for (const GeometryType &row : geometryTypes)
+    for (const GeometryType &row : gGeometryTypes)
         if (type != nullptr && std::strcmp(type, row.macOSType) == 0)
             return row.concreteClass;
-    return gnustepClassOfType(valueClass, selector, type);
+    return gClassOfType(valueClass, selector, type);
 }
 
 /// Sets a method's implementation and returns the one that it had.
@@ -113,7 +113,7 @@ Function Replace(Method method, Function implementation)
 
 + (void)load
 {
-    for (GeometryType &row : geometryTypes) {
+    for (GeometryType &row : gGeometryTypes) {
         const Class concreteClass = objc_getClass(row.className);
         row.concreteClass = concreteClass;
         Replace(class_getInstanceMethod(concreteClass, @selector(objCType)), ObjCType);
@@ -122,7 +122,7 @@ Function Replace(Method method, Function implementation)
     }
     const Method classOfType =
         class_getClassMethod(objc_getClass("NSValue"), @selector(valueClassWithObjCType:));
-    gnustepClassOfType = Replace(classOfType, ClassOfType);
+    gClassOfType = Replace(classOfType, ClassOfType);
 }
 
 @end

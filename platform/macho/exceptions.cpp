@@ -16,7 +16,7 @@
 
 #include "platform/macho/handler_table.h"
 
-extern "C" _Unwind_Reason_Code cxxPersonality(int version, _Unwind_Action actions,
+extern "C" _Unwind_Reason_Code CxxPersonality(int version, _Unwind_Action actions,
                                               _Unwind_Exception_Class kind, _Unwind_Exception *exception,
                                               _Unwind_Context *context) __asm__("__gxx_personality_v0");
 
@@ -107,7 +107,7 @@ _Unwind_Reason_Code machoObjcPersonality(int version, _Unwind_Action actions, _U
                                          _Unwind_Exception *exception, _Unwind_Context *context)
 {
     if (kind != kObjcException)
-        return cxxPersonality(version, actions, kind, exception, context);
+        return CxxPersonality(version, actions, kind, exception, context);
     const auto *const table = static_cast<const uint8_t *>(_Unwind_GetLanguageSpecificData(context));
     if (table == nullptr)
         return _URC_CONTINUE_UNWIND;

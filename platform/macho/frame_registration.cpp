@@ -5,7 +5,7 @@
 
 #include "platform/macho/dwarf_frames.h"
 
-extern "C" void registerFrame(void *section) __asm__("__register_frame");
+extern "C" void RegisterFrame(void *section) __asm__("__register_frame");
 
 namespace macho {
 
@@ -120,7 +120,7 @@ void RegisterFrames(const std::vector<UnwindEntry> &entries, const MappedImage &
                         entry.instructions);
     }
     static auto &sections = *new std::vector<std::vector<uint8_t>>;
-    registerFrame(sections.emplace_back(writer.Take()).data());
+    RegisterFrame(sections.emplace_back(writer.Take()).data());
 }
 
 } // namespace macho

@@ -15,7 +15,7 @@
 #include "platform/macho/unwind_info.h"
 
 // The leak checker's, in programs that have it.
-extern "C" __attribute__((weak)) void registerRootRegion(const void *begin,
+extern "C" __attribute__((weak)) void RegisterRootRegion(const void *begin,
                                                          size_t size) __asm__("__lsan_register_root_region");
 
 namespace macho {
@@ -63,11 +63,11 @@ void ApplyFixups(const Image &image, const MappedImage &memory)
 /// What the image's variables point to has not leaked.
 void ShowVariablesToLeakChecker(const Image &image, const MappedImage &memory)
 {
-    if (registerRootRegion == nullptr)
+    if (RegisterRootRegion == nullptr)
         return;
     for (const Segment &segment : image.segments) {
         if (segment.isWritable)
-            registerRootRegion(memory.At(segment.address), segment.size);
+            RegisterRootRegion(memory.At(segment.address), segment.size);
     }
 }
 
@@ -94,7 +94,7 @@ void Load(const std::string &path, LoadedDylib &dylib)
     dylib.memory->Protect();
     RegisterFrames(frames, *dylib.memory);
     ShowVariablesToLeakChecker(dylib.image, *dylib.memory);
-    machoDylibLoaded(path.c_str(), SlideOf(dylib));
+    MachoDylibLoaded(path.c_str(), SlideOf(dylib));
     SendObjcLoad(dylib.image, *dylib.memory);
     RunInitializers(dylib.image, *dylib.memory);
 }
@@ -136,7 +136,7 @@ uint64_t SlideOf(const LoadedDylib &dylib)
 
 } // namespace macho
 
-__attribute__((noinline)) void machoDylibLoaded(const char *path, uint64_t slide)
+__attribute__((noinline)) void MachoDylibLoaded(const char *path, uint64_t slide)
 {
     // Nothing but a place to stop at, with its arguments at hand.
     asm volatile("" : : "r"(path), "r"(slide) : "memory");

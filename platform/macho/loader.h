@@ -27,5 +27,5 @@ uint64_t SlideOf(const LoadedDylib &dylib);
 
 extern "C" {
 /// Called after a dylib was loaded and before its code runs: a debugger stops here.
-void machoDylibLoaded(const char *path, uint64_t slide);
+void MachoDylibLoaded(const char *path, uint64_t slide);
 }

@@ -8,13 +8,13 @@ namespace {
 struct Object;
 struct String;
 
-void *(*resolve)(const char *) = nullptr;
-int64_t recordVersion = 13;
+void *(*gResolve)(const char *) = nullptr;
+int64_t gRecordVersion = 13;
 
 template <class F>
 F *HostFunction(const char *name)
 {
-    return reinterpret_cast<F *>(resolve(name));
+    return reinterpret_cast<F *>(gResolve(name));
 }
 
 String *NewString(const std::string &text)
@@ -59,13 +59,13 @@ Data *DataOf(Object *object)
 
 // What ran, in order
 
-std::mutex logMutex;
-std::string logText;
+std::mutex gLogMutex;
+std::string gLogText;
 
 void Log(const char *what)
 {
-    std::lock_guard lock(logMutex);
-    logText += what;
+    std::lock_guard lock(gLogMutex);
+    gLogText += what;
 }
 
 void BaseInit(Object *)
@@ -106,9 +106,9 @@ void DerivedDestructor(Object *)
 
 String *TakeLog()
 {
-    std::lock_guard lock(logMutex);
-    String *const text = NewString(logText);
-    logText.clear();
+    std::lock_guard lock(gLogMutex);
+    String *const text = NewString(gLogText);
+    gLogText.clear();
     return text;
 }
 
@@ -269,12 +269,12 @@ struct EventRow {
     uint64_t zeros[2];
 };
 
-alignas(16) EventRow baseEvents[] = {{"Fired(what as string, sender as BaseEX)", 0, {}}};
+alignas(16) EventRow gBaseEvents[] = {{"Fired(what as string, sender as BaseEX)", 0, {}}};
 
 bool Fire(Object *self, String *what)
 {
-    uint64_t key = baseEvents[0].key;
-    if (recordVersion == 9)
+    uint64_t key = gBaseEvents[0].key;
+    if (gRecordVersion == 9)
         key = reinterpret_cast<const uint64_t *>(key)[1];
     void *const handler = HostFunction<void *(Object *, uint64_t)>("GetEventInstance")(self, key);
     if (handler)
@@ -285,7 +285,7 @@ bool Fire(Object *self, String *what)
 /// Asks with the content of the slot, which is the key in versions from 10 on only.
 bool HasHandlerForSlot(Object *self)
 {
-    return HostFunction<void *(Object *, uint64_t)>("GetEventInstance")(self, baseEvents[0].key) != nullptr;
+    return HostFunction<void *(Object *, uint64_t)>("GetEventInstance")(self, gBaseEvents[0].key) != nullptr;
 }
 
 // The records
@@ -353,14 +353,14 @@ MethodRow Member(const char *declaration, F *function)
     return {Address(function), nullptr, declaration, 4, {}};
 }
 
-alignas(16) PropertyRow baseProperties[] = {
+alignas(16) PropertyRow gBaseProperties[] = {
     {nullptr, "Handle", "Integer", 6, kField, kField, 0, {}},
     {nullptr, "Small", "Int16", 6, kField, kField, 8, {}},
     {nullptr, "Tick", "Integer", 6, Address(&GetTick), Address(&SetTick), 3, {}},
     {nullptr, "Title", "String", 6, Address(&GetTitle), nullptr, 0, {}},
 };
 
-alignas(16) MethodRow baseMethods[] = {
+alignas(16) MethodRow gBaseMethods[] = {
     Member("Constructor(start as integer = 5)", &BaseConstructor),
     Member("Destructor", &BaseDestructor),
     Member("Pick(i as integer) as string", &PickInteger),
@@ -390,15 +390,15 @@ alignas(16) MethodRow baseMethods[] = {
     Member("HasHandlerForSlot() as boolean", &HasHandlerForSlot),
 };
 
-alignas(16) ConstantRow baseConstants[] = {{"Answer = 42", {}}, {"Below = -1", {}}};
+alignas(16) ConstantRow gBaseConstants[] = {{"Answer = 42", {}}, {"Below = -1", {}}};
 
-alignas(16) MethodRow baseShared[] = {
+alignas(16) MethodRow gBaseShared[] = {
     Member("Make(start as integer) as BaseEX", &Make),
     Member("Kind as string", &Kind),
     Member("TakeLog() as string", &TakeLog),
 };
 
-alignas(16) MethodRow derivedMethods[] = {
+alignas(16) MethodRow gDerivedMethods[] = {
     Member("Pick(i as integer) as string", &PickDerivedInteger),
     Member("Destructor", &DerivedDestructor),
 };
@@ -416,17 +416,17 @@ ClassRow MakeBase()
     row.dataSize = 16;
     row.constructor = Address(&BaseInit);
     row.destructor = Address(&BaseFinal);
-    row.properties = baseProperties;
-    row.propertyCount = Count(baseProperties);
-    row.methods = baseMethods;
-    row.methodCount = Count(baseMethods);
-    row.events = baseEvents;
-    row.eventCount = Count(baseEvents);
-    row.constants = baseConstants;
-    row.constantCount = Count(baseConstants);
+    row.properties = gBaseProperties;
+    row.propertyCount = Count(gBaseProperties);
+    row.methods = gBaseMethods;
+    row.methodCount = Count(gBaseMethods);
+    row.events = gBaseEvents;
+    row.eventCount = Count(gBaseEvents);
+    row.constants = gBaseConstants;
+    row.constantCount = Count(gBaseConstants);
     row.flags = 4;
-    row.sharedMethods = baseShared;
-    row.sharedMethodCount = Count(baseShared);
+    row.sharedMethods = gBaseShared;
+    row.sharedMethodCount = Count(gBaseShared);
     return row;
 }
 
@@ -437,18 +437,18 @@ ClassRow MakeDerived()
     row.super = "BaseEX";
     row.constructor = Address(&DerivedInit);
     row.destructor = Address(&DerivedFinal);
-    row.methods = derivedMethods;
-    row.methodCount = Count(derivedMethods);
+    row.methods = gDerivedMethods;
+    row.methodCount = Count(gDerivedMethods);
     row.flags = 4;
     return row;
 }
 
-alignas(16) ClassRow derivedClass = MakeDerived();
-alignas(16) ClassRow baseClass = MakeBase();
+alignas(16) ClassRow gDerivedClass = MakeDerived();
+alignas(16) ClassRow gBaseClass = MakeBase();
 
 void Register(ClassRow &row)
 {
-    row.version = static_cast<uint32_t>(recordVersion);
+    row.version = static_cast<uint32_t>(gRecordVersion);
     if (auto *const registerClass = HostFunction<void(ClassRow *)>("PluginRegisterClass"))
         registerClass(&row);
 }
@@ -457,10 +457,10 @@ void Register(ClassRow &row)
 
 extern "C" __attribute__((visibility("default"))) void REALPluginMain(void *(*resolver)(const char *))
 {
-    resolve = resolver;
+    gResolve = resolver;
     auto *const version = HostFunction<double()>("REALGetRBVersion");
-    recordVersion = version && version() >= 2013.04 ? 13 : 9;
-    HostFunction<void(int32_t)>("RegisterPluginVersion")(static_cast<int32_t>(recordVersion));
-    Register(derivedClass);
-    Register(baseClass);
+    gRecordVersion = version && version() >= 2013.04 ? 13 : 9;
+    HostFunction<void(int32_t)>("RegisterPluginVersion")(static_cast<int32_t>(gRecordVersion));
+    Register(gDerivedClass);
+    Register(gBaseClass);
 }

@@ -36,16 +36,16 @@ inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
 
 /// The registry of wrappers, while this lives.
 struct Registry {
-    Registry() : before(family::registry)
+    Registry() : before(family::gRegistry)
     {
         instances = CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
-        family::registry = instances;
+        family::gRegistry = instances;
     }
     ~Registry()
     {
         CFRelease(instances);
         instances = nullptr;
-        family::registry = before;
+        family::gRegistry = before;
     }
     Registry(const Registry &) = delete;
     Registry &operator=(const Registry &) = delete;

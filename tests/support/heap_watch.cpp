@@ -8,18 +8,18 @@
 
 namespace {
 
-thread_local HeapWatch *tWatch;
+thread_local HeapWatch *gWatch;
 
 } // namespace
 
 HeapWatch::HeapWatch()
 {
-    tWatch = this;
+    gWatch = this;
 }
 
 HeapWatch::~HeapWatch()
 {
-    tWatch = nullptr;
+    gWatch = nullptr;
 }
 
 int HeapWatch::Unfreed() const
@@ -30,21 +30,21 @@ int HeapWatch::Unfreed() const
 
 bool HeapWatch::Fails()
 {
-    if (tWatch == nullptr || !tWatch->failsNext_)
+    if (gWatch == nullptr || !gWatch->failsNext_)
         return false;
-    tWatch->failsNext_ = false;
-    tWatch->hasFailed_ = true;
+    gWatch->failsNext_ = false;
+    gWatch->hasFailed_ = true;
     return true;
 }
 
 void *HeapWatch::Allocated(void *block, size_t size)
 {
-    if (tWatch == nullptr || block == nullptr)
+    if (gWatch == nullptr || block == nullptr)
         return block;
-    ++tWatch->allocations_;
-    tWatch->lastSize_ = size;
-    void **const end = std::end(tWatch->blocks_);
-    void **const place = std::find(tWatch->blocks_, end, nullptr);
+    ++gWatch->allocations_;
+    gWatch->lastSize_ = size;
+    void **const end = std::end(gWatch->blocks_);
+    void **const place = std::find(gWatch->blocks_, end, nullptr);
     if (place == end)
         std::abort();
     *place = block;
@@ -53,8 +53,8 @@ void *HeapWatch::Allocated(void *block, size_t size)
 
 void HeapWatch::Freed(void *block)
 {
-    if (tWatch != nullptr)
-        std::replace(std::begin(tWatch->blocks_), std::end(tWatch->blocks_), block,
+    if (gWatch != nullptr)
+        std::replace(std::begin(gWatch->blocks_), std::end(gWatch->blocks_), block,
                      static_cast<void *>(nullptr));
 }
 

@@ -16,7 +16,7 @@ namespace {
 /// Cocoa classes whose objects the library makes or holds; none of them may be left over.
 constexpr const char *kCountedClasses[] = {"NSNotificationObserver", "GSNotification"};
 
-const std::thread::id gMainThread = std::this_thread::get_id();
+const std::thread::id kMainThread = std::this_thread::get_id();
 
 std::string Joined(const std::vector<std::string> &lines)
 {
@@ -96,7 +96,7 @@ ObserverProgram::ObserverProgram(Host &host, const std::string &className,
          [this, onEvent = std::move(onEvent)](const Value &, const std::vector<Value> &arguments) {
              const Value &notification = arguments.at(0);
              Received event;
-             event.onMainThread = std::this_thread::get_id() == gMainThread;
+             event.onMainThread = std::this_thread::get_id() == kMainThread;
              if (!notification.IsNil())
                  event.name = host_.Get(notification, "Name").AsString();
              if (keeps_)

@@ -35,7 +35,7 @@ struct Plan {
 } gPlan;
 
 /// Whether the call that runs on this thread, of a function that gives a reference back, is the faulty one.
-thread_local bool isFaulty = false;
+thread_local bool gIsFaulty = false;
 
 /// Both directions, nested, with every cache that the library fills.
 void ComeBack(Host &host)
@@ -82,7 +82,7 @@ bool Look(const char *function, CallMoment moment)
     if (!InLibrary())
         return true;
     if (moment == CallMoment::Ends)
-        return std::exchange(isFaulty, false) ? Commit(gPlan.call.fault) : true;
+        return std::exchange(gIsFaulty, false) ? Commit(gPlan.call.fault) : true;
     {
         const std::lock_guard lock(gPlan.mutex);
         const int number = ++gPlan.calls[function];
@@ -91,7 +91,7 @@ bool Look(const char *function, CallMoment moment)
     }
     const bool throws = gPlan.call.fault != Fault::Fails && gPlan.call.fault != Fault::ComesBack;
     if (throws && GivesBack(function)) {
-        isFaulty = true;
+        gIsFaulty = true;
         return true;
     }
     return Commit(gPlan.call.fault);

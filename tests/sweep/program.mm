@@ -63,7 +63,7 @@ void QuietenDistributedCenters()
                                  reinterpret_cast<IMP>(QuietCenter));
 }
 
-thread_local bool inLibrary = false;
+thread_local bool gInLibrary = false;
 
 constexpr double kPatience = 10;
 constexpr char kName[] = "Swept";
@@ -111,17 +111,17 @@ std::string LongText()
 
 bool InLibrary()
 {
-    return inLibrary;
+    return gInLibrary;
 }
 
-LibraryCall::LibraryCall(bool in) : outer_(inLibrary)
+LibraryCall::LibraryCall(bool in) : outer_(gInLibrary)
 {
-    inLibrary = in;
+    gInLibrary = in;
 }
 
 LibraryCall::~LibraryCall()
 {
-    inLibrary = outer_;
+    gInLibrary = outer_;
 }
 
 SweptProgram::SweptProgram(Host &host, Family &family) : host_(host)

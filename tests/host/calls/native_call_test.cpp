@@ -61,10 +61,10 @@ bool SameBits(T a, T b)
 
 // Every type, as a parameter and as a result
 
-template <typename T, NativeType native>
+template <typename T, NativeType Native>
 struct TypeCase {
     using Value = T;
-    static constexpr NativeType kNative = native;
+    static constexpr NativeType kNative = Native;
 };
 
 using EveryType = testing::Types<TypeCase<bool, NativeType::Boolean>, TypeCase<int8_t, NativeType::Int8>,
@@ -106,12 +106,12 @@ std::vector<T> Extremes()
 }
 
 template <typename T>
-T received;
+T gReceived;
 
 template <typename T>
 T KeepAndReturn(T value)
 {
-    received<T> = value;
+    gReceived<T> = value;
     return value;
 }
 
@@ -120,7 +120,7 @@ template <typename T>
 T ReturnFromStack(int64_t, int64_t, int64_t, int64_t, int64_t, int64_t, double, double, double, double,
                   double, double, double, double, T value)
 {
-    received<T> = value;
+    gReceived<T> = value;
     return value;
 }
 
@@ -141,13 +141,13 @@ TYPED_TEST(NativeCall, PassesExtremeValuesAndTheirResults)
 {
     using T = typename TypeParam::Value;
     for (const T value : Extremes<T>()) {
-        received<T> = T{};
+        gReceived<T> = T{};
         const NativeValue argument = Pack(value);
 
         const NativeValue result =
             CallNative(Address(KeepAndReturn<T>), {TypeParam::kNative, {TypeParam::kNative}}, &argument);
 
-        EXPECT_TRUE(SameBits(received<T>, value));
+        EXPECT_TRUE(SameBits(gReceived<T>, value));
         EXPECT_TRUE(SameBits(Unpack<T>(result), value));
         if constexpr (std::is_integral_v<T>)
             EXPECT_EQ(result.integer, static_cast<int64_t>(value)) << "extended as the type asks";
@@ -158,7 +158,7 @@ TYPED_TEST(NativeCall, PassesValuesOnTheStack)
 {
     using T = typename TypeParam::Value;
     for (const T value : Extremes<T>()) {
-        received<T> = T{};
+        gReceived<T> = T{};
         std::vector<NativeValue> arguments(6, Pack(int64_t{-1}));
         arguments.insert(arguments.end(), 8, Pack(-1.0));
         arguments.push_back(Pack(value));
@@ -166,7 +166,7 @@ TYPED_TEST(NativeCall, PassesValuesOnTheStack)
         const NativeValue result =
             CallNative(Address(ReturnFromStack<T>), StackSignature(TypeParam::kNative), arguments.data());
 
-        EXPECT_TRUE(SameBits(received<T>, value));
+        EXPECT_TRUE(SameBits(gReceived<T>, value));
         EXPECT_TRUE(SameBits(Unpack<T>(result), value));
     }
 }
@@ -213,16 +213,16 @@ TYPED_TEST(NativeCall, CallsACallback)
 
 // Widths
 
-uint64_t registerContent;
+uint64_t gRegisterContent;
 
 uint64_t ReturnRegister()
 {
-    return registerContent;
+    return gRegisterContent;
 }
 
 int64_t ResultRead(NativeType type, uint64_t content)
 {
-    registerContent = content;
+    gRegisterContent = content;
     return CallNative(Address(ReturnRegister), {type, {}}, nullptr).integer;
 }
 
@@ -300,13 +300,13 @@ struct Mixture {
     uint64_t w;
 };
 
-Mixture mixture;
+Mixture gMixture;
 
 double TakeMixture(int8_t a, float b, uint16_t c, double d, bool e, int32_t f, uint32_t g, int64_t h,
                    uint8_t i, float j, int16_t k, void *l, double m, double n, double o, double p, double q,
                    double r, double s, double t, float u, bool v, uint64_t w)
 {
-    mixture = {a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w};
+    gMixture = {a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w};
     return 0.25;
 }
 
@@ -323,7 +323,7 @@ std::vector<NativeValue> MixtureArguments()
 {
     return {Pack(-1),   Pack(0.5F),      Pack(65535),      Pack(1e300),
             Pack(true), Pack(INT32_MIN), Pack(UINT32_MAX), Pack(INT64_MIN),
-            Pack(200),  Pack(-FLT_MAX),  Pack(-300),       Pack(static_cast<void *>(&mixture)),
+            Pack(200),  Pack(-FLT_MAX),  Pack(-300),       Pack(static_cast<void *>(&gMixture)),
             Pack(1.0),  Pack(2.0),       Pack(3.0),        Pack(4.0),
             Pack(5.0),  Pack(6.0),       Pack(7.0),        Pack(8.0),
             Pack(9.0F), Pack(true),      Pack(UINT64_MAX)};
@@ -331,29 +331,29 @@ std::vector<NativeValue> MixtureArguments()
 
 void ExpectWholeMixture()
 {
-    EXPECT_EQ(mixture.a, -1);
-    EXPECT_EQ(mixture.b, 0.5F);
-    EXPECT_EQ(mixture.c, 65535);
-    EXPECT_EQ(mixture.d, 1e300);
-    EXPECT_TRUE(mixture.e);
-    EXPECT_EQ(mixture.f, INT32_MIN);
-    EXPECT_EQ(mixture.g, UINT32_MAX);
-    EXPECT_EQ(mixture.h, INT64_MIN);
-    EXPECT_EQ(mixture.i, 200);
-    EXPECT_EQ(mixture.j, -FLT_MAX);
-    EXPECT_EQ(mixture.k, -300);
-    EXPECT_EQ(mixture.l, &mixture);
-    const std::vector<double> numbers = {mixture.m, mixture.n, mixture.o, mixture.p,
-                                         mixture.q, mixture.r, mixture.s, mixture.t};
+    EXPECT_EQ(gMixture.a, -1);
+    EXPECT_EQ(gMixture.b, 0.5F);
+    EXPECT_EQ(gMixture.c, 65535);
+    EXPECT_EQ(gMixture.d, 1e300);
+    EXPECT_TRUE(gMixture.e);
+    EXPECT_EQ(gMixture.f, INT32_MIN);
+    EXPECT_EQ(gMixture.g, UINT32_MAX);
+    EXPECT_EQ(gMixture.h, INT64_MIN);
+    EXPECT_EQ(gMixture.i, 200);
+    EXPECT_EQ(gMixture.j, -FLT_MAX);
+    EXPECT_EQ(gMixture.k, -300);
+    EXPECT_EQ(gMixture.l, &gMixture);
+    const std::vector<double> numbers = {gMixture.m, gMixture.n, gMixture.o, gMixture.p,
+                                         gMixture.q, gMixture.r, gMixture.s, gMixture.t};
     EXPECT_THAT(numbers, testing::ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
-    EXPECT_EQ(mixture.u, 9.0F);
-    EXPECT_TRUE(mixture.v);
-    EXPECT_EQ(mixture.w, UINT64_MAX);
+    EXPECT_EQ(gMixture.u, 9.0F);
+    EXPECT_TRUE(gMixture.v);
+    EXPECT_EQ(gMixture.w, UINT64_MAX);
 }
 
 TEST(NativeArguments, OfAllSortsFillRegistersAndStack)
 {
-    mixture = {};
+    gMixture = {};
 
     const NativeValue result =
         CallNative(Address(TakeMixture), MixtureSignature(), MixtureArguments().data());
@@ -364,33 +364,33 @@ TEST(NativeArguments, OfAllSortsFillRegistersAndStack)
 
 TEST(NativeArguments, OfAllSortsReachACallback)
 {
-    mixture = {};
+    gMixture = {};
     const NativeCallback callback(MixtureSignature(), [](const NativeValue *arguments) {
         return CallNative(Address(TakeMixture), MixtureSignature(), arguments);
     });
     auto *const function = reinterpret_cast<decltype(&TakeMixture)>(callback.Function());
 
     const double result = function(-1, 0.5F, 65535, 1e300, true, INT32_MIN, UINT32_MAX, INT64_MIN, 200,
-                                   -FLT_MAX, -300, &mixture, 1, 2, 3, 4, 5, 6, 7, 8, 9, true, UINT64_MAX);
+                                   -FLT_MAX, -300, &gMixture, 1, 2, 3, 4, 5, 6, 7, 8, 9, true, UINT64_MAX);
 
     ExpectWholeMixture();
     EXPECT_EQ(result, 0.25);
 }
 
-int calls;
+int gCalls;
 
 void CountCall()
 {
-    ++calls;
+    ++gCalls;
 }
 
 TEST(NativeArguments, MayBeNone)
 {
-    calls = 0;
+    gCalls = 0;
 
     CallNative(Address(CountCall), {NativeType::Nothing, {}}, nullptr);
 
-    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(gCalls, 1);
 }
 
 TEST(NativeArguments, CannotBeNothing)

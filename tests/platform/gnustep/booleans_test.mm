@@ -3,8 +3,8 @@
 
 namespace {
 
-id trueSeenAtLoad;
-id falseSeenAtLoad;
+id gTrueSeenAtLoad;
+id gFalseSeenAtLoad;
 
 id ObjectOf(CFTypeRef reference)
 {
@@ -20,8 +20,8 @@ id ObjectOf(CFTypeRef reference)
 
 + (void)load
 {
-    trueSeenAtLoad = ObjectOf(kCFBooleanTrue);
-    falseSeenAtLoad = ObjectOf(kCFBooleanFalse);
+    gTrueSeenAtLoad = ObjectOf(kCFBooleanTrue);
+    gFalseSeenAtLoad = ObjectOf(kCFBooleanFalse);
 }
 
 @end
@@ -43,8 +43,8 @@ TEST(Booleans, AreNotTheNumbersOneAndZero)
 
 TEST(Booleans, AreThereBeforeMain)
 {
-    EXPECT_EQ(trueSeenAtLoad, [NSNumber numberWithBool:YES]);
-    EXPECT_EQ(falseSeenAtLoad, [NSNumber numberWithBool:NO]);
+    EXPECT_EQ(gTrueSeenAtLoad, [NSNumber numberWithBool:YES]);
+    EXPECT_EQ(gFalseSeenAtLoad, [NSNumber numberWithBool:NO]);
 }
 
 TEST(Retain, AddsOneAndReleaseTakesIt)

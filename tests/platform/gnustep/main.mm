@@ -6,10 +6,10 @@
 namespace {
 
 class PoolPerTest : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo &) override { pool = [[NSAutoreleasePool alloc] init]; }
-    void OnTestEnd(const testing::TestInfo &) override { [pool drain]; }
+    void OnTestStart(const testing::TestInfo &) override { pool_ = [[NSAutoreleasePool alloc] init]; }
+    void OnTestEnd(const testing::TestInfo &) override { [pool_ drain]; }
 
-    NSAutoreleasePool *pool = nil;
+    NSAutoreleasePool *pool_ = nil;
 };
 
 } // namespace
