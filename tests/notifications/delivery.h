@@ -1,4 +1,5 @@
-// Brings a notification to an observer without a centre: GNUstep's catches what its observers raise.
+// Delivers a notification to an observer without a centre: GNUstep's centres catch what their observers
+// raise.
 #pragma once
 
 #include "host/host.h"
@@ -6,15 +7,15 @@
 #ifdef __OBJC__
 #import <Foundation/Foundation.h>
 
-/// Methods of the library's observer, which is found by name.
+/// Methods of the library's observer class, which the tests look up by name.
 @interface NSObject (QZLDelivery)
 - (id)initWithTarget:(void *)instance;
 - (void)GotNotification:(NSNotification *)notification;
 @end
 
-/// Sends a notification as a centre would. What the observer raises passes.
+/// Sends the observer a notification as a centre would. Exceptions of the observer pass.
 void DeliverTo(id observer);
 #endif
 
-/// The same to the object behind an instance.
+/// Sends it to the Cocoa object of a host observer.
 void Deliver(qzlhost::Host &host, const qzlhost::Value &observer);

@@ -1,4 +1,4 @@
-// Brings notifications to observers.
+// Delivers notifications to observers without a centre.
 #include "tests/notifications/delivery.h"
 
 void DeliverTo(id observer)

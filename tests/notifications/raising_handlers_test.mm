@@ -1,7 +1,9 @@
 // Exceptions that leave a program's handler: who sees them, and that the next notification comes as before.
 #import <Foundation/Foundation.h>
 
+#include "tests/notifications/delivery.h"
 #include "tests/notifications/posting_test.h"
+#include "tests/support/raising.h"
 
 using qzlhost::Host;
 using qzlhost::ProgramException;
@@ -108,20 +110,16 @@ TEST_F(RaisingHandlerOfACocoaPost, RaisesOnlyOnceAProgramIsThereToSeeIt)
                             [&](const Value &) { throw ProgramException(host.New("OutOfBoundsException")); });
     const Value observer = program.NewObserver();
     host.Call(DefaultCenter(host), "addObserver", {observer, "Raises"});
-    NSString *raisedInCocoa = nil;
 
-    @try {
-        [[NSNotificationCenter defaultCenter] postNotificationName:@"Raises" object:nil];
-    } @catch (NSException *exception) {
-        raisedInCocoa = [exception name];
-    }
+    EXPECT_EQ(ExceptionRaisedBy(
+                  [] { [[NSNotificationCenter defaultCenter] postNotificationName:@"Raises" object:nil]; }),
+              nil);
 
-    EXPECT_EQ(raisedInCocoa, nil);
     EXPECT_EQ(program.received.size(), 1u);
     EXPECT_EQ(host.ClassOf(host.TakeException()), "OutOfBoundsException");
 }
 
-TEST_F(RaisingHandlerOfACocoaPost, KeepsItsCocoaExceptionFromThePosterOnAnotherThread)
+TEST_F(RaisingHandlerOfACocoaPost, KeepsItsCocoaExceptionFromASenderOnAnotherThread)
 {
     Host &host = Start();
     ObserverProgram program(host, "ProgramObserver", [](const Value &) {
@@ -131,16 +129,9 @@ TEST_F(RaisingHandlerOfACocoaPost, KeepsItsCocoaExceptionFromThePosterOnAnotherT
     std::atomic<bool> raised{false};
     std::atomic<bool> sent{false};
 
-    // Sent as a centre would: GNUstep's centre catches what its observers raise.
     std::thread poster([&] {
         const qzlhost::AutoreleasePool pool;
-        @try {
-            [HandleOf<id>(host, observer) performSelector:@selector(GotNotification:)
-                                               withObject:[NSNotification notificationWithName:@"Raises"
-                                                                                        object:nil]];
-        } @catch (NSException *) {
-            raised = true;
-        }
+        raised = ExceptionRaisedBy([&] { Deliver(host, observer); }) != nil;
         sent = true;
     });
     EXPECT_TRUE(host.RunUntil([&] { return sent.load(); }, 30));

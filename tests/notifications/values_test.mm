@@ -1,37 +1,12 @@
-// Values of a program reach Cocoa observers through notifications.
+// A program's values, as Cocoa observers of its notifications receive them.
 #import <Foundation/Foundation.h>
 
 #include "family/family.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/recording_observer.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
-
-/// Keeps every notification that it observes.
-@interface QZLValueListener : NSObject {
-@public
-    NSMutableArray *received;
-}
-- (void)notice:(NSNotification *)notification;
-@end
-
-@implementation QZLValueListener
-- (instancetype)init
-{
-    self = [super init];
-    received = [[NSMutableArray alloc] init];
-    return self;
-}
-- (void)dealloc
-{
-    [received release];
-    [super dealloc];
-}
-- (void)notice:(NSNotification *)notification
-{
-    [received addObject:notification];
-}
-@end
 
 namespace {
 
@@ -42,9 +17,9 @@ protected:
     Host &StartListening()
     {
         Host &started = Start();
-        listener_ = [[QZLValueListener alloc] init];
+        listener_ = [[QZLRecordingObserver alloc] init];
         [[NSNotificationCenter defaultCenter] addObserver:listener_
-                                                 selector:@selector(notice:)
+                                                 selector:@selector(receive:)
                                                      name:[NSString stringWithUTF8String:kName]
                                                    object:nil];
         return started;
@@ -79,7 +54,7 @@ protected:
         return [posted objectForKey:@"key"];
     }
 
-    /// Posts the value as the object and in the user info.
+    /// Posts the value as the object and in the user info. Both must arrive as equals of `expected`.
     void ExpectPosted(const Value &value, id expected)
     {
         for (const id posted : {PostedObject(value), PostedUserInfo(value)}) {
@@ -92,7 +67,7 @@ protected:
     size_t Posts() const { return [listener_->received count]; }
 
 private:
-    QZLValueListener *listener_ = nil;
+    QZLRecordingObserver *listener_ = nil;
 };
 
 } // namespace

@@ -1,39 +1,11 @@
 // The notification centres that GNUstep does not have, and posting with options.
 #include "platform/gnustep/DRNotificationCenterPosting.h"
 #include "tests/platform/gnustep/port_testing.h"
+#include "tests/support/recording_observer.h"
 
 #include <InstantMessage/IMService.h>
 
 #include <thread>
-
-@interface RecordingObserver : NSObject {
-@public
-    NSMutableArray *received;
-}
-- (void)receive:(NSNotification *)notification;
-@end
-
-@implementation RecordingObserver
-
-- (id)init
-{
-    self = [super init];
-    received = [[NSMutableArray alloc] init];
-    return self;
-}
-
-- (void)dealloc
-{
-    [received release];
-    [super dealloc];
-}
-
-- (void)receive:(NSNotification *)notification
-{
-    [received addObject:notification];
-}
-
-@end
 
 /// Writes down how the method that GNUstep has is called. It is never initialised, so that no
 /// connection to other processes is made, and freed without dealloc.
@@ -59,9 +31,9 @@
 
 namespace {
 
-RecordingObserver *NewObserver()
+QZLRecordingObserver *NewObserver()
 {
-    return [[[RecordingObserver alloc] init] autorelease];
+    return [[[QZLRecordingObserver alloc] init] autorelease];
 }
 
 NSNotification *Notification(NSString *name, id object = nil)
@@ -88,7 +60,7 @@ TEST(IMServiceCenter, IsOnePerProcessAndItsOwn)
 
 TEST(IMServiceCenter, DeliversWhatIsPostedThere)
 {
-    RecordingObserver *const observer = NewObserver();
+    QZLRecordingObserver *const observer = NewObserver();
     NSNotificationCenter *const center = [IMService notificationCenter];
     [center addObserver:observer selector:@selector(receive:) name:@"changed" object:nil];
     [[NSNotificationCenter defaultCenter] postNotificationName:@"changed" object:nil];
@@ -140,9 +112,9 @@ TEST(DRCenter, IsNoNotificationCenterAndCannotPost)
 TEST(DRCenter, DeliversByNameAndObject)
 {
     DRNotificationCenter *const center = [DRNotificationCenter currentRunLoopCenter];
-    RecordingObserver *const all = NewObserver();
-    RecordingObserver *const named = NewObserver();
-    RecordingObserver *const ofObject = NewObserver();
+    QZLRecordingObserver *const all = NewObserver();
+    QZLRecordingObserver *const named = NewObserver();
+    QZLRecordingObserver *const ofObject = NewObserver();
     [center addObserver:all selector:@selector(receive:) name:nil object:nil];
     [center addObserver:named selector:@selector(receive:) name:@"burned" object:nil];
     [center addObserver:ofObject selector:@selector(receive:) name:@"burned" object:@"burner"];
@@ -156,14 +128,14 @@ TEST(DRCenter, DeliversByNameAndObject)
     EXPECT_EQ([named->received count], 2U);
     ASSERT_EQ([ofObject->received count], 1U);
     EXPECT_EQ([ofObject->received objectAtIndex:0], burned);
-    for (RecordingObserver *const observer : {all, named, ofObject})
+    for (QZLRecordingObserver *const observer : {all, named, ofObject})
         [center removeObserver:observer name:nil object:nil];
 }
 
 TEST(DRCenter, WithdrawsWhatItIsTold)
 {
     DRNotificationCenter *const center = [DRNotificationCenter currentRunLoopCenter];
-    RecordingObserver *const observer = NewObserver();
+    QZLRecordingObserver *const observer = NewObserver();
     [center addObserver:observer selector:@selector(receive:) name:@"burned" object:nil];
     [center addObserver:observer selector:@selector(receive:) name:@"ejected" object:nil];
     [center removeObserver:observer name:@"burned" object:nil];
@@ -178,7 +150,7 @@ TEST(DRCenter, WithdrawsWhatItIsTold)
 TEST(DRCenter, DoesNotRetainObservers)
 {
     DRNotificationCenter *const center = [DRNotificationCenter currentRunLoopCenter];
-    RecordingObserver *const observer = NewObserver();
+    QZLRecordingObserver *const observer = NewObserver();
     [center addObserver:observer selector:@selector(receive:) name:@"burned" object:nil];
     EXPECT_EQ([observer retainCount], 1U);
     [center removeObserver:observer name:nil object:nil];
@@ -186,7 +158,7 @@ TEST(DRCenter, DoesNotRetainObservers)
 
 TEST(DRCenter, OfAnotherThreadIsNotReached)
 {
-    RecordingObserver *const observer = NewObserver();
+    QZLRecordingObserver *const observer = NewObserver();
     DRNotificationCenter *const center = [DRNotificationCenter currentRunLoopCenter];
     [center addObserver:observer selector:@selector(receive:) name:@"burned" object:nil];
     std::thread([] {
