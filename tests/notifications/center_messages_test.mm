@@ -15,7 +15,7 @@ namespace {
 
 class CenterMessages : public PluginTest {
 protected:
-    /// A host with a centre of the class, whose handle records, and an observer.
+    /// Starts the host and makes a centre of the class, whose handle records, and arguments for its members.
     void StartWithCenter(const char *className)
     {
         Host &host = Start();
@@ -37,6 +37,20 @@ protected:
 
     std::vector<std::string> Recorded() { return recorded_->Take(); }
 
+    /// "addObserver" with the other arguments, which must stay unconverted.
+    void ExpectRefusalOfAMissingObserver(std::vector<Value> arguments)
+    {
+        arguments.insert(arguments.begin(), Value());
+        for (const Value &missing : {Value(), host().NewWithoutConstructor(kObserver)}) {
+            arguments.front() = missing;
+            host().ClearTrace();
+            ExpectException([&] { host().Call(center, "addObserver", arguments); }, "NilObjectException",
+                            "Observer is nil.");
+            EXPECT_EQ(host().CallsOf("REALGetStringEncoding"), 0);
+        }
+        EXPECT_THAT(Recorded(), IsEmpty());
+    }
+
     void TearDown() override
     {
         for (Value *const value : {&center, &observer, &notification, &info})
@@ -54,13 +68,13 @@ private:
     std::optional<RecordedMessages> recorded_;
 };
 
-/// Of the members that the centre between processes inherits.
+/// Messages of the members that the distributed centre inherits.
 class MessagesOfBothCenters : public CenterMessages, public ::testing::WithParamInterface<const char *> {
 protected:
     void SetUp() override { StartWithCenter(GetParam()); }
 };
 
-/// Of the members that the disc-recording centre has, too.
+/// Messages of the members that the disc-recording centre also has.
 class MessagesOfAllCenters : public MessagesOfBothCenters {};
 
 class MessagesBetweenProcesses : public CenterMessages {
@@ -102,10 +116,7 @@ TEST_P(MessagesOfBothCenters, RemoveAnObserverWholeAndNilForNone)
 
 TEST_P(MessagesOfBothCenters, AreNoneForAMissingObserverThatIsAdded)
 {
-    const Value bare = host().NewWithoutConstructor(kObserver);
-    for (const Value &missing : {Value(), bare})
-        EXPECT_EQ(ExceptionClassOf([&] { Sent("addObserver", {missing, "AName"}); }), "NilObjectException");
-    EXPECT_THAT(Recorded(), IsEmpty());
+    ExpectRefusalOfAMissingObserver({"AName"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, MessagesOfBothCenters, ::testing::Values(kCenter, kDistributed),
@@ -190,13 +201,7 @@ TEST_F(MessagesBetweenProcesses, AddAnObserverWithAnySuspensionBehaviorUnchanged
 
 TEST_F(MessagesBetweenProcesses, AreNoneForAMissingObserverWithASuspensionBehavior)
 {
-    const Value bare = host().NewWithoutConstructor(kObserver);
-    for (const Value &missing : {Value(), bare})
-        EXPECT_EQ(ExceptionClassOf([&] {
-                      Sent("addObserver", {missing, "AName", Value(), int64_t{4}});
-                  }),
-                  "NilObjectException");
-    EXPECT_THAT(Recorded(), IsEmpty());
+    ExpectRefusalOfAMissingObserver({"AName", Value(), int64_t{4}});
 }
 
 TEST_F(MessagesBetweenProcesses, SetAndAskWhetherTheCentreIsSuspended)

@@ -9,15 +9,15 @@ using qzlhost::Value;
 
 namespace {
 
-/// How a notification is constructed; nothing for the classes whose "Constructor" takes nothing.
-enum class By { Nothing, Name, Handle };
+/// The argument of a notification's constructor; the other classes' constructors have none.
+enum class By { Nothing, Name, Handle, ZeroHandle };
 
 struct SecondConstructor {
     const char *testName;
     const char *className;
     By first;
     By second;
-    /// Whether a refused one has taken up what the family offers: it does so first, or not any more.
+    /// Whether the constructor looks for the family's libraries before it refuses.
     bool asksTheFamily;
 };
 
@@ -25,14 +25,15 @@ constexpr SecondConstructor kRefused[] = {
     {"Observer", "NSNotificationObserverQZL", By::Nothing, By::Nothing, false},
     {"NotificationByNameThenName", "NSNotificationQZL", By::Name, By::Name, true},
     {"NotificationByNameThenHandle", "NSNotificationQZL", By::Name, By::Handle, true},
+    {"NotificationByNameThenZeroHandle", "NSNotificationQZL", By::Name, By::ZeroHandle, true},
     {"NotificationByHandleThenName", "NSNotificationQZL", By::Handle, By::Name, true},
     {"NotificationByHandleThenHandle", "NSNotificationQZL", By::Handle, By::Handle, true},
     {"Center", "NSNotificationCenterQZL", By::Nothing, By::Nothing, true},
     {"DiscRecordingCenter", "DRNotificationCenterQZL", By::Nothing, By::Nothing, false},
 };
 
-/// `address` is what a notification is made of by its handle.
-std::vector<Value> Arguments(By by, id address)
+/// `object` is the notification that a handle is the address of.
+std::vector<Value> Arguments(By by, id object)
 {
     switch (by) {
     case By::Nothing:
@@ -40,7 +41,9 @@ std::vector<Value> Arguments(By by, id address)
     case By::Name:
         return {Value("Name")};
     case By::Handle:
-        return {Value(reinterpret_cast<int64_t>(address))};
+        return {Value(reinterpret_cast<int64_t>(object))};
+    case By::ZeroHandle:
+        return {Value(int64_t{0})};
     }
     return {};
 }
@@ -75,7 +78,7 @@ TEST_P(RefusedConstructor, RaisesAndLeavesTheFirstObjectAsItWas)
     EXPECT_EQ(host.CallsOf("REALGetStringEncoding"), 0) << "the name was converted all the same";
 }
 
-TEST_P(RefusedConstructor, TakesUpTheFamilyOnlyWhereItDoesSoFirst)
+TEST_P(RefusedConstructor, LooksForTheFamilyOnlyWhereItDoesSoFirst)
 {
     Host &host = Start();
     const SecondConstructor &row = GetParam();
@@ -106,12 +109,15 @@ TEST_F(SecondConstructorOfInstance, IsRefusedToANotificationOfAnEvent)
     EXPECT_EQ(raised, "UnsupportedOperationException");
 }
 
-TEST_F(SecondConstructorOfInstance, IsRefusedToACentreThatASharedMethodMade)
+TEST_F(SecondConstructorOfInstance, IsRefusedToWhatASharedMethodMade)
 {
     Host &host = Start();
     const Value center = DefaultCenter(host);
     ExpectException([&] { host.Call(center, "Constructor"); }, "UnsupportedOperationException", kMessage);
     EXPECT_EQ(HandleOf<id>(host, center), [NSNotificationCenter defaultCenter]);
+    const Value notification = host.CallShared("NSNotificationQZL", "notificationWithName", {"Given"});
+    ExpectException([&] { host.Call(notification, "Constructor", {"Again"}); },
+                    "UnsupportedOperationException", kMessage);
 }
 
 TEST_F(SecondConstructorOfInstance, SucceedsForACentreBetweenProcessesAndKeepsTheFirstRetain)

@@ -1,4 +1,4 @@
-// The family's other libraries, each piece absent, present, or there later than this library.
+// The family's other libraries: each piece absent, present, or loaded after this library.
 #import <Foundation/Foundation.h>
 
 #include <set>
@@ -19,7 +19,7 @@ struct BridgeMember {
     const char *member;
 };
 
-/// Every member that makes or destroys instances and so takes up what the family offers.
+/// Every member that makes or destroys instances, and so looks for the family's other libraries.
 const BridgeMember kBridgeMembers[] = {
     {"ObserverBegins", kObserver, kBegin},
     {"ObserverEnds", kObserver, kEnd},
@@ -48,7 +48,7 @@ std::string KeyOf(const BridgeMember &row)
 
 class FamilyTest : public PluginWithFamily {
 protected:
-    /// Makes Cocoa raise. Returns the class of the host exception that comes of it.
+    /// Makes Cocoa raise. Returns the class of the host exception; empty for none.
     std::string ExceptionOfCocoa()
     {
         const Value center = DefaultCenter(host());
@@ -73,7 +73,7 @@ protected:
     std::vector<Value> NewInstances() { return {NewInstance(), NewInstance(), NewInstance(), NewInstance()}; }
 };
 
-/// Of every class with a destructor hook of its own.
+/// For every class with a destructor hook of its own.
 class EndOfInstance : public PluginWithFamily, public ::testing::WithParamInterface<const char *> {
 protected:
     static std::vector<Value> ArgumentsFor(const std::string &className)
@@ -109,7 +109,7 @@ TEST_P(FamilyAtMember, AsksForTheRegistryUntilItIsKnown)
     EXPECT_EQ(family().RegistryAsks(), 1);
     family().WithholdRegistry(false);
     CallAlone(instances[2]);
-    EXPECT_EQ(family().RegistryAsks(), 2) << "an answer of null was not yet the registry";
+    EXPECT_EQ(family().RegistryAsks(), 2) << "null is no registry yet";
     CallAlone(instances[3]);
     EXPECT_EQ(family().RegistryAsks(), 2);
 
@@ -120,13 +120,17 @@ TEST_P(FamilyAtMember, AsksForTheRegistryUntilItIsKnown)
 
 TEST_P(FamilyAtMember, RunsThePreparationThatAppearsExactlyOnce)
 {
-    StartWithFamily();
+    Host &host = StartWithFamily();
     const std::vector<Value> instances = NewInstances();
     CallAlone(instances[0]);
     family().OfferPreparation();
     CallAlone(instances[1]);
     EXPECT_EQ(family().Preparations(), 1);
     CallAlone(instances[2]);
+    EXPECT_EQ(family().Preparations(), 1);
+
+    for (const char *className : {kNotification, kCenter, kObserver})
+        host.NewWithoutConstructor(className);
     EXPECT_EQ(family().Preparations(), 1);
 }
 
@@ -138,7 +142,7 @@ TEST_F(FamilyTest, NoOtherMemberAsksTheFamily)
     std::set<std::string> bridge;
     for (const BridgeMember &row : kBridgeMembers)
         bridge.insert(KeyOf(row));
-    // Instances ask as they are made, so all of them are made before the family is there.
+    // Making an instance asks the family, so all of them are made before there is one.
     std::vector<std::pair<MemberFunction, Value>> others;
     for (const MemberFunction &member : MemberFunctions(host))
         if (bridge.count(member.Key()) == 0)
@@ -273,9 +277,11 @@ TEST_F(FamilyTest, MethodThatRaisesWhileItWrapsIsAsGoodAsNone)
     EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 0);
 }
 
-TEST_F(FamilyTest, ExceptionPropertyIsNilWithTheFamilyToo)
+TEST_F(FamilyTest, ExceptionPropertyIsNilWithOrWithoutTheFamily)
 {
     Host &host = StartWithFamily();
+    const Value notification = host.New(kNotification, {"AName"});
+    EXPECT_TRUE(host.Get(notification, "_exception").IsNil());
     family().OfferExceptions();
-    EXPECT_TRUE(host.Get(host.New(kNotification, {"AName"}), "_exception").IsNil());
+    EXPECT_TRUE(host.Get(notification, "_exception").IsNil());
 }

@@ -1,12 +1,11 @@
 // Observers and centres that end before one another.
 #import <AppKit/AppKit.h>
-#import <DiscRecording/DiscRecording.h>
 #import <Foundation/Foundation.h>
 #import <InstantMessage/IMService.h>
 
 #include <unistd.h>
 
-#include "platform/gnustep/DRNotificationCenterPosting.h"
+#include "tests/notifications/disc_recording.h"
 #include "tests/support/cocoa_objects.h"
 #include "tests/support/plugin_test.h"
 
@@ -36,13 +35,7 @@ const CenterRow kCenters[] = {
 
 class FreedObserver : public PluginTest, public ::testing::WithParamInterface<CenterRow> {};
 
-void PostToDiscRecording(NSString *name)
-{
-    DRNotificationCenterPost([DRNotificationCenter currentRunLoopCenter],
-                             [NSNotification notificationWithName:name object:nil]);
-}
-
-/// Whose handler the library asked for, in place of the host's answer, which is none.
+/// The instances whose handlers the library asked for. It gets none.
 std::vector<qzlhost::Instance *> gAskedFor;
 
 void *NoEventInstance(qzlhost::Instance *instance, void *)
@@ -65,7 +58,7 @@ using FreedCenter = PluginTest;
 
 } // namespace
 
-TEST_P(FreedObserver, HearsNothingAnyMoreFromTheCentre)
+TEST_P(FreedObserver, HearsNothingMoreFromTheCentre)
 {
     Host &host = Start();
     NSNotificationCenter *const center = GetParam().center();
@@ -113,7 +106,7 @@ TEST_F(ObserverAtTheDiscRecordingCentre, IsNotWithdrawnWhenItIsFreed)
     {
         const Value observer = host.New("NSNotificationObserverQZL");
         freed = observer.ObjectPointer();
-        // Else the centre would have a dangling pointer.
+        // Otherwise the centre would keep a dangling pointer.
         cocoaObserver = [HandleOf<id>(host, observer) retain];
         host.Call(center, "addObserver", {observer, "Left"});
     }

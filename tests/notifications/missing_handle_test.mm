@@ -1,10 +1,9 @@
-// Members of instances without a handle: nothing is posted, observed, removed or changed by them.
-#import <DiscRecording/DiscRecording.h>
+// Members of centres without a handle: they post, add, remove and change nothing.
 #import <Foundation/Foundation.h>
 
 #include <unistd.h>
 
-#include "platform/gnustep/DRNotificationCenterPosting.h"
+#include "tests/notifications/disc_recording.h"
 #include "tests/notifications/member_names.h"
 #include "tests/support/family_fixture.h"
 
@@ -13,7 +12,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// Two observers of a program, one of which the centres of the process know.
+/// Has two observers: each test adds `known` to a centre, and `unknown` to none.
 class MissingHandle : public PluginWithFamily {
 protected:
     void SetUp() override
@@ -98,7 +97,7 @@ TEST_F(DistributedCenterWithoutAHandle, PostsAddsAndRemovesNothing)
     host().Call(bare, "postNotificationName", {name, "bare", Value(), uint32_t{1}});
     host().Call(center, "postNotificationName", {name, "object", Value(), true});
 
-    // What was posted before would come first.
+    // The posts of the bare centre would arrive first.
     EXPECT_TRUE(host().RunUntil([&] { return HeardByTheKnown() > 0; }, 30));
     EXPECT_EQ(HeardByTheKnown(), 1u);
     EXPECT_EQ(HeardByTheUnknown(), 0u);
@@ -128,8 +127,7 @@ TEST_F(DiscRecordingCenterWithoutAHandle, AddsAndRemovesNoObserver)
 
     host().Call(bare, "addObserver", {unknown, "Discs"});
     host().Call(bare, "removeObserver", {known, "Discs"});
-    DRNotificationCenterPost([DRNotificationCenter currentRunLoopCenter],
-                             [NSNotification notificationWithName:@"Discs" object:nil]);
+    PostToDiscRecording(@"Discs");
 
     EXPECT_EQ(HeardByTheKnown(), 1u);
     EXPECT_EQ(HeardByTheUnknown(), 0u);

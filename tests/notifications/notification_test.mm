@@ -13,8 +13,6 @@ namespace {
 
 using NotificationClass = PluginTest;
 
-constexpr char kTooOften[] = "Constructor called too often. Object is already initialized.";
-
 Value WithHandle(Host &host, NSNotification *notification)
 {
     return host.New("NSNotificationQZL", {Value(reinterpret_cast<int64_t>(notification))});
@@ -38,7 +36,7 @@ std::vector<std::string> LoggedLine(id object)
 
 } // namespace
 
-/// A notification whose name raises, as a broken subclass's may.
+/// A notification whose name raises.
 @interface QZLRaisingNotification : NSNotification
 @end
 
@@ -138,13 +136,6 @@ TEST_F(NotificationClass, InstanceWithoutHandleReadsEmptyWithoutError)
     EXPECT_EQ(host.Get(notification, "objectHandle").AsInteger(), 0);
 }
 
-TEST_F(NotificationClass, ExceptionPropertyIsNil)
-{
-    Host &host = Start();
-    const Value notification = host.New("NSNotificationQZL", {"Plain"});
-    EXPECT_TRUE(host.Get(notification, "_exception").IsNil());
-}
-
 TEST_F(NotificationClass, PrintWritesItAndANewLineToTheLog)
 {
     Host &host = Start();
@@ -197,28 +188,6 @@ TEST_F(NotificationClass, ZeroHandleIsRefused)
                     "Handle is zero");
 }
 
-TEST_F(NotificationClass, SecondConstructorIsRefusedBeforeItsArgumentsCount)
-{
-    Host &host = Start();
-    const Value notification = host.New("NSNotificationQZL", {"First"});
-    NSNotification *const handle = HandleOf<NSNotification *>(host, notification);
-    const std::vector<std::vector<Value>> calls = {
-        {Value(int64_t{0})}, {Value(reinterpret_cast<int64_t>(handle))}, {"Second"}};
-    for (const std::vector<Value> &arguments : calls)
-        ExpectException([&] { host.Call(notification, "Constructor", arguments); },
-                        "UnsupportedOperationException", kTooOften);
-    EXPECT_EQ(HandleOf<NSNotification *>(host, notification), handle);
-    EXPECT_EQ([handle retainCount], 1u + 1u) << "one of the instance, one of the autorelease pool";
-}
-
-TEST_F(NotificationClass, SecondConstructorIsRefusedForOneThatWasGiven)
-{
-    Host &host = Start();
-    const Value notification = host.CallShared("NSNotificationQZL", "notificationWithName", {"Given"});
-    ExpectException([&] { host.Call(notification, "Constructor", {"Again"}); },
-                    "UnsupportedOperationException", kTooOften);
-}
-
 TEST_F(NotificationClass, EntersTheRegistryAndLeavesIt)
 {
     Host &host = Start();
@@ -236,31 +205,6 @@ TEST_F(NotificationClass, EntersTheRegistryAndLeavesIt)
     EXPECT_EQ(family.RegistryCount(), 0);
 }
 
-TEST_F(NotificationClass, RegistryIsAskedForOnlyUntilItIsKnown)
-{
-    Host &host = Start();
-    Family family(host);
-    const Value before = host.New("NSNotificationQZL", {"Before"});
-    EXPECT_EQ(family.RegistryCount(), 0);
-    family.OfferRegistry();
-    const Value first = host.New("NSNotificationQZL", {"First"});
-    const Value second = host.New("NSNotificationQZL", {"Second"});
-    EXPECT_EQ(family.RegistryAsks(), 1);
-    EXPECT_EQ(family.RegistryCount(), 2);
-}
-
-TEST_F(NotificationClass, PreparationOfExceptionsRunsOnceWhenItAppears)
-{
-    Host &host = Start();
-    Family family(host);
-    host.New("NSNotificationQZL", {"Before"});
-    family.OfferPreparation();
-    host.New("NSNotificationQZL", {"First"});
-    host.New("NSNotificationCenterQZL");
-    host.New("NSNotificationObserverQZL");
-    EXPECT_EQ(family.Preparations(), 1);
-}
-
 TEST_F(NotificationClass, CocoaExceptionThatTheFamilyDoesNotWrapIsDropped)
 {
     Host &host = Start();
@@ -276,12 +220,12 @@ TEST_F(NotificationClass, CocoaExceptionThatTheFamilyDoesNotWrapIsDropped)
     NSDeallocateObject(broken);
 }
 
-TEST_F(NotificationClass, NullNameOfAFreshNotificationIsCocoasToJudge)
+TEST_F(NotificationClass, NullNameIsLeftToCocoaToRefuse)
 {
     Host &host = Start();
     Family family(host);
     family.OfferExceptions();
-    // GNUstep makes a notification without a name.
+    // GNUstep does not refuse it: the notification has no name.
     const Value notification = host.New("NSNotificationQZL", {Value::EmptyString()});
     ASSERT_NE(HandleOf<id>(host, notification), nil);
     EXPECT_EQ(host.Get(notification, "Name").StringPointer(), nullptr);

@@ -1,10 +1,9 @@
-// Observers of one object: what they hear, and what a removal with an object takes away.
-#import <DiscRecording/DiscRecording.h>
+// Observers of one object: what they hear, and what is removed with an object.
 #import <Foundation/Foundation.h>
 
 #include <gmock/gmock.h>
 
-#include "platform/gnustep/DRNotificationCenterPosting.h"
+#include "tests/notifications/disc_recording.h"
 #include "tests/notifications/member_names.h"
 #include "tests/support/plugin_test.h"
 
@@ -26,15 +25,9 @@ void PostInTheProcess(NSString *name, id object)
     [[NSNotificationCenter defaultCenter] postNotificationName:name object:object];
 }
 
-void PostToDiscRecording(NSString *name, id object)
-{
-    DRNotificationCenterPost([DRNotificationCenter currentRunLoopCenter],
-                             [NSNotification notificationWithName:name object:object]);
-}
-
 constexpr CenterRow kCenters[] = {{kCenter, PostInTheProcess}, {kDiscs, PostToDiscRecording}};
 
-/// Cocoa compares these objects by identity: they are what notifications of the program have for handles.
+/// The objects are the handles of two host notifications: Cocoa compares them by identity.
 class ObjectFilter : public PluginTest, public ::testing::WithParamInterface<CenterRow> {
 protected:
     void SetUp() override
@@ -61,7 +54,8 @@ protected:
         PluginTest::TearDown();
     }
 
-    /// Which objects' notifications reach the program, of one of each object and one of none.
+    /// Posts a notification with each object and one with none. Returns the objects of those that the
+    /// observer hears.
     std::vector<std::string> HeardOf(NSString *name)
     {
         heard_.clear();
@@ -108,11 +102,12 @@ TEST_P(ObjectFilter, IsNoneWhereNoObjectIsGiven)
 {
     host().Call(center, "addObserver", {observer, "Unfiltered"});
     EXPECT_THAT(HeardOf(@"Unfiltered"), ElementsAre("wanted", "other", "none"));
+    EXPECT_THAT(HeardOf(@"Unobserved"), IsEmpty());
     host().Call(center, "removeObserver", {observer, "Unfiltered"});
     EXPECT_THAT(HeardOf(@"Unfiltered"), IsEmpty());
 }
 
-TEST_P(ObjectFilter, OfARemovalTakesAwayOnlyWhatWasAddedForItsObject)
+TEST_P(ObjectFilter, OfARemovalRemovesOnlyWhatWasAddedForItsObject)
 {
     host().Call(center, "addObserver", {observer, "Filtered", wanted});
     host().Call(center, "addObserver", {observer, "Filtered", other});
