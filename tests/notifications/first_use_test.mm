@@ -8,6 +8,7 @@
 
 #include "family/family.h"
 #include "tests/support/plugin_test.h"
+#include "tests/support/value_model.h"
 
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
@@ -17,7 +18,7 @@ namespace {
 
 constexpr int kThreads = 16;
 
-/// Runs `body` with a number from 0 on in each thread; all begin at once.
+/// Runs `body` in every thread at once, each with its number from 0 on.
 void RunAtOnce(const std::function<void(int)> &body)
 {
     std::atomic<int> waiting{0};
@@ -35,7 +36,7 @@ void RunAtOnce(const std::function<void(int)> &body)
         thread.join();
 }
 
-/// A value of each kind, all told apart by the number, under the key of its kind.
+/// A dictionary with a value of each kind, under the kind's name. The number makes the values distinct.
 Value NewUserInfo(Host &host, int number)
 {
     const std::string text = "text " + std::to_string(number);
@@ -56,37 +57,19 @@ Value NewUserInfo(Host &host, int number)
     return userInfo;
 }
 
-void ExpectUserInfo(Host &host, const Value &userInfo, int number)
-{
-    const std::string text = "text " + std::to_string(number);
-    const auto get = [&](const char *key) { return host.DictionaryGet(userInfo, key); };
-    EXPECT_EQ(host.DictionaryCount(userInfo), 11);
-    EXPECT_EQ(get("String").AsString(), text);
-    EXPECT_EQ(get("Text").AsString(), text);
-    EXPECT_EQ(get("Integer").AsInteger(), number);
-    EXPECT_EQ(get("Double").AsDouble(), number + 0.5);
-    EXPECT_EQ(get("Boolean").Code(), qzlhost::code::Boolean);
-    EXPECT_EQ(get("Boolean").AsBoolean(), number % 2 == 0);
-    EXPECT_EQ(host.Get(get("Date"), "Year").AsInteger(), 2000 + number);
-    EXPECT_EQ(host.MemoryBlockBytes(get("MemoryBlock")), text);
-    EXPECT_EQ(host.FolderItemPath(get("FolderItem")), "/tmp/" + text);
-    EXPECT_EQ(host.ArrayCount(get("Array")), 2);
-    EXPECT_EQ(host.ArrayElement(get("Array"), 0).AsString(), text);
-    EXPECT_EQ(host.DictionaryGet(get("Dictionary"), "Number").AsInteger(), number);
-    EXPECT_EQ(host.ClassOf(get("Wrapper")), "NSNotificationCenterQZL");
-    EXPECT_EQ(HandleOf<id>(host, get("Wrapper")), [NSNotificationCenter defaultCenter]);
-}
-
 /// Makes a notification with every kind of value and reads it back.
 void CarryEverything(Host &host, int number)
 {
     const std::string name = "Name " + std::to_string(number);
-    const Value notification =
-        host.New("NSNotificationQZL", {Value(name), Value(number), NewUserInfo(host, number)});
+    const Value sent = NewUserInfo(host, number);
+    const Value notification = host.New("NSNotificationQZL", {Value(name), Value(number), sent});
     EXPECT_EQ(host.Get(notification, "Name").AsString(), name);
     EXPECT_EQ(host.Get(notification, "objectVariant").AsInteger(), number);
     EXPECT_NE(host.Get(notification, "Description").AsString().find(name), std::string::npos);
-    ExpectUserInfo(host, host.Get(notification, "userInfo"), number);
+    const Value read = host.Get(notification, "userInfo");
+    EXPECT_EQ(host.DictionaryCount(read), 11);
+    EXPECT_EQ(Sorted(ModelOf(host, read)), AfterTrip(ModelOf(host, sent)));
+    EXPECT_EQ(HandleOf<id>(host, host.DictionaryGet(read, "Wrapper")), [NSNotificationCenter defaultCenter]);
 }
 
 using LoadMethod = void *(*)(qzlhost::Instance *, const char *);
@@ -109,7 +92,7 @@ TEST_F(FirstUseByManyThreads, CarriesEveryValueOfEveryThread)
     RunAtOnce([&](int thread) { CarryEverything(host, thread); });
 }
 
-TEST_F(FirstUseByManyThreads, FindsEachFunctionAtMostOnceAThreadAndKeepsIt)
+TEST_F(FirstUseByManyThreads, LooksEachFunctionUpOnlyDuringTheFirstUse)
 {
     Host &host = Start();
     RunAtOnce([&](int thread) { CarryEverything(host, thread); });
@@ -151,7 +134,7 @@ TEST_F(FirstUseByManyThreads, ReadsWholeADictionaryThatAllOfThemShare)
     EXPECT_EQ(incomplete, 0);
 }
 
-TEST_F(FirstUseByManyThreads, TakesUpWhatTheFamilyOffersOnce)
+TEST_F(FirstUseByManyThreads, FindsWhatTheFamilyOffersAndKeepsIt)
 {
     Host &host = Start();
     Family family(host);

@@ -2,14 +2,14 @@
 #import <Foundation/Foundation.h>
 
 #include "tests/support/plugin_test.h"
+#include "tests/support/value_model.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
-namespace code = qzlhost::code;
 
 namespace {
 
-/// Posts through Cocoa and gives the wrapper that reaches the program.
+/// Posts through Cocoa, and returns the wrapper that reaches the program.
 class UserInfo : public PluginTest {
 protected:
     /// With the default time zone at Greenwich, so that dates have known fields.
@@ -49,107 +49,46 @@ private:
 struct KindRow {
     const char *testName;
     id (*make)();
-    void (*expect)(Host &host, const Value &value);
+    /// The model of the value that the program reads.
+    Json read;
 };
-
-NSData *ThreeBytes()
-{
-    return [NSData dataWithBytes:"\0\xff\x01" length:3];
-}
-
-void ExpectThreeBytes(Host &host, const Value &value)
-{
-    ASSERT_EQ(value.Code(), code::Object);
-    EXPECT_EQ(host.ClassOf(value), "MemoryBlock");
-    EXPECT_EQ(host.MemoryBlockBytes(value), std::string("\0\xff\x01", 3));
-}
-
-void ExpectInteger(const Value &value, int64_t expected)
-{
-    EXPECT_EQ(value.Code(), code::Int64);
-    EXPECT_EQ(value.AsInteger(), expected);
-}
-
-void ExpectText(const Value &value, const char *expected)
-{
-    EXPECT_EQ(value.Code(), code::String);
-    EXPECT_EQ(value.AsString(), expected);
-}
 
 /// Every kind of value of a property list, and nothing else.
 const KindRow kKinds[] = {
-    {"Text", []() -> id { return @"text"; }, [](Host &, const Value &value) { ExpectText(value, "text"); }},
-    {"EmptyText", []() -> id { return @""; },
-     [](Host &, const Value &value) {
-         ExpectText(value, "");
-         EXPECT_EQ(value.StringPointer(), nullptr);
-     }},
+    {"Text", []() -> id { return @"text"; }, typed::String("text")},
+    {"EmptyText", []() -> id { return @""; }, typed::String("")},
     {"TextBeyondAscii", []() -> id { return @"\u00e9\u4e2d\U0001F600"; },
-     [](Host &, const Value &value) { ExpectText(value, "\u00e9\u4e2d\U0001F600"); }},
-    {"Integer", []() -> id { return [NSNumber numberWithInt:-42]; },
-     [](Host &, const Value &value) { ExpectInteger(value, -42); }},
+     typed::String("\u00e9\u4e2d\U0001F600")},
+    {"Integer", []() -> id { return [NSNumber numberWithInt:-42]; }, typed::Integer(-42)},
     {"IntegerBeyondADouble", []() -> id { return [NSNumber numberWithLongLong:9007199254740993]; },
-     [](Host &, const Value &value) { ExpectInteger(value, 9007199254740993); }},
+     typed::Integer(9007199254740993)},
     {"LowestInteger", []() -> id { return [NSNumber numberWithLongLong:INT64_MIN]; },
-     [](Host &, const Value &value) { ExpectInteger(value, INT64_MIN); }},
-    {"Real", []() -> id { return [NSNumber numberWithDouble:0.1]; },
-     [](Host &, const Value &value) {
-         EXPECT_EQ(value.Code(), code::Double);
-         EXPECT_EQ(value.AsDouble(), 0.1);
-     }},
-    {"True", []() -> id { return [NSNumber numberWithBool:YES]; },
-     [](Host &, const Value &value) {
-         EXPECT_EQ(value.Code(), code::Boolean);
-         EXPECT_TRUE(value.AsBoolean());
-     }},
-    {"False", []() -> id { return [NSNumber numberWithBool:NO]; },
-     [](Host &, const Value &value) {
-         EXPECT_EQ(value.Code(), code::Boolean);
-         EXPECT_FALSE(value.AsBoolean());
-     }},
+     typed::Integer(INT64_MIN)},
+    {"Real", []() -> id { return [NSNumber numberWithDouble:0.1]; }, typed::Double(0.1)},
+    {"True", []() -> id { return [NSNumber numberWithBool:YES]; }, typed::Boolean(true)},
+    {"False", []() -> id { return [NSNumber numberWithBool:NO]; }, typed::Boolean(false)},
     {"Date", []() -> id { return [NSDate dateWithTimeIntervalSince1970:1709215509.75]; },
-     [](Host &, const Value &value) {
-         EXPECT_EQ(value.Code(), code::Date);
-         EXPECT_EQ(value.AsString(), "2024-02-29 14:05:09");
-     }},
-    {"Data", []() -> id { return ThreeBytes(); }, ExpectThreeBytes},
-    {"EmptyData", []() -> id { return [NSData data]; },
-     [](Host &, const Value &value) { EXPECT_TRUE(value.IsNil()); }},
+     typed::Date("2024-02-29 14:05:09")},
+    {"Data", []() -> id { return [NSData dataWithBytes:"\0\xff\x01" length:3]; },
+     typed::Memory({"\0\xff\x01", 3})},
+    {"EmptyData", []() -> id { return [NSData data]; }, nullptr},
     {"Array",
      []() -> id {
-         return @[ @"one", @2, @[ ThreeBytes() ] ];
+         return @[ @"one", @2, @[ [NSData dataWithBytes:"data" length:4] ] ];
      },
-     [](Host &host, const Value &value) {
-         ASSERT_EQ(value.Code(), code::Array + code::Object);
-         ASSERT_EQ(host.ArrayCount(value), 3);
-         ExpectText(host.ArrayElement(value, 0), "one");
-         ExpectInteger(host.ArrayElement(value, 1), 2);
-         ExpectThreeBytes(host, host.ArrayElement(host.ArrayElement(value, 2), 0));
-     }},
-    {"EmptyArray", []() -> id { return [NSArray array]; },
-     [](Host &host, const Value &value) {
-         ASSERT_EQ(value.Code(), code::Array + code::Object);
-         EXPECT_EQ(host.ArrayCount(value), 0);
-     }},
+     typed::Array({typed::String("one"), typed::Integer(2), typed::Array({typed::Memory("data")})})},
+    {"EmptyArray", []() -> id { return [NSArray array]; }, typed::Array({})},
     {"Dictionary", []() -> id { return @{@"in" : @{@"deeper" : @1}, @"after" : @"nested"}; },
-     [](Host &host, const Value &value) {
-         ASSERT_EQ(host.ClassOf(value), "Dictionary");
-         ASSERT_EQ(host.DictionaryCount(value), 2);
-         ExpectInteger(host.DictionaryGet(host.DictionaryGet(value, "in"), "deeper"), 1);
-         ExpectText(host.DictionaryGet(value, "after"), "nested");
-     }},
-    {"EmptyDictionary", []() -> id { return [NSDictionary dictionary]; },
-     [](Host &host, const Value &value) {
-         ASSERT_EQ(host.ClassOf(value), "Dictionary");
-         EXPECT_EQ(host.DictionaryCount(value), 0);
-     }},
+     typed::Dictionary(
+         {{"in", typed::Dictionary({{"deeper", typed::Integer(1)}})}, {"after", typed::String("nested")}})},
+    {"EmptyDictionary", []() -> id { return [NSDictionary dictionary]; }, typed::Dictionary({})},
 };
 
 class UserInfoOfKind : public UserInfo, public ::testing::WithParamInterface<KindRow> {};
 
-NSString *KeyOf(const KindRow &row)
+Json Read(Host &host, const Value &notification, const char *property)
 {
-    return [NSString stringWithUTF8String:row.testName];
+    return Sorted(ModelOf(host, host.Get(notification, property)));
 }
 
 } // namespace
@@ -159,19 +98,16 @@ TEST_P(UserInfoOfKind, ObjectReadsAsItsValue)
     Host &host = StartWithObserver();
     const Value notification = Post(GetParam().make(), nil);
     ASSERT_FALSE(notification.IsNil());
-    GetParam().expect(host, host.Get(notification, "objectVariant"));
+    EXPECT_EQ(Read(host, notification, "objectVariant"), GetParam().read);
     EXPECT_TRUE(host.Get(notification, "userInfo").IsNil());
 }
 
 TEST_P(UserInfoOfKind, EntryReadsAsItsValue)
 {
     Host &host = StartWithObserver();
-    const Value notification = Post(nil, @{KeyOf(GetParam()) : GetParam().make()});
+    const Value notification = Post(nil, @{@"key" : GetParam().make()});
     ASSERT_FALSE(notification.IsNil());
-    const Value userInfo = host.Get(notification, "userInfo");
-    ASSERT_EQ(host.DictionaryCount(userInfo), 1);
-    ExpectText(host.DictionaryKey(userInfo, 0), GetParam().testName);
-    GetParam().expect(host, host.DictionaryGet(userInfo, GetParam().testName));
+    EXPECT_EQ(Read(host, notification, "userInfo"), typed::Dictionary({{"key", GetParam().read}}));
     EXPECT_TRUE(host.Get(notification, "objectVariant").IsNil());
 }
 
@@ -182,20 +118,25 @@ TEST_F(UserInfo, HasEveryKindAtOnce)
 {
     Host &host = StartWithObserver();
     NSMutableDictionary *const posted = [NSMutableDictionary dictionary];
-    for (const KindRow &row : kKinds)
-        [posted setObject:row.make() forKey:KeyOf(row)];
+    std::map<std::string, Json> expected;
+    for (const KindRow &row : kKinds) {
+        [posted setObject:row.make() forKey:[NSString stringWithUTF8String:row.testName]];
+        expected[row.testName] = row.read;
+    }
 
     const Value notification = Post(posted, posted);
 
     ASSERT_FALSE(notification.IsNil());
-    for (const char *property : {"objectVariant", "userInfo"}) {
-        const Value read = host.Get(notification, property);
-        ASSERT_EQ(host.DictionaryCount(read), static_cast<int64_t>(std::size(kKinds)));
-        for (const KindRow &row : kKinds) {
-            SCOPED_TRACE(row.testName);
-            row.expect(host, host.DictionaryGet(read, row.testName));
-        }
-    }
+    for (const char *property : {"objectVariant", "userInfo"})
+        EXPECT_EQ(Read(host, notification, property), typed::Dictionary(expected)) << property;
+}
+
+TEST_F(UserInfo, EmptyTextReadsAsTheNullString)
+{
+    Host &host = StartWithObserver();
+    const Value notification = Post(@"", nil);
+    ASSERT_FALSE(notification.IsNil());
+    EXPECT_EQ(host.Get(notification, "objectVariant").StringPointer(), nullptr);
 }
 
 TEST_F(UserInfo, EachReadMakesADictionaryOfItsOwn)
