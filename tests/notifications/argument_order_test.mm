@@ -32,8 +32,8 @@ struct OrderRow {
     /// The class of the instance, or null for a shared method of the notification class.
     const char *className;
     const char *member;
-    /// As members have them: an 'o' stands for an observer, the first and the second 's' for the strings
-    /// "name" and "object", 'd' for a dictionary with "info", 'b' for a boolean, 'n' for a number.
+    /// A letter for each: 'o' is an observer, the first and the second 's' are the strings "name" and
+    /// "object", 'd' is a dictionary with the key "info", 'b' a boolean, 'n' a number.
     const char *arguments;
 };
 
@@ -91,7 +91,7 @@ protected:
         return arguments;
     }
 
-    /// On a centre, which does nothing with them, or on a new notification.
+    /// Calls the member on a centre, which does nothing with the arguments, or on a new notification.
     void Call(const Value &center, const std::vector<Value> &arguments)
     {
         const OrderRow &row = GetParam();
@@ -104,7 +104,7 @@ protected:
     }
 };
 
-/// Of members that take an observer.
+/// For members with an observer among their arguments.
 class ObserverInArguments : public ArgumentOrder {};
 
 std::vector<OrderRow> RowsWithObserver()
@@ -139,19 +139,19 @@ TEST_P(ArgumentOrder, IsNameObjectUserInfo)
 INSTANTIATE_TEST_SUITE_P(Members, ArgumentOrder, ::testing::ValuesIn(kRows),
                          [](const auto &parameter) { return std::string(parameter.param.testName); });
 
-TEST_P(ObserverInArguments, IsTakenAfterTheNameAndBeforeTheObject)
+TEST_P(ObserverInArguments, IsReadAfterTheNameAndBeforeTheObject)
 {
     Host &host = StartNoting();
     RecordedMessages recorded;
     const Value center = WrapperOf(host, GetParam().className, recorded.NewCenter());
     const Value observer = host.New(kObserver);
     const id handle = HandleOf<id>(host, observer);
-    // Observers of their own, whose handles the program puts in between.
+    // Their handles replace the observer's own during the conversions.
     const Value second = host.New(kObserver);
     const Value third = host.New(kObserver);
-    recorded.Label(handle, "taken before the name");
-    recorded.Label(HandleOf<id>(host, second), "taken after the name");
-    recorded.Label(HandleOf<id>(host, third), "taken after the object");
+    recorded.Label(handle, "read before the name");
+    recorded.Label(HandleOf<id>(host, second), "read after the name");
+    recorded.Label(HandleOf<id>(host, third), "read after the object");
     gOnAsk = [&] {
         const bool isName = gAsked.back() == "name";
         *static_cast<id *>(host.InstanceData(observer)) = HandleOf<id>(host, isName ? second : third);
@@ -161,7 +161,7 @@ TEST_P(ObserverInArguments, IsTakenAfterTheNameAndBeforeTheObject)
 
     gOnAsk = nullptr;
     *static_cast<id *>(host.InstanceData(observer)) = handle;
-    EXPECT_THAT(recorded.Take(), ElementsAre(::testing::HasSubstr("Observer: taken after the name ")));
+    EXPECT_THAT(recorded.Take(), ElementsAre(::testing::HasSubstr("Observer: read after the name ")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Members, ObserverInArguments, ::testing::ValuesIn(RowsWithObserver()),

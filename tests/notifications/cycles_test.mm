@@ -3,10 +3,7 @@
 #include <malloc.h>
 #include <objc/runtime.h>
 
-#include <atomic>
-#include <functional>
 #include <map>
-#include <thread>
 
 #include "tests/support/cocoa_objects.h"
 #include "tests/support/plugin_test.h"
@@ -19,10 +16,10 @@ using qzlhost::Value;
 namespace {
 
 constexpr int kCycles = 1000;
-/// Before anything is counted: what is made once is made by then.
+/// Cycles before the counting, in which everything is made that is made only once.
 constexpr int kFirstCycles = 100;
 
-/// How many objects live, of each class that has any.
+/// The number of living objects of each class that has any.
 std::map<std::string, int> LiveCocoaObjectsByClass()
 {
     std::vector<Class> classes(static_cast<size_t>(objc_getClassList(nullptr, 0)));
@@ -36,27 +33,20 @@ std::map<std::string, int> LiveCocoaObjectsByClass()
     return live;
 }
 
-/// Observers in cycles, with a post that carries and reads back a user info.
+/// Makes an observer, posts to it a user info that it reads, and frees it, again and again.
 class ObserverCycle {
 public:
-    explicit ObserverCycle(Host &host) : host_(host), center_(DefaultCenter(host))
+    explicit ObserverCycle(Host &host)
+        : host_(host), center_(DefaultCenter(host)),
+          program_(host, "CycleObserver", [this](const Value &notification) { Read(notification); })
     {
-        qzlhost::ClassDefinition definition;
-        definition.name = "CycleObserver";
-        definition.super = "NSNotificationObserverQZL";
-        definition.events.push_back({"GotNotification(notification as NSNotificationQZL)",
-                                     [this](const Value &, const std::vector<Value> &arguments) {
-                                         Read(arguments.at(0));
-                                         return Value();
-                                     }});
-        host.DefineClass(std::move(definition));
     }
 
     void Run(int times)
     {
         for (int time = 0; time < times; ++time) {
             const AutoreleasePool pool;
-            const Value observer = host_.New("CycleObserver");
+            const Value observer = program_.NewObserver();
             host_.Call(center_, "addObserver", {observer, "Cycle"});
             const Value userInfo = host_.NewDictionary();
             host_.DictionarySet(userInfo, "time", time);
@@ -71,15 +61,16 @@ public:
 private:
     void Read(const Value &notification)
     {
-        host_.Get(notification, "Name");
         host_.Get(notification, "Description");
         host_.Get(notification, "objectVariant");
         host_.Get(notification, "userInfo");
+        program_.received.clear();
         ++events_;
     }
 
     Host &host_;
     Value center_;
+    ObserverProgram program_;
     int events_ = 0;
 };
 
@@ -108,7 +99,7 @@ TEST_F(ThousandCycles, LeaveNoCocoaObjectOfAnyClass)
 TEST_F(ThousandCycles, TakeNoMemory)
 {
     HostOptions options;
-    options.accounts = false; // which grow
+    options.accounts = false; // They grow with each cycle.
     Host &host = Start(options);
     ObserverCycle cycle(host);
     cycle.Run(kFirstCycles);
@@ -116,6 +107,6 @@ TEST_F(ThousandCycles, TakeNoMemory)
 
     cycle.Run(kCycles);
 
-    // Less than the smallest block for each of them.
+    // Less than the smallest block for each cycle.
     EXPECT_LT(mallinfo2().uordblks, before + size_t{kCycles} * 16);
 }

@@ -1,4 +1,4 @@
-// What a delivery does where something is missing or goes wrong, seen from whoever delivers.
+// Deliveries in which something is missing or fails, as their sender sees them.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -14,7 +14,7 @@ using qzlhost::Value;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// An exception that cannot be described in a way of Foundation's own.
+/// An exception with a description that Foundation would not compose.
 @interface QZLDescribedException : NSException
 @end
 
@@ -25,7 +25,7 @@ using ::testing::IsEmpty;
 }
 @end
 
-/// An exception that raises another when it is asked what it says.
+/// An exception whose description raises another.
 @interface QZLIndescribableException : NSException
 @end
 
@@ -81,8 +81,9 @@ uint32_t ThrowingEncodingOf(qzlhost::String *string)
 struct HostFunction {
     const char *name;
     void *raising;
-    /// How often the handler runs, and wrappers that are not given back.
+    /// How often the handler runs.
     size_t events;
+    /// The wrappers that are not given back.
     int left;
 };
 
@@ -139,7 +140,7 @@ TEST_F(Delivery, OfAnExceptionThatCannotBeDescribedEndsQuietly)
     const Value observer = program.NewObserver();
 
     {
-        // Foundation loses the text that it was putting together.
+        // Foundation leaks the text that it is composing.
         const LeakCheckPause pause;
         EXPECT_NO_THROW(Deliver(host, observer));
     }
@@ -251,7 +252,7 @@ TEST_F(Delivery, WithoutATargetAsksTheHostForNothing)
     [without release];
 }
 
-TEST_F(Delivery, BringsNilWhereTheWrapperCannotBeMade)
+TEST_F(Delivery, PassesNilWhereTheWrapperCannotBeMade)
 {
     Host &host = StartWithFamily();
     std::vector<bool> wereNil;

@@ -1,5 +1,4 @@
-// Host objects, Cocoa objects and times that the family's other libraries bring across, from when they are
-// there.
+// Host objects, Cocoa objects and times that are converted once the family's other libraries are there.
 #import <Foundation/Foundation.h>
 
 #include <array>
@@ -14,7 +13,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// Posts as Cocoa does and as a program does, and keeps what arrives.
+/// Posts values through Cocoa and through the library, and keeps what the program receives.
 class FamilyValues : public PluginWithFamily {
 protected:
     Host &StartListening()
@@ -40,7 +39,7 @@ protected:
                         userInfo:[NSDictionary dictionaryWithObject:value forKey:@"key"]];
     }
 
-    /// Returns the class of the host exception that came of it.
+    /// Returns the class of the host exception; empty for none.
     std::string PostByProgram(const Value &value)
     {
         const Value info = host().NewDictionary();
@@ -51,7 +50,7 @@ protected:
     }
 
     int Posts() const { return posts_; }
-    /// What the last notification had.
+    /// What the last notification brought.
     const Value &Object() const { return object_; }
     const Value &InUserInfo() const { return inUserInfo_; }
     void Forget() { object_ = inUserInfo_ = Value(); }
@@ -110,7 +109,7 @@ std::string TimeName(const ::testing::TestParamInfo<FamilyTime> &info)
 
 // Host objects in Cocoa
 
-TEST_F(FamilyValues, HostObjectIsNothingInCocoaWithoutTheWrapperClass)
+TEST_F(FamilyValues, HostObjectIsNilInCocoaWithoutTheWrapperClass)
 {
     Host &host = StartListening();
     host.DefineClass({"ProgramThing", ""});
@@ -138,10 +137,10 @@ TEST_F(FamilyValues, HostObjectComesBackItselfOnceTheWrapperClassIsThere)
         EXPECT_EQ(family().Unwraps(), 2);
         Forget();
     }
-    EXPECT_EQ(host.References(thing), 1) << "the wrappers gave theirs back";
+    EXPECT_EQ(host.References(thing), 1) << "the wrappers gave their references back";
 }
 
-TEST_F(FamilyValues, CocoaObjectIsNothingUntilTheFamilyHasAClassForIt)
+TEST_F(FamilyValues, CocoaObjectIsNilUntilTheFamilyHasAClassForIt)
 {
     Host &host = StartListening();
     NSPipe *const pipe = [NSPipe pipe];
@@ -163,7 +162,7 @@ TEST_F(FamilyValues, CocoaObjectIsOneInstanceWithTheRegistry)
     Host &host = StartListening();
     DefineWrapperClass(host, "NSPipeQZL");
     family().OfferRegistry();
-    host.New("NSNotificationQZL", {"TakesTheRegistryUp"});
+    host.New("NSNotificationQZL", {"FindsTheRegistry"});
     NSPipe *const pipe = [NSPipe pipe];
     PostByCocoa(pipe);
     EXPECT_EQ(Object().ObjectPointer(), InUserInfo().ObjectPointer());
@@ -174,7 +173,7 @@ TEST_F(FamilyValues, CocoaObjectIsOneInstanceWithTheRegistry)
 
 // Times
 
-TEST_P(FamilyTimes, OfCocoaAreNothingUntilTheFamilyBringsThem)
+TEST_P(FamilyTimes, OfCocoaAreNilUntilTheFamilyConvertsThem)
 {
     StartListening();
     NSValue *const time = NewCocoaTime();
@@ -184,7 +183,7 @@ TEST_P(FamilyTimes, OfCocoaAreNothingUntilTheFamilyBringsThem)
 
     family().OfferTimeClass(GetParam());
     PostByCocoa(time);
-    EXPECT_TRUE(Object().IsNil()) << "the host class alone does not";
+    EXPECT_TRUE(Object().IsNil()) << "the host class alone does not suffice";
 
     family().OfferTimeToHost(GetParam());
     PostByCocoa(time);
@@ -193,14 +192,14 @@ TEST_P(FamilyTimes, OfCocoaAreNothingUntilTheFamilyBringsThem)
     EXPECT_EQ(Posts(), 3);
 }
 
-TEST_P(FamilyTimes, OfTheHostAreRefusedByCocoaUntilTheFamilyBringsThem)
+TEST_P(FamilyTimes, OfTheHostAreRefusedByCocoaUntilTheFamilyConvertsThem)
 {
     StartListening();
     family().OfferExceptions();
     family().OfferTimeClass(GetParam());
     family().OfferTimeToHost(GetParam());
     const Value time = NewHostTime();
-    EXPECT_EQ(PostByProgram(time), "NSExceptionQZL") << "Cocoa knows no such method";
+    EXPECT_EQ(PostByProgram(time), "NSExceptionQZL") << "Cocoa lacks the method";
     EXPECT_EQ(Posts(), 0);
 
     family().OfferTimeToCocoa(GetParam());

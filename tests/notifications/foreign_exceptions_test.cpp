@@ -1,4 +1,4 @@
-// Exceptions of C++ that come from a program's handler or from the host: the library lets them pass.
+// C++ exceptions from a program's handler or from the host: the library lets them pass.
 #include <gmock/gmock.h>
 
 #include <stdexcept>
@@ -17,7 +17,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-/// Of no standard class.
+/// An exception of no standard class.
 struct Foreign {
     int number;
 };
@@ -42,7 +42,7 @@ Instance *ThrowingNewInstance(const char *name)
     return gNewInstance(name);
 }
 
-/// In a member, from a function of the host.
+/// An exception that a function of the host throws inside a member.
 class ForeignExceptionInAMember : public PluginTest {
 protected:
     void SetUp() override
@@ -56,7 +56,7 @@ protected:
         });
     }
 
-    /// The number in the exception that leaves the member; 0 where none does.
+    /// The number of the exception that leaves the member; 0 for none.
     int Thrown(const std::function<void()> &member)
     {
         const LogCapture log;

@@ -43,7 +43,7 @@ TEST_P(Handler, MayRemoveAnotherObserver)
     host.Call(center, "addObserver", {observer, "Fewer"});
 
     Post(center, "Fewer");
-    // Whether the centre had called it before is the centre's to choose.
+    // The centre may have called the other before the removal.
     EXPECT_LE(other.received.size(), 1u);
     other.received.clear();
     Post(center, "Fewer");
@@ -58,7 +58,7 @@ TEST_P(Handler, MayRemoveOrFreeTheObserverThatTheCentreWasToCallNext)
     const Value center = DefaultCenter(host);
     for (const bool frees : {false, true}) {
         std::vector<Value> observers;
-        // The first that is called, whichever it is, ends all.
+        // Whichever is called first frees or removes all three.
         ObserverProgram program(host, frees ? "Freeing" : "Removing", [&](const Value &) {
             if (frees)
                 observers.clear();

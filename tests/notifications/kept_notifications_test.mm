@@ -7,39 +7,24 @@
 #include <thread>
 
 #include "family/family.h"
+#include "tests/support/cocoa_objects.h"
 #include "tests/support/plugin_test.h"
 
 using qzlhost::AutoreleasePool;
 using qzlhost::Host;
 using qzlhost::Value;
 
+/// A class whose objects no one else makes.
 @interface PostedObject : NSObject
 @end
 
-namespace {
-
-std::atomic<int> gPostedObjects{0};
-
-} // namespace
-
 @implementation PostedObject
-- (id)init
-{
-    self = [super init];
-    ++gPostedObjects;
-    return self;
-}
-- (void)dealloc
-{
-    --gPostedObjects;
-    [super dealloc];
-}
 @end
 
 namespace {
 
 using KeptNotification = PluginTest;
-/// Whether the program keeps what its events bring.
+/// The parameter: whether the program keeps the notifications of its events.
 class OneNotificationOfTwoObservers : public PluginTest, public ::testing::WithParamInterface<bool> {};
 
 } // namespace
@@ -90,7 +75,7 @@ TEST_F(KeptNotification, KeepsItsObjectAliveAndNothingLongerThanItself)
         [[NSNotificationCenter defaultCenter] postNotificationName:@"Kept" object:object];
         [object release];
     }
-    EXPECT_EQ(gPostedObjects, 1);
+    EXPECT_EQ(LiveCocoaObjects("PostedObject"), 1);
     {
         const AutoreleasePool pool;
         ASSERT_EQ(program.received.size(), 1u);
@@ -98,7 +83,7 @@ TEST_F(KeptNotification, KeepsItsObjectAliveAndNothingLongerThanItself)
         EXPECT_TRUE([reinterpret_cast<id>(handle) isKindOfClass:[PostedObject class]]);
         program.received.clear();
     }
-    EXPECT_EQ(gPostedObjects, 0);
+    EXPECT_EQ(LiveCocoaObjects("PostedObject"), 0);
 }
 
 TEST_P(OneNotificationOfTwoObservers, HasOneWrapperForBothOnlyIfTheFirstKeepsIt)

@@ -1,4 +1,4 @@
-// The formats with which the library logs: Foundation ends a line itself where a format does not.
+// The formats with which the library logs. Foundation itself ends a line where a format does not.
 #import <Foundation/Foundation.h>
 
 #include <gmock/gmock.h>
@@ -25,7 +25,7 @@ using LogFormat = PluginTest;
 
 } // namespace
 
-/// In place of Foundation's own.
+/// Replaces Foundation's.
 void NSLog(NSString *format, ...)
 {
     gFormats.push_back([format UTF8String]);

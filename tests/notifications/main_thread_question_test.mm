@@ -1,4 +1,4 @@
-// How an observer goes to the main thread: what the platform answers about the thread decides.
+// How an observer moves to the main thread, depending on what pthread_main_np returns.
 #import <Foundation/Foundation.h>
 
 #include <pthread.h>
@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-/// What the platform answers; nothing for its own answer.
+/// What pthread_main_np returns; where there is none, the platform decides.
 std::optional<int> gAnswer;
 
 std::vector<std::string> gMoves;
@@ -39,7 +39,7 @@ protected:
         PluginTest::TearDown();
     }
 
-    /// How the observer moves to the main thread, on which it is already, with this answer.
+    /// The observer's moves to the main thread, with this answer. It is on the main thread already.
     std::vector<std::string> MovesWithAnswer(const Value &observer, int answer)
     {
         const Method method =
@@ -57,7 +57,7 @@ protected:
 
 } // namespace
 
-/// In place of the platform's own.
+/// Replaces the platform's.
 extern "C" int pthread_main_np()
 {
     if (gAnswer)
@@ -65,7 +65,7 @@ extern "C" int pthread_main_np()
     return reinterpret_cast<int (*)()>(dlsym(RTLD_NEXT, "pthread_main_np"))();
 }
 
-TEST_F(MainThreadQuestion, AnsweredWithOneNeedsNoMove)
+TEST_F(MainThreadQuestion, AnsweredWithOneMovesNothing)
 {
     Host &host = Start();
     ObserverProgram program(host);
@@ -74,7 +74,7 @@ TEST_F(MainThreadQuestion, AnsweredWithOneNeedsNoMove)
     EXPECT_EQ(program.received.size(), 1u);
 }
 
-TEST_F(MainThreadQuestion, AnsweredOtherwiseLeadsToAMoveThatWaits)
+TEST_F(MainThreadQuestion, AnsweredOtherwiseMovesAndWaits)
 {
     Host &host = Start();
     ObserverProgram program(host);

@@ -25,7 +25,7 @@ void AddHook(std::vector<MemberFunction> &members, const ClassRecord &type, cons
         members.push_back({type.name, name, Kind::Hook, hook, std::nullopt});
 }
 
-/// A declaration of a function that takes a value of the type.
+/// The declaration of a function with one parameter of the type.
 Declaration Taking(const qzlhost::Type &type)
 {
     Declaration declaration;

@@ -1,4 +1,4 @@
-// The functions that the library gives the host for its classes' members, called as they are.
+// The functions behind the members of the library's classes, and direct calls of them.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ struct MemberFunction {
     enum class Kind { Hook, Getter, Setter, Method, SharedMethod };
 
     std::string className;
-    /// "constructor hook", "destructor hook", a property's name or a method's declaration; after a setter's
-    /// there is " =".
+    /// "constructor hook", "destructor hook", a property's name or a method's declaration; a setter's ends
+    /// with " =".
     std::string member;
     Kind kind = Kind::Method;
     void *function = nullptr;
-    /// A property's parameter; nothing for a computed one.
+    /// The parameter of a property; a computed one has none.
     std::optional<int64_t> parameter;
     qzlhost::Declaration declaration = {};
 
@@ -28,23 +28,23 @@ struct MemberFunction {
     std::vector<qzlhost::Value> PlainArguments() const;
 };
 
-/// Of all classes that the library registered.
+/// The functions of all classes that the library registered.
 std::vector<MemberFunction> MemberFunctions(const qzlhost::Host &host);
 
-/// The one with this key. Throws std::out_of_range without one.
+/// The function with this key. Throws std::out_of_range if there is none.
 MemberFunction FindMember(const qzlhost::Host &host, const std::string &key);
 
-/// What a call did.
+/// The outcome of a call.
 struct MemberAnswer {
-    /// What the function returned, whole; 0 for a function that returns nothing.
+    /// The 64 bits that the function returned; 0 for a function that returns nothing.
     int64_t result = 0;
-    /// The same as a program's value, which owns it.
+    /// The same as a host value, which owns what was returned.
     qzlhost::Value value;
-    /// Whether it ended with an exception of C++ or Cocoa.
+    /// Whether a C++ or Cocoa exception left the function.
     bool threw = false;
 };
 
-/// Calls the function without what a program's call has around it: a host exception stays recorded. A shared
-/// method is called without `self`.
+/// Calls the function directly: a host exception stays recorded, where a program's call would throw it. A
+/// shared method gets no `self`.
 MemberAnswer CallMember(const MemberFunction &member, const qzlhost::Value &self,
                         const std::vector<qzlhost::Value> &arguments);

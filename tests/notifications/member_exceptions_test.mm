@@ -1,4 +1,4 @@
-// A Cocoa exception in every member of every class: logged and raised once, and nothing else comes of it.
+// A Cocoa exception in every member of every class: it is logged and raised once, and has no other effect.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -16,7 +16,7 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// An exception that raises another when it is asked what it says.
+/// An exception whose user info raises another.
 @interface QZLUnspeakableException : NSException
 @end
 
@@ -41,7 +41,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// A row's trouble, while this lives.
+/// Makes a row's trouble while it lives.
 class TroubleScope {
 public:
     TroubleScope(const Trouble &trouble, Family &family)
@@ -86,7 +86,7 @@ private:
     FamilyMethod familyMethod_ = FamilyMethod::Registry;
 };
 
-/// What a member's call left behind.
+/// What a member's call did and left behind.
 struct Outcome {
     MemberAnswer answer;
     std::vector<std::string> log;
@@ -139,7 +139,7 @@ private:
             host().Set(self, "Handle", reinterpret_cast<int64_t>(handle));
     }
 
-    /// The instance does not own such a handle, and could not give it back.
+    /// Clears a handle that the instance does not own and could not release.
     void ClearRaisingHandle(const Value &value)
     {
         const bool mayHold = value.Code() == qzlhost::code::Object &&
@@ -238,7 +238,7 @@ using MemberTable = PluginWithFamily;
 
 } // namespace
 
-TEST_P(MemberException, IsLoggedAndRaisedOnceAndTheAnswerIsEmpty)
+TEST_P(MemberException, IsLoggedAndRaisedOnceAndTheResultIsEmpty)
 {
     Host &host = StartWithFamily();
     family().OfferExceptions();

@@ -7,7 +7,7 @@ inline constexpr char kCenter[] = "NSNotificationCenterQZL";
 inline constexpr char kDistributed[] = "NSDistributedNotificationCenterQZL";
 inline constexpr char kDiscs[] = "DRNotificationCenterQZL";
 
-/// The hooks of a class.
+/// The hooks of a class, as MemberFunction names them.
 inline constexpr char kBegin[] = "constructor hook";
 inline constexpr char kEnd[] = "destructor hook";
 

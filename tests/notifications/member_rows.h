@@ -15,11 +15,11 @@ enum class Self {
     Bare,
     /// With the handle that its constructor gave it.
     Constructed,
-    /// Whose handle is an object that raises at every message.
+    /// With a handle that raises at every message.
     Raising,
 };
 
-/// What raises besides a handle and what comes of the arguments.
+/// What raises, apart from the handle and the conversion of the arguments.
 struct Trouble {
     enum class Kind { None, Method, LocalType, Registry, Preparation } kind = Kind::None;
     const char *cocoaClass = nullptr;
@@ -33,7 +33,7 @@ inline constexpr Trouble kLocalType = {Trouble::Kind::LocalType};
 inline constexpr Trouble kRegistry = {Trouble::Kind::Registry};
 inline constexpr Trouble kPreparation = {Trouble::Kind::Preparation};
 
-/// The method raises.
+/// The class method raises.
 constexpr Trouble RaisingIn(const char *cocoaClass, const char *selector)
 {
     return {Trouble::Kind::Method, cocoaClass, selector};
@@ -49,10 +49,10 @@ enum class Argument {
     /// An array that Cocoa refuses to hold.
     ArrayWithNil,
     Info,
-    /// A dictionary with such an array in it.
+    /// A dictionary that contains such an array.
     InfoWithNil,
     Observer,
-    /// An observer whose Cocoa object does not know the selector that centres call.
+    /// An observer whose Cocoa object lacks the method that centres call.
     DeafObserver,
     Notification,
     /// The address of an object that raises at every message.
@@ -70,7 +70,7 @@ struct MemberRow {
     std::vector<Argument> arguments;
     /// The Cocoa exception's name; null for a member that calls nothing that could raise.
     const char *raises;
-    /// GNUstep loses the text that it was putting together when a description raised.
+    /// Whether GNUstep leaks the text that it is composing when a description raises.
     bool losesText = false;
 };
 
@@ -94,6 +94,7 @@ inline constexpr char kBuildShared[] =
     "notificationWithName(name as string, theObject as variant = nil, userInfo "
     "as dictionary = nil) as NSNotificationQZL";
 
+/// The names of the exceptions that the test, the stand-in family and Foundation raise.
 inline constexpr char kByTest[] = "QZLRaised";
 inline constexpr char kByFamily[] = "FamilyFailed";
 inline constexpr char kByFoundation[] = "NSInvalidArgumentException";

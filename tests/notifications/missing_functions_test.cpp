@@ -10,8 +10,8 @@ namespace {
 
 class MissingFunction : public PluginTest, public ::testing::WithParamInterface<std::string> {
 protected:
-    /// Everything a program does in a notification's life. Nothing may crash; what cannot be done is not
-    /// done. Returns how many events came.
+    /// Does what a program does with notifications, as far as the host allows it. Returns the number of
+    /// events.
     size_t ObserveAndPost(Host &host)
     {
         ObserverProgram program(host, "ProgramObserver", [&](const Value &notification) {
@@ -47,11 +47,11 @@ protected:
         return events;
     }
 
-    /// The Cocoa notifications that came.
+    /// The Cocoa notifications of the events.
     std::vector<int64_t> handles;
 };
 
-/// All but the one whose absence is not supported.
+/// All functions of the host but the one that it must have.
 std::vector<std::string> Dispensable()
 {
     std::vector<std::string> functions = Host::Functions();
@@ -81,13 +81,13 @@ TEST_P(MissingFunction, IsNoError)
         EXPECT_EQ(events, 0u);
     else
         EXPECT_EQ(events, 4u);
-    // Without these a reference that the library was given stays with it.
+    // Without these the library cannot give its references back.
     if (missing == "REALUnlockString")
         ExpectLeaks("String", host.Leaks().size());
     if (missing == "REALUnlockObject") {
         ExpectLeaks("", host.Leaks().size());
         ExpectCocoaObjects("GSNotification", 4);
-        // Known to the leak checker to the end, and so no leak to it.
+        // Keeps them reachable, so that the leak checker does not report them.
         static const auto *const leftBehind = new std::vector<int64_t>(handles);
         EXPECT_EQ(leftBehind->size(), 4u);
     }

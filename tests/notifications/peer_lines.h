@@ -1,4 +1,4 @@
-// The lines that a peer program exchanges with its test: commands come, answers and events go.
+// The lines that a peer program exchanges with its test: it reads commands, and writes answers and events.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -20,8 +20,9 @@ public:
         ++events_;
         Write({{"event", event}});
     }
-    /// What a command gives, or how the library refuses it.
+    /// The result of a command.
     void Answer(const nlohmann::json &answer) { Write({{"answer", answer}, {"events", events_}}); }
+    /// The exception that the library raised instead.
     void Refusal(const qzlhost::ProgramException &exception)
     {
         Write({{"refusal", {{"class", exception.ClassName()}, {"message", exception.Message()}}},
@@ -31,7 +32,8 @@ public:
 private:
     static void Write(const nlohmann::json &line) { std::cout << line.dump() << std::endl; }
 
-    /// So far. An answer tells it, so that a reader knows what came before.
+    /// The number of events so far. Each answer carries it, so that the reader knows which events came
+    /// before.
     int64_t events_ = 0;
 };
 
@@ -39,17 +41,17 @@ private:
 class Commands {
 public:
     Commands() : reader_([this] { Read(); }) {}
-    /// Only once the input has ended.
+    /// Returns once the input has ended.
     ~Commands() { reader_.join(); }
 
-    /// Whether there is a line, or the end.
+    /// Whether a line has arrived, or the input has ended.
     bool HaveNext()
     {
         const std::lock_guard lock(mutex_);
         return !lines_.empty() || ended_;
     }
 
-    /// Nothing at the end.
+    /// The next command; none at the end of the input.
     std::optional<nlohmann::json> Next()
     {
         const std::lock_guard lock(mutex_);

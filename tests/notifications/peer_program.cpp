@@ -1,4 +1,4 @@
-// A host program that a test drives: observes and posts between processes as it is told, line by line.
+// A host program that a test drives by lines of commands: observes and posts between processes.
 #include <unistd.h>
 
 #include <cstdio>
@@ -21,19 +21,19 @@ namespace {
 constexpr char kCenterClass[] = "NSDistributedNotificationCenterQZL";
 constexpr double kNoLimit = 1e9;
 
-/// Does what a test's commands say. Each has a verb, "do", and where it says so:
-///   observe     "observer", a name of the test's own for it, made when it is first used; "name", "object",
-///               "behavior": what is absent is not passed, a null name is the null string
+/// Does what a test's commands say. Each has a verb, "do", and these arguments:
+///   observe     "observer", the test's name for it, made at its first use; "name", "object", "behavior":
+///               what is absent is not passed, a null name is the null string
 ///   remove      "observer", "name", "object"
-///   free        "observer", which this program then holds no more
+///   free        "observer", whose reference the program gives back
 ///   post        "name", "object", "info", "options", "deliverImmediately": they choose the overload; "built"
-///               to post a notification that was built; "times" to post so often, with a "sequence" from 0
-///               in the user info
+///               to make a notification first and post that; "times" to post repeatedly, with a "sequence"
+///               from 0 on in the user info
 ///   suspend     "value"
 ///   suspended   returns the property
 ///   settle      see Settle
 ///   quit        ends the program; returns what its host reports: "leaks" and "mistakes"
-/// "center" names the way to the centre that is used: New, defaultCenter or notificationCenterForType.
+/// "center" names the way to the centre: New, defaultCenter or notificationCenterForType.
 class Program {
 public:
     Program(Host &host, Report &report) : host_(host), report_(report)
@@ -49,7 +49,7 @@ public:
         host_.DefineClass(std::move(observer));
     }
 
-    /// Does a command and returns what it gives.
+    /// Does a command and returns its result.
     Json Do(const Json &command)
     {
         const std::string verb = command.at("do");
@@ -64,13 +64,13 @@ public:
     }
 
 private:
-    /// Does what does not run the run loop.
+    /// Does any command that does not run the run loop.
     Json DoAtOnce(const std::string &verb, const Json &command)
     {
         if (verb == "observe")
             Observe(command);
         else if (verb == "remove")
-            Remove(command);
+            host_.Call(Center(command), "removeObserver", Registration(command));
         else if (verb == "free")
             observers_.extract(command.at("observer"));
         else if (verb == "post")
@@ -84,14 +84,14 @@ private:
         return nullptr;
     }
 
-    /// Texts of a command; the null string where it has null.
+    /// A text of a command; the null string for null.
     static Value TextOf(const Json &command, const char *key)
     {
         const Json &text = command.at(key);
         return text.is_null() ? Value::EmptyString() : Value(text.get<std::string>());
     }
 
-    /// The centre that a command names by the way to get it, made when it is first asked for.
+    /// The centre of a command, made at its first use.
     const Value &Center(const Json &command)
     {
         const std::string way = command.value("center", "New");
@@ -118,26 +118,23 @@ private:
         return observer;
     }
 
-    void Observe(const Json &command)
+    /// The observer, name and object of a command, as far as it has them.
+    std::vector<Value> Registration(const Json &command)
     {
         std::vector<Value> arguments = {Observer(command)};
         if (command.contains("name"))
             arguments.push_back(TextOf(command, "name"));
         if (command.contains("object"))
             arguments.push_back(ValueOf(host_, command.at("object")));
+        return arguments;
+    }
+
+    void Observe(const Json &command)
+    {
+        std::vector<Value> arguments = Registration(command);
         if (command.contains("behavior"))
             arguments.push_back(command.at("behavior").get<int64_t>());
         host_.Call(Center(command), "addObserver", arguments);
-    }
-
-    void Remove(const Json &command)
-    {
-        std::vector<Value> arguments = {Observer(command)};
-        if (command.contains("name"))
-            arguments.push_back(TextOf(command, "name"));
-        if (command.contains("object"))
-            arguments.push_back(ValueOf(host_, command.at("object")));
-        host_.Call(Center(command), "removeObserver", arguments);
     }
 
     void Post(const Json &command)
@@ -169,8 +166,8 @@ private:
             host_.Call(Center(command), "postNotificationName", arguments);
     }
 
-    /// What was posted here before has been passed on afterwards, and what was passed on to here before has
-    /// raised its event: the daemon answers calls in their order, and these wait for its answer.
+    /// Returns once everything that was posted here has been passed on, and everything that was passed on to
+    /// here has raised its event: the daemon answers calls in order, and these wait for its answers.
     void Settle()
     {
         const Value observer = host_.New("PeerObserver");
@@ -198,13 +195,13 @@ private:
             event["failure"] = error.what();
         }
         report_.Event(event);
-        // Nobody asks for it, and it would grow with every event.
+        // It is not used, and would grow with every event.
         host_.ClearTrace();
     }
 
     Host &host_;
     Report &report_;
-    /// The command that is being done; none while the run loop runs.
+    /// The verb of the current command; empty while the run loop runs.
     std::string verb_;
     std::map<std::string, Value> centers_;
     std::map<std::string, Value> observers_;
@@ -256,7 +253,7 @@ int main(int argc, char **argv)
         return RunIn(host, argv[1], commands);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "peer_program: %s\n", error.what());
-        // The test does not end the input of a program that fails, which the reading thread waits for.
+        // The reading thread waits for the end of the input, which the test leaves open when a program fails.
         std::_Exit(1);
     }
 }

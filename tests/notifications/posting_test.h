@@ -1,4 +1,4 @@
-// A test of a post on the main thread and on another.
+// A test that posts on the main thread or on another.
 #pragma once
 
 #include <atomic>
@@ -6,7 +6,7 @@
 
 #include "tests/support/plugin_test.h"
 
-/// Where a notification is posted: on the main thread, or on another that the main one waits for.
+/// The thread that posts: the main thread, or another while the main thread runs its loop.
 enum class From { MainThread, AnotherThread };
 
 class PostingTest : public PluginTest, public ::testing::WithParamInterface<From> {
@@ -18,7 +18,7 @@ protected:
         std::string loop;
     };
 
-    /// Posts through the library.
+    /// Posts through the library. Returns once the post has returned.
     Outcome Post(const qzlhost::Value &center, const char *name)
     {
         Outcome outcome;

@@ -1,4 +1,4 @@
-// A test with host programs in processes of their own, which a daemon of the test's own connects.
+// A test with host programs in processes of their own, connected by a daemon of the test's own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,15 +14,14 @@ protected:
     /// Starts another program, which lives as long as the test.
     Peer &StartPeer(const std::string &name) { return peers_.emplace_back(*daemon_, name); }
 
-    /// Everything that `poster` posted before has then raised its events in `observer`, and is among its
-    /// events.
+    /// Returns once everything that `poster` has posted has raised its events in `observer`.
     static void Settle(Peer &poster, Peer &observer)
     {
         poster.Do({{"do", "settle"}});
         observer.Do({{"do", "settle"}});
     }
 
-    /// Ends the programs; none of them may have anything left over or have misused its host.
+    /// Ends the programs, none of which may leak or have misused its host.
     void TearDown() override
     {
         for (Peer &peer : peers_) {
@@ -49,7 +48,7 @@ inline std::vector<Json> Each(const char *key, const std::vector<Json> &events)
     return contents;
 }
 
-/// The command that observes notifications of this name, and is to be told of it with each.
+/// The command that observes notifications of this name; their events carry the observer's name.
 inline Json ObserveName(const std::string &name, const std::string &observer = "observer")
 {
     return {{"do", "observe"}, {"observer", observer}, {"name", name}};

@@ -1,4 +1,4 @@
-// Many notifications at once, and processes that do not take part any more.
+// Many notifications at once, and processes that stop taking part.
 #include <csignal>
 
 #include "tests/notifications/process_test.h"
@@ -23,10 +23,10 @@ protected:
     }
 };
 
-/// By this command.
+/// The parameter: the command that ends it.
 class ObserverThatEndsMeanwhile : public ProcessLoad, public ::testing::WithParamInterface<const char *> {};
 
-/// Posts so often, each time with the poster and a number from 0.
+/// The command that posts `times` times, each with the poster and a sequence number from 0 on.
 Json PostMany(int64_t poster, int64_t times)
 {
     Json command = PostName("Load");
@@ -43,7 +43,7 @@ int64_t IntegerIn(const Json &event, const char *key)
     throw std::out_of_range(key);
 }
 
-/// The numbers of the events that each poster's posts raised, in the order of the events.
+/// The sequence numbers of each poster's posts, in the order of their events.
 std::map<int64_t, std::vector<int64_t>> NumbersByPoster(const std::vector<Json> &events)
 {
     std::map<int64_t, std::vector<int64_t>> numbers;
@@ -126,7 +126,7 @@ TEST_F(ProcessLoad, KilledPosterDisturbsNobody)
     victim.Kill();
     survivor.Do(PostMany(1, 100));
 
-    // How many came of the victim's is open.
+    // Any number of the victim's may have arrived.
     while (NumbersByPoster(events)[1].size() < 100)
         events.push_back(observer.Events(1).at(0));
     auto numbers = NumbersByPoster(events);

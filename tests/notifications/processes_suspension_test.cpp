@@ -26,7 +26,7 @@ protected:
             poster_.Do(PostName(name, object));
     }
 
-    /// As above, with user infos and what else `extra` has.
+    /// The same with an empty user info and the arguments in `extra`.
     void PostWith(const Json &extra, const Objects &objects)
     {
         for (const std::string &object : objects) {
@@ -37,7 +37,7 @@ protected:
         }
     }
 
-    /// The objects of what the observer has got since it was last asked.
+    /// The objects that the observer has heard since the last call.
     Objects Heard()
     {
         Settle(poster_, observer_);
@@ -63,7 +63,7 @@ class SuspensionBehavior : public ProcessSuspension, public ::testing::WithParam
 
 struct WayRow {
     const char *name;
-    /// What the post has besides name, object and user info.
+    /// The arguments of the post besides name, object and user info.
     Json extra;
     bool overrides;
 };
@@ -96,7 +96,7 @@ TEST_P(SuspensionBehavior, DecidesWhatArrivesAndWhen)
     EXPECT_EQ(Heard(), (Objects{"after"}));
 }
 
-// Cocoa names four behaviours; the library passes on others too, which the platform here treats as the first.
+// Cocoa names four behaviours. The library passes others on as well; GNUstep treats them as the first.
 INSTANTIATE_TEST_SUITE_P(
     All, SuspensionBehavior,
     ::testing::Values(BehaviorRow{"Drop", kDrop, {}, {}}, BehaviorRow{"Coalesce", kCoalesce, {}, {"3"}},
@@ -200,7 +200,7 @@ TEST_F(ProcessSuspension, MayBeRepeated)
     }
 }
 
-TEST_F(ProcessSuspension, IsItsProcessesOwn)
+TEST_F(ProcessSuspension, AffectsItsOwnProcessAlone)
 {
     Observe(kHold);
     poster_.Do(ObserveName("Post"));

@@ -45,10 +45,12 @@ const struct {
      kInfo},
 };
 
-/// Name and object of each event that an observer of the process has got since the last time, in order.
-std::map<std::string, std::vector<std::string>> HeardByObserver(Peer &process)
+using Heard = std::map<std::string, std::vector<std::string>>;
+
+/// Name and object of each event since the last call, in order, by observer.
+Heard HeardByObserver(Peer &process)
 {
-    std::map<std::string, std::vector<std::string>> heard;
+    Heard heard;
     for (const Json &event : process.RemainingEvents()) {
         const Json &object = event.at("object");
         const std::string text = object.is_null() ? "-" : object.at("string").get<std::string>();
@@ -66,8 +68,6 @@ void PostCombinations(Peer &poster)
         poster.Do({{"do", "post"}, {"name", name}});
     }
 }
-
-using Heard = std::map<std::string, std::vector<std::string>>;
 
 } // namespace
 
@@ -155,7 +155,7 @@ TEST_F(Processes, SuspensionBehaviorDoesNotChangeWhatIsObserved)
               (Heard{{"name", {"N O", "N P", "N -"}}, {"object", {"N O", "M O"}}, {"both", {"N O"}}}));
 }
 
-// The platform here has no observers of everything.
+// GNUstep has no observers of everything between processes.
 TEST_F(Processes, ObservingNeitherNameNorObjectIsRefused)
 {
     Peer &observer = StartPeer("observer");

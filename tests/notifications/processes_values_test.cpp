@@ -15,7 +15,7 @@ std::string EveryByte()
     return bytes;
 }
 
-/// Values that arrive as they are.
+/// Values that arrive unchanged.
 std::vector<Json> Values()
 {
     using namespace typed;
@@ -95,7 +95,7 @@ void ExpectToArrive(Peer &poster, Peer &observer)
     }
 }
 
-/// Texts for names and objects, with what a program reads of them.
+/// Texts for names and objects, and what the observing program reads.
 const struct {
     std::string sent;
     std::string read;
@@ -153,7 +153,7 @@ TEST_F(ProcessValues, TextsArriveAsNamesAndObjects)
     }
 }
 
-TEST_F(ProcessValues, NamesAreComparedBeyondANUL)
+TEST_F(ProcessValues, NamesAreComparedBeyondANul)
 {
     Peer &poster = StartPeer("poster");
     Peer &observer = StartPeer("observer");

@@ -15,18 +15,6 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// What a thread runs.
-@interface QZLThreadBody : NSObject
-- (void)run:(id)argument;
-@end
-
-@implementation QZLThreadBody
-- (void)run:(id)argument
-{
-    (void)argument;
-}
-@end
-
 namespace {
 
 /// A notification as the program read it during the event.
@@ -63,7 +51,7 @@ public:
 
     const std::vector<Seen> &All() const { return seen_; }
 
-    /// The notification of this object; null before it came.
+    /// The notification with this object; null until it arrives.
     const Seen *Of(id object) const
     {
         const auto found = std::find_if(seen_.begin(), seen_.end(), [object](const Seen &seen) {
@@ -78,7 +66,7 @@ private:
     Value observer_;
 };
 
-/// An empty folder, which goes with all that is in it.
+/// A new folder, which is removed with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder()
@@ -94,7 +82,7 @@ public:
     TemporaryFolder(const TemporaryFolder &) = delete;
     TemporaryFolder &operator=(const TemporaryFolder &) = delete;
 
-    /// Makes the file and the folders that it lies in.
+    /// Makes the file, and the folders that contain it.
     void Write(NSString *file, NSString *content, int permissions = 0600) const
     {
         NSString *const path = [path_ stringByAppendingPathComponent:file];
@@ -114,7 +102,7 @@ private:
 
 class RealNotification : public PluginWithFamily {
 protected:
-    /// The notification's object arrived as an instance of the host class around it.
+    /// The notification's object must arrive as an instance of the host class, with the object as its handle.
     void ExpectObject(const Seen &seen, const char *hostClass, id object)
     {
         ASSERT_FALSE(seen.object.IsNil());
@@ -126,7 +114,7 @@ protected:
 
 } // namespace
 
-TEST_F(RealNotification, TaskTellsThatItsProcessEnded)
+TEST_F(RealNotification, TaskReportsThatItsProcessEnded)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSTaskQZL");
@@ -142,7 +130,7 @@ TEST_F(RealNotification, TaskTellsThatItsProcessEnded)
     EXPECT_EQ([reinterpret_cast<NSTask *>(seen.objectHandle) terminationStatus], 7);
 }
 
-TEST_F(RealNotification, FileHandleBringsAllThatItReadAsAMemoryBlock)
+TEST_F(RealNotification, FileHandleDeliversAllThatItReadAsAMemoryBlock)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSFileHandleQZL");
@@ -172,7 +160,7 @@ TEST_F(RealNotification, FileHandleBringsAllThatItReadAsAMemoryBlock)
     EXPECT_EQ(host.MemoryBlockBytes(block), written);
 }
 
-TEST_F(RealNotification, UserDefaultsTellOfEachChange)
+TEST_F(RealNotification, UserDefaultsReportEachChange)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSUserDefaultsQZL");
@@ -190,7 +178,7 @@ TEST_F(RealNotification, UserDefaultsTellOfEachChange)
     }
 }
 
-TEST_F(RealNotification, WorkspaceTellsThatItLaunchesAnApplication)
+TEST_F(RealNotification, WorkspaceReportsThatItLaunchesAnApplication)
 {
     Host &host = StartWithFamily();
     const TemporaryFolder folder;
@@ -207,7 +195,7 @@ TEST_F(RealNotification, WorkspaceTellsThatItLaunchesAnApplication)
     ASSERT_TRUE([[NSWorkspace sharedWorkspace] launchApplication:application]);
     ASSERT_TRUE(host.RunUntil([&] { return !listener.All().empty(); }, 30));
 
-    // GNUstep gives the workspace's centre for the object.
+    // GNUstep passes the workspace's centre as the object.
     const Seen &seen = listener.All().front();
     ExpectObject(seen, "NSNotificationCenterQZL", cocoa);
     EXPECT_EQ(host.DictionaryGet(seen.userInfo, "NSApplicationName").AsString(), "Greeter");
@@ -219,8 +207,9 @@ TEST_F(RealNotification, ThreadEndsOnlyAfterTheProgramHandledItsEnd)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSThreadQZL");
-    QZLThreadBody *const body = [[[QZLThreadBody alloc] init] autorelease];
-    NSThread *const thread = [[[NSThread alloc] initWithTarget:body selector:@selector(run:)
+    // It only compares two objects.
+    NSThread *const thread = [[[NSThread alloc] initWithTarget:@"body"
+                                                      selector:@selector(isEqual:)
                                                         object:nil] autorelease];
     bool finishedBeforeTheEnd = true;
     const Listener listener(host, NSThreadWillExitNotification, DefaultCenter(host), [&](const Value &) {
@@ -237,7 +226,7 @@ TEST_F(RealNotification, ThreadEndsOnlyAfterTheProgramHandledItsEnd)
     EXPECT_FALSE(finishedBeforeTheEnd);
 }
 
-TEST_F(RealNotification, PortTellsThatItBecameInvalid)
+TEST_F(RealNotification, PortReportsThatItBecameInvalid)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSPortQZL");
@@ -250,7 +239,7 @@ TEST_F(RealNotification, PortTellsThatItBecameInvalid)
     ExpectObject(*listener.Of(port), "NSPortQZL", port);
 }
 
-TEST_F(RealNotification, BundleTellsWhichClassesItLoaded)
+TEST_F(RealNotification, BundleReportsTheClassesThatItLoaded)
 {
     Host &host = StartWithFamily();
     DefineWrapperClass(host, "NSBundleQZL");

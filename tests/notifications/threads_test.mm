@@ -18,8 +18,8 @@ namespace {
 
 constexpr double kPatience = 100;
 
-/// Runs `body` with a number from 0 on in each of so many threads, and the main thread's loop until all have
-/// ended; `meanwhile` between the loop's turns.
+/// Runs `body` in `count` threads, each with its number from 0 on, and the main thread's loop until all have
+/// ended. Calls `meanwhile` between the loop's turns.
 void RunThreads(
     Host &host, int count, const std::function<void(int)> &body,
     const std::function<void()> &meanwhile = [] {})
@@ -83,7 +83,7 @@ TEST_P(ManyPosters, EachResumesAfterItsOwnEventAndNothingIsLostDoubledOrOutOfOrd
         const int64_t thread = host.DictionaryGet(userInfo, "thread").AsInteger();
         const int64_t sequence = host.DictionaryGet(userInfo, "sequence").AsInteger();
         outOfOrder += handled.at(static_cast<size_t>(thread))++ == sequence ? 0 : 1;
-        host.ClearTrace(); // else it takes most of the memory
+        host.ClearTrace(); // It would take most of the memory.
     });
     const Value observer = program.NewObserver();
     const Value center = DefaultCenter(host);
@@ -130,7 +130,7 @@ TEST_F(ObserversThatComeAndGo, DisturbNoPostOfOtherThreads)
     const Value center = DefaultCenter(host);
     const Value steadyObserver = steady.NewObserver();
     host.Call(center, "addObserver", {steadyObserver, "Crowded"});
-    // These live on: a post that is under way may still reach an observer that has been removed.
+    // These stay alive: a post that is under way may still reach an observer after its removal.
     std::array<Value, kFleeting> observers;
     for (Value &observer : observers)
         observer = fleeting.NewObserver();
@@ -140,14 +140,15 @@ TEST_F(ObserversThatComeAndGo, DisturbNoPostOfOtherThreads)
         const Value &observer = observers[rounds % kFleeting];
         const bool adds = rounds / kFleeting % 2 == 0;
         host.Call(center, adds ? "addObserver" : "removeObserver", {observer, "Crowded"});
-        // Events come while an observer is freed: GNUstep asks its daemon then, and runs the loop meanwhile.
+        // Events arrive while an observer is freed: GNUstep then calls its daemon, and runs the loop
+        // meanwhile.
         const std::string name = "Brief " + std::to_string(rounds++);
         const Value passing = brief.NewObserver();
         host.Call(center, "addObserver", {passing, name});
         host.Call(center, "postNotificationName", {name});
     };
 
-    // Alone, since GNUstep registers with its daemon on the first: an event in between would do so again.
+    // The first time alone: GNUstep registers with its daemon, and an event in between would register again.
     comeAndGo();
     RunThreads(
         host, kPosters,

@@ -1,4 +1,4 @@
-// The centres from which an observer withdraws itself at its end, in their order.
+// The centres that an observer removes itself from at its end, in order.
 #include <gmock/gmock.h>
 
 #include "tests/notifications/member_names.h"
