@@ -1,7 +1,6 @@
-// The demo's transcript is what the demo prints.
+// The demo's transcript in docs/ is what the demo prints.
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <sstream>
 
 #include "tests/docs/markdown.h"
@@ -16,7 +15,7 @@ namespace {
 
 const std::string kLibrary = LibraryPath();
 
-/// The rest of a line that begins so; empty for any other.
+/// The rest of a line with this beginning; empty for any other line.
 std::string After(const std::string &beginning, const std::string &line)
 {
     return line.rfind(beginning, 0) == 0 ? line.substr(beginning.size()) : "";

@@ -1,8 +1,6 @@
-// The reference says what the library registers, no less and no more.
+// The reference in docs/ lists what the library registers, no less and no more.
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-
-#include <algorithm>
 
 #include "tests/docs/markdown.h"
 #include "tests/qzlhost/command.h"
@@ -25,7 +23,7 @@ std::vector<std::string> DocumentedMembers(const std::vector<std::string> &secti
     return members;
 }
 
-/// In the order in which the reference has them: what an instance has, what the class shares, constants.
+/// In the reference's order: members of instances, shared methods, constants.
 std::vector<std::string> RegisteredMembers(const json &type)
 {
     std::vector<std::string> members;
@@ -50,7 +48,7 @@ json RegisteredClasses()
 
 } // namespace
 
-TEST(Reference, HasEveryMemberOfEveryClassAndNoOther)
+TEST(Reference, ListsEveryMemberOfEveryClassAndNoOther)
 {
     const std::vector<std::string> reference = LinesOfDocument("reference.md");
     const json classes = RegisteredClasses();
@@ -73,7 +71,7 @@ TEST(Reference, ItsProgramsUseEveryMember)
         for (const std::string &member : RegisteredMembers(type)) {
             const bool isConstructor = NameOf(member) == "Constructor";
             const std::string use = isConstructor ? "New " + type["name"].get<std::string>() : NameOf(member);
-            // An observer is made as an instance of a class that is derived from it.
+            // Programs make observers of a class that they derive from it.
             if (!isConstructor || type["name"] != "NSNotificationObserverQZL")
                 EXPECT_THAT(program, HasSubstr(use));
         }

@@ -1,4 +1,4 @@
-// A small plugin library for the host's own tests: two classes that show what calls did.
+// A small plugin library for the host's own tests: two classes whose members show how they were called.
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -155,7 +155,7 @@ int64_t PairRight(Object *, int64_t, Object *)
     return 2;
 }
 
-// Values through and through
+// Values that pass through
 
 Object *Echo(Object *, Object *value)
 {
@@ -282,7 +282,7 @@ bool Fire(Object *self, String *what)
     return handler != nullptr;
 }
 
-/// Asks with the content of the slot, which is the key in versions from 10 on only.
+/// Looks the handler up by the content of the slot, which is the key from version 10 on.
 bool HasHandlerForSlot(Object *self)
 {
     return HostFunction<void *(Object *, uint64_t)>("GetEventInstance")(self, gBaseEvents[0].key) != nullptr;

@@ -1,4 +1,4 @@
-// The host's books: leaks and misuse are named.
+// The host's account of references: leaks and misuse are named.
 #include "tests/host/runtime_test.h"
 
 namespace qzlhost {
@@ -143,7 +143,7 @@ TEST_F(Accounts, TheTraceShowsCallsWithReadableArguments)
     EXPECT_EQ(host.CallsOf("REALLockObject"), 0);
 }
 
-TEST(AccountsOff, TheHostWorksWithoutBooks)
+TEST(AccountsOff, TheHostWorksWithoutThem)
 {
     HostOptions options;
     options.accounts = false;

@@ -1,4 +1,4 @@
-// What the host gives as Cocoa objects, and its run loop.
+// The Cocoa objects that the host returns, and its run loop.
 #include <chrono>
 #include <thread>
 
@@ -22,7 +22,7 @@ protected:
     AutoreleasePool pool_;
 };
 
-TEST_F(Cocoa, AStringGivesACFStringWithOneRetain)
+TEST_F(Cocoa, AStringBecomesACFStringWithOneRetain)
 {
     const Value string = Value::StringOfBytes("gr\xFC\xDF", encoding::Latin1);
     NSString *const made =
@@ -41,7 +41,7 @@ TEST_F(Cocoa, Utf16KeepsLoneSurrogates)
     EXPECT_EQ([made characterAtIndex:0], 0xD800);
 }
 
-TEST_F(Cocoa, BytesThatAreNoTextGiveNoCFString)
+TEST_F(Cocoa, BytesThatAreNoTextBecomeNoCFString)
 {
     const Value invalid = Value::StringOfBytes("\xC3(", encoding::UTF8);
     EXPECT_EQ(StringFor(invalid.StringPointer()), nil);
@@ -51,13 +51,13 @@ TEST_F(Cocoa, BytesThatAreNoTextGiveNoCFString)
     EXPECT_EQ(StringFor(raw.StringPointer()), nil);
 }
 
-TEST_F(Cocoa, TheNullStringGivesAnEmptyCFString)
+TEST_F(Cocoa, TheNullStringBecomesAnEmptyCFString)
 {
     EXPECT_EQ([StringFor(nullptr) length], 0u);
     EXPECT_NE(StringFor(nullptr), nil);
 }
 
-TEST_F(Cocoa, ATextGivesACFString)
+TEST_F(Cocoa, ATextBecomesACFString)
 {
     const Value text = Value::TextOf("gr\xC3\xBC\xC3\x9F");
     NSString *const made = HostFunction<NSString *(Text *)>("PluginCopyTextCFString")(text.TextPointer());

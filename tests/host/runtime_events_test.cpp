@@ -1,4 +1,4 @@
-// Events, classes of programs, and exceptions on their way between program and library.
+// Events, programs' classes, and exceptions between program and library.
 #include <thread>
 
 #include "tests/host/runtime_test.h"
@@ -13,23 +13,16 @@ namespace {
 
 constexpr const char *kFired = "Fired(what as string, sender as BaseEX)";
 
-class EventsOfVersion : public testing::TestWithParam<double> {
+HostOptions OptionsFor(double version)
+{
+    HostOptions options;
+    options.version = version;
+    return options;
+}
+
+class EventsOfVersion : public RuntimeTest, public testing::WithParamInterface<double> {
 protected:
-    EventsOfVersion() : host(OptionsFor(GetParam())) { LoadExample(host); }
-    void TearDown() override
-    {
-        EXPECT_THAT(host.Leaks(), IsEmpty());
-        EXPECT_THAT(host.Mistakes(), IsEmpty());
-    }
-
-    static HostOptions OptionsFor(double version)
-    {
-        HostOptions options;
-        options.version = version;
-        return options;
-    }
-
-    Host host;
+    EventsOfVersion() : RuntimeTest(OptionsFor(GetParam())) { LoadExample(host); }
 };
 
 } // namespace
@@ -53,12 +46,12 @@ TEST_P(EventsOfVersion, ReachTheProgramsHandler)
     EXPECT_EQ(host.Get(instance, "Handle").AsInteger(), 6);
 }
 
-TEST_P(EventsOfVersion, WithoutAHandlerGiveNone)
+TEST_P(EventsOfVersion, WithoutAHandlerFindNone)
 {
     EXPECT_FALSE(host.Call(host.New("BaseEX"), "Fire", {"now"}).AsBoolean());
 }
 
-TEST_P(EventsOfVersion, AnswerTheSlotsContentFromVersion10OnOnly)
+TEST_P(EventsOfVersion, FindTheHandlerByTheSlotsContentFromVersion10OnOnly)
 {
     ClassDefinition listener{"Listener", "BaseEX"};
     listener.events.push_back({kFired, [](const Value &, const std::vector<Value> &) { return Value(); }});
@@ -135,7 +128,7 @@ TEST_F(ProgramClasses, AreMadeByTheLibraryWithoutTheirConstructorMethod)
     EXPECT_EQ(HostFunction<Instance *(const char *)>("PluginNewInstance")("NoSuchClass"), nullptr);
 }
 
-TEST_F(ProgramClasses, ClassReferencesTellTheirInstances)
+TEST_F(ProgramClasses, ClassReferencesRecogniseTheirInstances)
 {
     host.DefineClass({"ProgramEX", "DerivedEX"});
     const Value instance = host.New("ProgramEX");
@@ -203,12 +196,8 @@ TEST_F(Exceptions, OutOfAnEventAreRecordedAndReachTheCaller)
                                                                {"UnsupportedOperationException"});
                                }});
     host.DefineClass(std::move(listener));
-    try {
-        host.Call(host.New("Listener"), "Fire", {"now"});
-        FAIL() << "nothing was thrown";
-    } catch (const ProgramException &exception) {
-        EXPECT_EQ(exception.ClassName(), "UnsupportedOperationException");
-    }
+    EXPECT_EQ(ExceptionClassOf([&] { host.Call(host.New("Listener"), "Fire", {"now"}); }),
+              "UnsupportedOperationException");
 }
 
 TEST_F(Exceptions, CaughtInAnEventAreGone)
@@ -263,8 +252,7 @@ TEST_F(Exceptions, DoNotDisturbTheReadingOfProperties)
     const Value before = host.New("RuntimeException");
     HostFunction<void(Instance *)>("RuntimeRaiseException")(before.ObjectPointer());
     int64_t count = -1;
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInteger")(
-        host.NewDictionary().ObjectPointer(), "Count", &count));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueInteger", host.NewDictionary(), "Count", &count));
     EXPECT_EQ(count, 0);
     EXPECT_EQ(host.TakeException().ObjectPointer(), before.ObjectPointer());
 }

@@ -1,4 +1,4 @@
-// Faults of the host: functions that it lacks, finds late, fails or replaces.
+// Faults of the host on request: functions that it lacks, resolves late, replaces or lets fail.
 #include <fstream>
 
 #include "tests/host/runtime_test.h"
@@ -35,7 +35,7 @@ TEST_F(Faults, EveryFunctionOfTheInterfaceIsThere)
     EXPECT_EQ(host.AsksFor("NoSuchFunction"), 1);
 }
 
-TEST_F(Faults, ALackingFunctionIsNotResolved)
+TEST_F(Faults, AMissingFunctionIsNotResolved)
 {
     host.Lack("RuntimeUBound");
     EXPECT_EQ(HostFunction<void()>("RuntimeUBound"), nullptr);
@@ -68,9 +68,8 @@ TEST_F(Faults, NamesThatShareAFunctionFailApart)
     host.Fail("REALGetPropValueInt64");
     const Value number = Value(41).Boxed();
     int64_t value = 0;
-    using Get = bool(Instance *, const char *, int64_t *);
-    EXPECT_FALSE(HostFunction<Get>("REALGetPropValueInt64")(number.ObjectPointer(), "LongValue", &value));
-    EXPECT_TRUE(HostFunction<Get>("REALGetPropValueInteger")(number.ObjectPointer(), "LongValue", &value));
+    EXPECT_FALSE(ReadProperty("REALGetPropValueInt64", number, "LongValue", &value));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueInteger", number, "LongValue", &value));
 }
 
 TEST_F(Faults, AFunctionMayBeReplaced)
@@ -79,7 +78,7 @@ TEST_F(Faults, AFunctionMayBeReplaced)
     EXPECT_EQ(HostFunction<int64_t(Instance *)>("RuntimeUBound")(nullptr), 90);
 }
 
-TEST_F(Faults, AMethodMayBeLackingOrReplaced)
+TEST_F(Faults, AMethodMayBeMissingOrReplaced)
 {
     const auto load = HostFunction<void *(void *, const char *)>("REALLoadGlobalMethod");
     EXPECT_NE(load(nullptr, "LenB( s as string ) as integer"), nullptr);
@@ -109,7 +108,7 @@ TEST(FaultsOfAHost, EndWithIt)
     EXPECT_EQ(upperBound(second), 1);
 }
 
-TEST(Versions, AreAnsweredAsSet)
+TEST(Versions, AreReturnedAsSet)
 {
     for (const double version : {2011.0, 2013.04, 2024.01}) {
         HostOptions options;
@@ -122,7 +121,7 @@ TEST(Versions, AreAnsweredAsSet)
     }
 }
 
-TEST(Versions, WithoutOneTheFunctionIsLacking)
+TEST(Versions, WithoutOneTheFunctionIsMissing)
 {
     HostOptions options;
     options.version = std::nullopt;

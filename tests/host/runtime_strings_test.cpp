@@ -148,7 +148,7 @@ TEST_F(Strings, AByteOrderMarkIsText)
               "a");
 }
 
-TEST_F(Strings, ANumberThatIsNoEncodingConvertsToNothing)
+TEST_F(Strings, ANumberThatIsNoEncodingConvertsToTheNullString)
 {
     EXPECT_EQ(Converted(Built("a", 0x12345678), encoding::UTF8).StringPointer(), nullptr);
     EXPECT_EQ(Converted(Built("a", encoding::UTF8), 0x12345678).StringPointer(), nullptr);

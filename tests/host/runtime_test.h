@@ -1,6 +1,7 @@
-// What the tests of the host's runtime share: a host with the example library, and its functions by name.
+// A host for the tests of its runtime, with the example library or without, and its functions by name.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -17,7 +18,26 @@ F *HostFunction(const char *name)
     return reinterpret_cast<F *>(Host::Current().Resolver()(name));
 }
 
-/// The library forgets what it has logged for a host before.
+/// Reads a property by one of the functions REALGetPropValue... Returns what that returns.
+template <class T>
+bool ReadProperty(const char *function, const Value &instance, const char *property, T *value)
+{
+    return HostFunction<bool(Instance *, const char *, T *)>(function)(instance.ObjectPointer(), property,
+                                                                       value);
+}
+
+/// The class of the host exception that the body ends with; empty for none.
+inline std::string ExceptionClassOf(const std::function<void()> &body)
+{
+    try {
+        body();
+    } catch (const ProgramException &exception) {
+        return exception.ClassName();
+    }
+    return "";
+}
+
+/// Loads the example library, which forgets what it has logged for an earlier host.
 inline void LoadExample(Host &host)
 {
     host.Load(EXAMPLE_LIBRARY_PATH);
@@ -25,9 +45,11 @@ inline void LoadExample(Host &host)
         host.CallShared("BaseEX", "TakeLog");
 }
 
-/// A host, whose books must balance at the end of the test.
+/// A host whose account of references must be even at the end of the test.
 class RuntimeTest : public testing::Test {
 protected:
+    explicit RuntimeTest(const HostOptions &options = {}) : host(options) {}
+
     void TearDown() override
     {
         EXPECT_THAT(host.Leaks(), testing::IsEmpty());
@@ -37,7 +59,7 @@ protected:
     Host host;
 };
 
-/// As above, with the example library.
+/// The same with the example library.
 class ExampleTest : public RuntimeTest {
 protected:
     void SetUp() override { LoadExample(host); }

@@ -86,7 +86,7 @@ TEST_F(Variants, EverythingConvertsToAString)
     EXPECT_EQ(toString(Value()), "");
 }
 
-TEST_F(Variants, AStringVariantGivesItsOwnString)
+TEST_F(Variants, AStringVariantReturnsItsOwnString)
 {
     const Value string = Value::StringOfBytes("\xE9", encoding::Latin1);
     const Value variant = string.Boxed();
@@ -104,20 +104,15 @@ TEST_F(Variants, HaveTheirValueAsProperties)
     double real = 0;
     float single = 0;
     String *string = nullptr;
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInteger")(
-        number.ObjectPointer(), "Type", &integer));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueInteger", number, "Type", &integer));
     EXPECT_EQ(integer, code::Int64);
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInt64")(
-        number.ObjectPointer(), "LongValue", &integer));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueInt64", number, "LongValue", &integer));
     EXPECT_EQ(integer, 41);
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, double *)>("REALGetPropValueDouble")(
-        number.ObjectPointer(), "DoubleValue", &real));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueDouble", number, "DoubleValue", &real));
     EXPECT_EQ(real, 41.0);
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, float *)>("REALGetPropValueSingle")(
-        number.ObjectPointer(), "SingleValue", &single));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueSingle", number, "SingleValue", &single));
     EXPECT_EQ(single, 41.0f);
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, String **)>("REALGetPropValueString")(
-        number.ObjectPointer(), "StringValue", &string));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueString", number, "StringValue", &string));
     EXPECT_EQ(Value::Adopt(string).AsString(), "41");
 }
 
@@ -125,29 +120,24 @@ TEST_F(Variants, DateValueOfADateIsTheDateWithOneReference)
 {
     const Value date = host.NewDate(2024, 2, 29, 0, 0, 0);
     Instance *out = nullptr;
-    const auto get = HostFunction<bool(Instance *, const char *, Instance **)>("REALGetPropValueObject");
-    EXPECT_TRUE(get(date.ObjectPointer(), "DateValue", &out));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueObject", date, "DateValue", &out));
     EXPECT_EQ(out, date.ObjectPointer());
     EXPECT_EQ(host.References(date), 2);
     Value::Adopt(out);
     EXPECT_EQ(host.References(date), 1);
     int64_t type = 0;
-    EXPECT_TRUE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInteger")(
-        date.ObjectPointer(), "Type", &type));
+    EXPECT_TRUE(ReadProperty("REALGetPropValueInteger", date, "Type", &type));
     EXPECT_EQ(type, code::Date);
 }
 
-TEST_F(Variants, APropertyOfTheWrongTypeIsNotGiven)
+TEST_F(Variants, APropertyOfAnotherTypeIsNotRead)
 {
     const Value number = Value(41).Boxed();
     int64_t integer = 5;
     String *string = nullptr;
-    EXPECT_FALSE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInteger")(
-        number.ObjectPointer(), "StringValue", &integer));
-    EXPECT_FALSE(HostFunction<bool(Instance *, const char *, int64_t *)>("REALGetPropValueInteger")(
-        number.ObjectPointer(), "NoSuchProperty", &integer));
-    EXPECT_FALSE(HostFunction<bool(Instance *, const char *, String **)>("REALGetPropValueString")(
-        number.ObjectPointer(), "LongValue", &string));
+    EXPECT_FALSE(ReadProperty("REALGetPropValueInteger", number, "StringValue", &integer));
+    EXPECT_FALSE(ReadProperty("REALGetPropValueInteger", number, "NoSuchProperty", &integer));
+    EXPECT_FALSE(ReadProperty("REALGetPropValueString", number, "LongValue", &string));
     EXPECT_EQ(integer, 5);
     EXPECT_EQ(string, nullptr);
 }

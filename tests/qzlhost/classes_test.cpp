@@ -110,7 +110,7 @@ TEST(DescribeAsJson, HasTheKeysInOrderAndTwoBlanksOfIndentation)
 ])");
 }
 
-TEST(DescribeAsJson, GivesEveryMember)
+TEST(DescribeAsJson, HasEveryMember)
 {
     const nlohmann::json expected = nlohmann::json::parse(R"json([{
         "name": "SampleQZL", "super": "BaseQZL", "version": 13, "dataSize": 16, "flags": 4,
@@ -151,7 +151,7 @@ TEST(DescribeAsJson, KeepsTheClassesInTheirOrder)
     EXPECT_EQ(classes[1]["name"], "PlainQZL");
 }
 
-TEST(DescribeAsJson, GivesValuesOfEveryKindOfConstant)
+TEST(DescribeAsJson, HasTheValueOfEveryKindOfConstant)
 {
     ClassRecord record;
     record.constants = {Constant("a = nil"), Constant("b = true"), Constant("c = -9223372036854775808"),

@@ -5,8 +5,7 @@
 
 #include <cstdio>
 
-Outcome RunCommand(const std::string &arguments,
-                   const std::vector<std::pair<std::string, std::string>> &environment)
+Outcome RunCommand(const std::string &arguments, const EnvironmentVariables &environment)
 {
     std::string command;
     for (const auto &[name, value] : environment)

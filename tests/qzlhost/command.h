@@ -2,16 +2,15 @@
 #pragma once
 
 #include <string>
-#include <utility>
-#include <vector>
+
+#include "tests/support/child_process.h"
 
 struct Outcome {
     int status = -1;
-    /// What it printed, errors included.
+    /// Everything that it printed, errors included.
     std::string output;
 };
 
 /// Runs it to its end with these arguments, as the shell reads them, and with these variables added to the
 /// environment.
-Outcome RunCommand(const std::string &arguments,
-                   const std::vector<std::pair<std::string, std::string>> &environment = {});
+Outcome RunCommand(const std::string &arguments, const EnvironmentVariables &environment = {});

@@ -48,7 +48,10 @@ TEST(Command, ClassesPrintsJson)
 
 TEST(Command, BadUsageEndsWithTwoAndAMessage)
 {
-    for (const char *arguments : {"", "frobnicate", "classes", "demo", "classes --bogus x"}) {
+    for (const char *arguments :
+         {"", "frobnicate", "classes", "demo", "classes --bogus x", "watch", "post", "post LIBRARY",
+          "watch LIBRARY --local --workspace", "watch LIBRARY --count 0", "watch LIBRARY --count many",
+          "watch LIBRARY --timeout -1", "post LIBRARY NAME --info keyOnly"}) {
         const Outcome outcome = RunCommand(arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_THAT(outcome.output, HasSubstr("--help")) << arguments;

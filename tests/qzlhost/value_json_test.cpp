@@ -1,4 +1,4 @@
-// What a program's values look like as JSON.
+// A program's values as JSON.
 #include "qzlhost/value_json.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(ValueJson, OfSimpleValuesIsAsJsonHasThem)
+TEST_F(ValueJson, OfSimpleValuesIsPlain)
 {
     EXPECT_EQ(Json(Value()), "null");
     EXPECT_EQ(Json(true), "true");
@@ -33,7 +33,7 @@ TEST_F(ValueJson, OfSimpleValuesIsAsJsonHasThem)
     EXPECT_EQ(Json(Value("boxed").Boxed()), R"("boxed")");
 }
 
-TEST_F(ValueJson, OfWhatJsonHasNotIsAnObjectOfOneEntry)
+TEST_F(ValueJson, OfWhatJsonLacksIsAnObjectOfOneEntry)
 {
     EXPECT_EQ(Json(host.NewDate(2024, 2, 29, 14, 5, 9)), R"({"date":"2024-02-29 14:05:09"})");
     EXPECT_EQ(Json(host.NewMemoryBlock(std::string_view("\0\x7f\xff", 3))), R"({"bytes":"007fff"})");

@@ -1,4 +1,4 @@
-// A "qzlhost watch" that runs, for tests that post to it.
+// A running "qzlhost watch", for tests that post to it.
 #include "tests/qzlhost/watching.h"
 
 #include <poll.h>

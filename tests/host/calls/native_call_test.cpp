@@ -52,7 +52,7 @@ T Unpack(const NativeValue &value)
         return static_cast<T>(value.integer);
 }
 
-/// Bits, so that a NaN equals itself and 0.0 differs from -0.0.
+/// Compares the bits, so that a NaN equals itself and 0.0 differs from -0.0.
 template <typename T>
 bool SameBits(T a, T b)
 {
@@ -115,7 +115,7 @@ T KeepAndReturn(T value)
     return value;
 }
 
-/// Six whole numbers and eight floating ones fill the registers, so that `value` comes on the stack.
+/// Six integers and eight floating-point numbers fill the registers, so that `value` is on the stack.
 template <typename T>
 T ReturnFromStack(int64_t, int64_t, int64_t, int64_t, int64_t, int64_t, double, double, double, double,
                   double, double, double, double, T value)
@@ -171,7 +171,7 @@ TYPED_TEST(NativeCall, PassesValuesOnTheStack)
     }
 }
 
-TYPED_TEST(NativeCall, CallbackReceivesExtremeValuesAndGivesThemBack)
+TYPED_TEST(NativeCall, CallbackReceivesExtremeValuesAndReturnsThem)
 {
     using T = typename TypeParam::Value;
     NativeValue seen{};
@@ -412,7 +412,7 @@ int64_t Throw(int64_t value)
 
 const NativeSignature kIntegerToInteger{NativeType::Int64, {NativeType::Int64}};
 
-/// What `run` throws, and whether objects on the way were destroyed.
+/// The text of the exception that `run` throws; "nothing" for none.
 template <typename Run>
 std::string Thrown(Run run)
 {

@@ -1,4 +1,4 @@
-// Class records made byte by byte: what is read, and which breaks of the format are reported.
+// Class records made byte by byte: what is read, and which faults are reported.
 #include "host/language/class_record.h"
 
 #include <gmock/gmock.h>
@@ -194,7 +194,7 @@ TEST(ClassRecord, TheKeySlotOfAnEventIsInTheLibrarysRecord)
     EXPECT_EQ(slot, 0x1234u);
 }
 
-TEST(ClassRecord, OfZerosButAVersionAndANameIsEmptyAndRight)
+TEST(ClassRecord, OfAVersionANameAndZerosIsEmptyAndSound)
 {
     Bytes bytes(kClassSlots);
     bytes.Set(0, 0xFFFFFFFF00000009);
@@ -246,7 +246,7 @@ TEST(ClassRecord, MayHaveTenThousandMembersButNotOneMore)
     EXPECT_THAT(tooMany.faults, ElementsAre("ManyQZL: constants slot 19: a count of 10001 members"));
 }
 
-TEST(ClassRecord, AtANullAddressIsEmptyAndAFault)
+TEST(ClassRecord, AtANullAddressIsEmptyAndReported)
 {
     const ClassRecord record = ReadClassRecord(nullptr);
 
