@@ -26,7 +26,7 @@ id ObjectOf(CFTypeRef reference)
 
 @end
 
-TEST(Booleans, AreTheObjectsThatNSNumberGives)
+TEST(Booleans, AreTheObjectsThatNSNumberReturns)
 {
     EXPECT_EQ(ObjectOf(kCFBooleanTrue), [NSNumber numberWithBool:YES]);
     EXPECT_EQ(ObjectOf(kCFBooleanFalse), [NSNumber numberWithBool:NO]);

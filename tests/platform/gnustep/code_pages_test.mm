@@ -1,9 +1,9 @@
 // Code pages, byte by byte, against the C library's converters.
 #include "tests/platform/gnustep/port_testing.h"
 
-#include <iconv.h>
-
 #include <map>
+
+#include "tests/support/texts.h"
 
 using namespace port_testing;
 
@@ -11,29 +11,12 @@ namespace {
 
 using Text = std::optional<std::u16string>;
 
-/// The text of the bytes by the C library; none when it refuses them.
-Text DecodeByIconv(const char *charset, std::string bytes)
-{
-    const iconv_t converter = iconv_open("UTF-16LE", charset);
-    EXPECT_NE(converter, iconv_t(-1)) << charset;
-    std::u16string units(bytes.size() * 4 + 8, u'\0');
-    char *input = bytes.data();
-    size_t inputLeft = bytes.size();
-    char *output = reinterpret_cast<char *>(units.data());
-    size_t outputLeft = units.size() * sizeof(char16_t);
-    const bool converted = iconv(converter, &input, &inputLeft, &output, &outputLeft) != size_t(-1) &&
-                           iconv(converter, nullptr, nullptr, &output, &outputLeft) != size_t(-1);
-    iconv_close(converter);
-    units.resize(units.size() - outputLeft / sizeof(char16_t));
-    return converted ? Text(units) : std::nullopt;
-}
-
 std::string OneByte(int byte)
 {
     return std::string(1, static_cast<char>(byte));
 }
 
-/// Bytes for which the C library's table is not the one to follow, and what they are.
+/// Bytes for which the C library's table is not the one to follow, and their texts.
 using Differences = std::map<int, Text>;
 
 struct CodePage {
@@ -42,7 +25,7 @@ struct CodePage {
     Differences differences;
 };
 
-/// The bytes that Windows leaves open and hands through as control characters.
+/// The bytes that Windows leaves undefined and converts to control characters.
 Differences ControlCharacters(std::initializer_list<int> bytes)
 {
     Differences differences;
@@ -112,9 +95,8 @@ TEST_P(BytesOfCodePage, AreReadAndWrittenAsTheTableSays)
     const CodePage &page = GetParam();
     for (int byte = 0; byte < 256; ++byte) {
         const auto difference = page.differences.find(byte);
-        const Text expected = difference != page.differences.end()
-                                  ? difference->second
-                                  : DecodeByIconv(page.charset, OneByte(byte));
+        const Text expected = difference != page.differences.end() ? difference->second
+                                                                   : DecodedText(OneByte(byte), page.charset);
         EXPECT_EQ(Decode(OneByte(byte), page.encoding), expected) << std::hex << byte;
         if (expected)
             EXPECT_EQ(Encode(*expected, page.encoding), OneByte(byte)) << std::hex << byte;
@@ -125,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(All, BytesOfCodePage, testing::ValuesIn(kCodePages));
 
 namespace {
 
-/// What Windows defines of a page: the C library knows the same, or nothing.
+/// The bytes of a page that Windows defines, which are those that the C library converts.
 class DefinedBytesOfWindowsPage : public testing::TestWithParam<std::pair<CFStringEncoding, const char *>> {};
 
 } // namespace
@@ -135,7 +117,7 @@ TEST_P(DefinedBytesOfWindowsPage, AreReadAndWrittenAsTheTableSays)
     const auto [encoding, charset] = GetParam();
     int defined = 0;
     for (int byte = 0; byte < 256; ++byte) {
-        const Text expected = DecodeByIconv(charset, OneByte(byte));
+        const Text expected = DecodedText(OneByte(byte), charset);
         if (!expected)
             continue;
         ++defined;
@@ -183,32 +165,17 @@ const Sample kSamples[] = {
     {0x0A06, "BIG5-HKSCS", u"\u4E2D\u6587 ABC"},
 };
 
-std::optional<std::string> EncodeByIconv(const char *charset, std::u16string units)
-{
-    const iconv_t converter = iconv_open(charset, "UTF-16LE");
-    std::string bytes(units.size() * 8 + 16, '\0');
-    char *input = reinterpret_cast<char *>(units.data());
-    size_t inputLeft = units.size() * sizeof(char16_t);
-    char *output = bytes.data();
-    size_t outputLeft = bytes.size();
-    const bool converted = iconv(converter, &input, &inputLeft, &output, &outputLeft) != size_t(-1) &&
-                           iconv(converter, nullptr, nullptr, &output, &outputLeft) != size_t(-1);
-    iconv_close(converter);
-    bytes.resize(bytes.size() - outputLeft);
-    return converted ? std::optional(bytes) : std::nullopt;
-}
-
 } // namespace
 
 TEST_P(TextOfManyBytes, IsReadAndWrittenAsTheCLibraryDoes)
 {
     const Sample &sample = GetParam();
-    const std::optional<std::string> bytes = EncodeByIconv(sample.charset, sample.text);
+    const std::optional<std::string> bytes = EncodedText(sample.text, sample.charset);
     ASSERT_TRUE(bytes.has_value());
     EXPECT_EQ(Decode(*bytes, sample.encoding), sample.text);
     const std::optional<std::string> written = Encode(sample.text, sample.encoding);
     ASSERT_TRUE(written.has_value());
-    EXPECT_EQ(DecodeByIconv(sample.charset, *written), sample.text);
+    EXPECT_EQ(DecodedText(*written, sample.charset), sample.text);
 }
 
 TEST_P(TextOfManyBytes, KeepsASCIIBytes)
@@ -252,7 +219,7 @@ TEST(CodePages, RefuseCharactersThatTheyLack)
     EXPECT_EQ(Encode(std::u16string{0xD800}, 0x0632), std::nullopt);
 }
 
-TEST(CodePages, OfUnknownNumbersGiveNothing)
+TEST(CodePages, OfUnknownNumbersRefuseEverything)
 {
     for (const CFStringEncoding encoding :
          {0xFFFFU, 0xFFFFFFFFU, 0x0001U, 0x0002U, 0x00FFU, 0x0200U, 0x0211U, 0x0509U, 0x0BFEU, 0x7FFFFFFFU}) {
@@ -272,7 +239,7 @@ TEST(MacRoman, HasTheBytesThatOtherTablesDifferIn)
         EXPECT_EQ(Decode(OneByte(byte), kCFStringEncodingMacRoman), std::u16string(1, unit));
 }
 
-TEST(NextStepLatin, IsTheTableOfFoundationButForItsSlips)
+TEST(NextStepLatin, IsFoundationsTableWithItsMistakesCorrected)
 {
     // Foundation on Linux has presentation forms in these places.
     const std::map<int, char16_t> corrected = {

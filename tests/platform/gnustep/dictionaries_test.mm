@@ -80,7 +80,7 @@ TEST(AddressDictionary, ReplacesTheValueOfAKey)
     EXPECT_EQ(CFDictionaryGetValue(dictionary.get(), &key), &second);
 }
 
-TEST(AddressDictionary, TellsANullValueFromNone)
+TEST(AddressDictionary, DistinguishesANullValueFromNone)
 {
     const OwnedDictionary dictionary = NewAddressDictionary();
     const int key = 0, other = 0;

@@ -34,7 +34,7 @@ bool AreSame(const FSRef &one, const FSRef &other)
     return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
-/// The reference of a path; none when CFURLGetFSRef refuses it.
+/// The reference of a path; none if CFURLGetFSRef refuses it.
 std::optional<FSRef> ReferenceOf(const std::string &path)
 {
     const OwnedString text(CFStringCreateWithCString(nullptr, path.c_str(), kCFStringEncodingUTF8));
@@ -73,7 +73,7 @@ OSErr Probe(const FSRef &reference)
     return FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, nullptr, nullptr);
 }
 
-/// Works in an empty folder of its own.
+/// Has an empty folder of its own.
 class FileReferences : public testing::Test {
 protected:
     void SetUp() override
@@ -128,7 +128,7 @@ TEST_F(FileReferences, LeadBackToTheItem)
     EXPECT_EQ([(NSURL *)url.get() retainCount], 1U);
 }
 
-TEST_F(FileReferences, TellNameParentAndNodeID)
+TEST_F(FileReferences, HaveNameParentAndNodeID)
 {
     const std::string path = MakeFile("a file");
     const Catalog catalog = CatalogOf(*ReferenceOf(path));
@@ -152,7 +152,7 @@ TEST_F(FileReferences, KeepTheNameAsTheFileSystemHasIt)
     EXPECT_EQ(CatalogOf(*ReferenceOf(MakeFile(std::string(255, 'n')))).name, std::u16string(255, u'n'));
 }
 
-TEST_F(FileReferences, OfFoldersGiveURLsWithASlash)
+TEST_F(FileReferences, OfFoldersBecomeURLsWithASlash)
 {
     const FSRef reference = *ReferenceOf(MakeFolder("sub folder"));
     const OwnedURL url(CFURLCreateFromFSRef(nullptr, &reference));
@@ -230,13 +230,13 @@ TEST_F(FileReferences, FindNothingAfterTheItemIsGone)
     EXPECT_EQ(CFURLCreateFromFSRef(nullptr, &reference), nullptr);
 }
 
-TEST_F(FileReferences, SayAnErrorThatIsNotAboutTheItem)
+TEST_F(FileReferences, ReportAnErrorThatIsNotAboutTheItem)
 {
     const std::string sub = MakeFolder("sub");
     const std::string path = MakeFile("sub/file");
     const FSRef reference = *ReferenceOf(path);
     if (geteuid() == 0) {
-        // The administrator may read everything: a path through a loop of links fails for him too.
+        // Root may read everything; a path through a loop of links fails even for root.
         ASSERT_EQ(rename(sub.c_str(), (folder + "/moved").c_str()), 0);
         MakeLink("sub", "sub");
     } else {
@@ -274,7 +274,7 @@ TEST_F(FileReferences, WriteThePathOnlyWhereItFits)
     EXPECT_EQ(FSRefMakePath(&reference, nullptr, 100), paramErr);
 }
 
-TEST_F(FileReferences, RefuseWhatTheyDoNotTell)
+TEST_F(FileReferences, RefuseToFillInWhatTheyDoNotHave)
 {
     const FSRef reference = *ReferenceOf(folder);
     FSCatalogInfo info = {};
@@ -284,7 +284,7 @@ TEST_F(FileReferences, RefuseWhatTheyDoNotTell)
     EXPECT_EQ(FSGetCatalogInfo(&reference, kFSCatInfoNodeID, nullptr, nullptr, nullptr, nullptr), noErr);
 }
 
-TEST_F(FileReferences, TellOnlyWhatWasAskedFor)
+TEST_F(FileReferences, FillInOnlyWhatWasAskedFor)
 {
     const FSRef reference = *ReferenceOf(folder);
     FSCatalogInfo info;

@@ -3,7 +3,7 @@
 
 namespace {
 
-/// One value of each kind, another of the same content, one of other content.
+/// A kind of value: one, an equal one, and a different one.
 struct Kind {
     const char *objCType;
     const char *gnustepType;
@@ -38,13 +38,13 @@ std::string BytesOf(NSValue *value, NSUInteger size)
 
 } // namespace
 
-TEST(GeometryValues, AnswerTheEncodingsOfMacOS)
+TEST(GeometryValues, HaveTheEncodingsOfMacOS)
 {
     for (const Kind &kind : Kinds())
         EXPECT_STREQ([kind.value objCType], kind.objCType);
 }
 
-TEST(GeometryValues, AnswerEncodingsOfTheRightSize)
+TEST(GeometryValues, HaveEncodingsOfTheRightSize)
 {
     for (const Kind &kind : Kinds()) {
         NSUInteger size = 0;
@@ -62,7 +62,7 @@ TEST(GeometryValues, KeepTheirContent)
     EXPECT_TRUE(NSEqualRanges([kinds[3].value rangeValue], NSMakeRange(5, 6)));
 }
 
-TEST(GeometryValues, GiveAllTheirBytes)
+TEST(GeometryValues, CopyOutAllTheirBytes)
 {
     const std::vector<Kind> kinds = Kinds();
     NSRect rect;

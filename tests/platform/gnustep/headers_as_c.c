@@ -1,4 +1,4 @@
-// The headers are C: this file only has to compile.
+// The headers, compiled and used as C.
 #include <ApplicationServices/ApplicationServices.h>
 #include <CoreFoundation/CoreFoundation.h>
 #include <CoreServices/CoreServices.h>

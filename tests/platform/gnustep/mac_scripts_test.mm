@@ -1,4 +1,4 @@
-// The code pages of Mac scripts that the C library does not have, by the published mappings.
+// The code pages of Mac scripts that the C library lacks, by the published mappings.
 #include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;

@@ -1,4 +1,4 @@
-// The notification centres that GNUstep does not have, and posting with options.
+// The notification centres that GNUstep lacks, and posting with options.
 #include "platform/gnustep/DRNotificationCenterPosting.h"
 #include "tests/platform/gnustep/port_testing.h"
 #include "tests/support/recording_observer.h"
@@ -7,8 +7,8 @@
 
 #include <thread>
 
-/// Writes down how the method that GNUstep has is called. It is never initialised, so that no
-/// connection to other processes is made, and freed without dealloc.
+/// Records the call of the method that GNUstep has. It is never initialised, so that it connects to no other
+/// process, and is freed without -dealloc.
 @interface RecordingDistributedCenter : NSDistributedNotificationCenter {
 @public
     NSArray *posted;
@@ -132,7 +132,7 @@ TEST(DRCenter, DeliversByNameAndObject)
         [center removeObserver:observer name:nil object:nil];
 }
 
-TEST(DRCenter, WithdrawsWhatItIsTold)
+TEST(DRCenter, RemovesByNameOrAltogether)
 {
     DRNotificationCenter *const center = [DRNotificationCenter currentRunLoopCenter];
     QZLRecordingObserver *const observer = NewObserver();
@@ -170,7 +170,7 @@ TEST(DRCenter, OfAnotherThreadIsNotReached)
     [center removeObserver:observer name:nil object:nil];
 }
 
-TEST(DRCenter, AnswersANilObserverAsTheCentersOfFoundation)
+TEST(DRCenter, RefusesANilObserverIfFoundationsCentersDo)
 {
     const auto raisesForNil = [](id center) {
         @try {

@@ -1,4 +1,4 @@
-/// What the tests of the port say often.
+// Core Foundation objects and conversions of text for the tests of the port.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -32,12 +32,6 @@ inline OwnedString StringOf(std::u16string_view units)
                                                     static_cast<CFIndex>(units.size())));
 }
 
-inline OwnedString DecodedString(std::string_view bytes, CFStringEncoding encoding, bool external)
-{
-    return OwnedString(CFStringCreateWithBytes(nullptr, reinterpret_cast<const UInt8 *>(bytes.data()),
-                                               static_cast<CFIndex>(bytes.size()), encoding, external));
-}
-
 inline std::u16string UnitsOf(CFStringRef string)
 {
     std::u16string units(static_cast<size_t>(CFStringGetLength(string)), u'\0');
@@ -46,16 +40,17 @@ inline std::u16string UnitsOf(CFStringRef string)
     return units;
 }
 
-/// The text of bytes; none when they are refused.
+/// The text of bytes; none if they are refused.
 inline std::optional<std::u16string> Decode(std::string_view bytes, CFStringEncoding encoding,
                                             bool external = true)
 {
-    const OwnedString string = DecodedString(bytes, encoding, external);
+    const OwnedString string(CFStringCreateWithBytes(nullptr, reinterpret_cast<const UInt8 *>(bytes.data()),
+                                                     static_cast<CFIndex>(bytes.size()), encoding, external));
     return string ? std::optional(UnitsOf(string.get())) : std::nullopt;
 }
 
-/// The bytes that CFStringGetCString writes up to, without, the last NUL; none when it fails.
-/// Encodings whose last byte is a NUL of the text itself are not asked this way.
+/// The bytes that CFStringGetCString writes, without the NUL at their end; none if it fails. Not for texts
+/// whose own last byte is a NUL.
 inline std::optional<std::string> Encode(std::u16string_view units, CFStringEncoding encoding)
 {
     std::string buffer(units.size() * 8 + 64, '\x7F');

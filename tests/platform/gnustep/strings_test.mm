@@ -94,14 +94,14 @@ TEST(Strings, OfImpossibleArgumentsAreNull)
     EXPECT_EQ(CFStringGetLength(nullptr), 0);
 }
 
-TEST(Strings, EqualCocoasOwnOfTheSameText)
+TEST(Strings, EqualCocoaStringsOfTheSameText)
 {
     const OwnedString string = StringOf(u"\u00E9tude");
     EXPECT_TRUE([(NSString *)string.get() isEqual:@"\u00E9tude"]);
     EXPECT_EQ([(NSString *)string.get() hash], [@"\u00E9tude" hash]);
 }
 
-TEST(Strings, GiveTheUnitsOfARange)
+TEST(Strings, ReturnTheUnitsOfARange)
 {
     const OwnedString string = StringOf(u"abcdef");
     UniChar units[4] = {9, 9, 9, 9};
@@ -110,7 +110,7 @@ TEST(Strings, GiveTheUnitsOfARange)
     EXPECT_EQ(units[3], 9);
 }
 
-TEST(Strings, LeaveOutWhatARangeHasOutsideThem)
+TEST(Strings, IgnoreThePartOfARangeOutsideThem)
 {
     const OwnedString string = StringOf(u"abc");
     UniChar units[3] = {9, 9, 9};

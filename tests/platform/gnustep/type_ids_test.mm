@@ -66,7 +66,7 @@ TEST(TypeIDs, ArePositiveAndDistinct)
     EXPECT_EQ(seen.size(), 26U);
 }
 
-TEST(TypeIDs, OfTollFreeTypesAreByWhatTheObjectIs)
+TEST(TypeIDs, OfTollFreeTypesFollowTheObjectsClass)
 {
     NSDate *const date = [NSDate date];
     NSCalendarDate *const calendarDate = [NSCalendarDate date];
@@ -95,14 +95,14 @@ TEST(TypeIDs, OfTollFreeTypesAreByWhatTheObjectIs)
     EXPECT_EQ(CFGetTypeID([NSUUID UUID]), CFUUIDGetTypeID());
 }
 
-TEST(TypeIDs, OfAnAddressDictionaryIsADictionarys)
+TEST(TypeIDs, OfAnAddressDictionaryAreADictionarys)
 {
     const port_testing::Owned<CFMutableDictionaryRef> dictionary(
         CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr));
     EXPECT_EQ(CFGetTypeID(dictionary.get()), CFDictionaryGetTypeID());
 }
 
-TEST(TypeIDs, OfAnObjectThatAnswersAreItsAnswer)
+TEST(TypeIDs, OfAnObjectThatHasOneItselfAreThat)
 {
     AnswersTypeID *const object = [[[AnswersTypeID alloc] init] autorelease];
     for (const TypeIDFunction function : kFunctions) {
@@ -111,7 +111,7 @@ TEST(TypeIDs, OfAnObjectThatAnswersAreItsAnswer)
     }
 }
 
-TEST(TypeIDs, OfOtherObjectsIsNoneOfTheListed)
+TEST(TypeIDs, OfOtherObjectsAreNoneOfTheListed)
 {
     const CFTypeID other = CFGetTypeID([[[NSObject alloc] init] autorelease]);
     EXPECT_EQ(other, 1U);

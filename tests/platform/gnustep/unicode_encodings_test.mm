@@ -1,7 +1,7 @@
 // UTF-8, UTF-16, UTF-32, ASCII: byte orders, marks, and what is refused.
 #include "tests/platform/gnustep/port_testing.h"
 
-#include <iconv.h>
+#include "tests/support/texts.h"
 
 using namespace port_testing;
 
@@ -19,20 +19,6 @@ const std::string kMark16BE = "\xFE\xFF";
 const std::string kMark16LE = "\xFF\xFE";
 const std::string kMark32BE("\0\0\xFE\xFF", 4);
 const std::string kMark32LE("\xFF\xFE\0\0", 4);
-
-/// UTF-8 of one code point, by the C library.
-std::string ByIconv(char32_t codePoint)
-{
-    const iconv_t converter = iconv_open("UTF-8", "UTF-32LE");
-    char *input = reinterpret_cast<char *>(&codePoint);
-    size_t inputLeft = sizeof codePoint;
-    char bytes[8];
-    char *output = bytes;
-    size_t outputLeft = sizeof bytes;
-    iconv(converter, &input, &inputLeft, &output, &outputLeft);
-    iconv_close(converter);
-    return std::string(bytes, output);
-}
 
 std::u16string UnitsOfCodePoint(char32_t codePoint)
 {
@@ -66,7 +52,7 @@ TEST(UTF8, OfEveryCodePointGoesBothWays)
         if (codePoint >= 0xD800 && codePoint <= 0xDFFF)
             continue;
         const std::u16string units = UnitsOfCodePoint(codePoint);
-        const std::string bytes = ByIconv(codePoint);
+        const std::string bytes = *EncodedText(units, "UTF-8");
         ASSERT_EQ(Decode(bytes, kCFStringEncodingUTF8, false), units) << std::hex << uint32_t(codePoint);
         ASSERT_EQ(Encode(units, kCFStringEncodingUTF8), bytes) << std::hex << uint32_t(codePoint);
     }

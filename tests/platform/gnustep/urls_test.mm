@@ -1,4 +1,4 @@
-// URLs: making, taking apart, putting together.
+// URLs: making, shortening, lengthening.
 #include "tests/platform/gnustep/port_testing.h"
 
 using namespace port_testing;
@@ -112,7 +112,7 @@ TEST(AppendingAComponent, NeedsAPathAndAText)
               nullptr);
 }
 
-TEST(TheLastComponent, IsGivenWithoutEscapes)
+TEST(TheLastComponent, IsReturnedWithoutEscapes)
 {
     EXPECT_EQ(Last("file:///tmp/a"), u"a");
     EXPECT_EQ(Last("file:///tmp/a/"), u"a");
@@ -145,7 +145,7 @@ TEST(URLs, AreCocoasAndOwnedByTheCaller)
     EXPECT_EQ([(NSURL *)url.get() retainCount], 1U);
 }
 
-TEST(URLs, RelativeToAnotherAreTakenWhole)
+TEST(URLs, RelativeToAnotherAreResolved)
 {
     NSURL *const base = [NSURL URLWithString:@"file:///tmp/folder/"];
     NSURL *const relative = [NSURL URLWithString:@"a/b" relativeToURL:base];

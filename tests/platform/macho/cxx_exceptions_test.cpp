@@ -1,4 +1,4 @@
-// Exceptions of C++ between a dylib and code of this platform.
+// C++ exceptions between a dylib and code of this platform.
 #include <new>
 #include <stdexcept>
 #include <thread>
@@ -17,7 +17,7 @@ protected:
     }
 };
 
-/// Functions with handlers for exceptions of Objective-C.
+/// In functions with handlers for Objective-C exceptions.
 class CxxExceptionsInObjc : public ThrowingTest {
 protected:
     void SetUp() override { Load("objc_exceptions"); }
@@ -29,7 +29,7 @@ protected:
     void SetUp() override { Load(GetParam()); }
 };
 
-/// The value that comes out of a call; -1 for none.
+/// The value that a call throws; -1 for none.
 template <typename Call>
 int ValueFrom(Call call)
 {

@@ -1,4 +1,4 @@
-// A test that loads a dylib that was built for it, and calls what that exports.
+// A test that loads a dylib which was built for it, and calls its exports.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,12 +15,12 @@ protected:
         return std::string(TEST_DYLIBS) + "/" + name + ".dylib";
     }
 
-    /// Loads it; the test runs in a process of its own.
+    /// Loads it for as long as the process lives, which is the test's own.
     void Load(const std::string &name) { dylib_ = &macho::LoadDylib(PathOf(name)); }
 
     const macho::LoadedDylib &Dylib() const { return *dylib_; }
 
-    /// The function of this name and type; the test ends without it.
+    /// The function of this name; null where there is none, and then the test fails.
     template <typename Function>
     Function *Find(const std::string &name)
     {

@@ -1,10 +1,11 @@
-// Pointers of a dylib are set, however the linker wrote them down.
+// The pointers of a dylib are set, in whichever form the linker wrote them.
 #include <gmock/gmock.h>
 
 #include <cstdio>
 #include <fstream>
 
 #include "tests/platform/macho/dylib_test.h"
+#include "tests/platform/macho/load_error.h"
 
 extern "C" const void *const kCFBooleanTrue;
 
@@ -20,7 +21,7 @@ protected:
 
 using MissingImports = DylibTest;
 
-/// As the kernel says it; empty where nothing is mapped.
+/// The kernel's text for the protection of the memory; empty where nothing is mapped.
 std::string ProtectionOf(const void *place)
 {
     std::ifstream maps("/proc/self/maps");
@@ -36,7 +37,7 @@ std::string ProtectionOf(const void *place)
 
 } // namespace
 
-TEST_P(Fixups, PointersIntoTheImageLeadThere)
+TEST_P(Fixups, PointersIntoTheImageAreSet)
 {
     const auto text = Find<const char *(size_t)>("textAt");
     EXPECT_STREQ(text(0), "one");
@@ -44,7 +45,7 @@ TEST_P(Fixups, PointersIntoTheImageLeadThere)
     EXPECT_EQ(Find<size_t()>("insideBig")(), 0x2FFFu);
 }
 
-TEST_P(Fixups, PointersWithGapsLeadThere)
+TEST_P(Fixups, PointersWithGapsAreSet)
 {
     const auto text = Find<const char *(size_t)>("spacedText");
     const size_t count = Find<size_t()>("spacedCount")();
@@ -53,7 +54,7 @@ TEST_P(Fixups, PointersWithGapsLeadThere)
         EXPECT_EQ(text(i), std::to_string(i));
 }
 
-TEST_P(Fixups, PointersToImportsLeadThere)
+TEST_P(Fixups, PointersToImportsAreSet)
 {
     for (size_t i = 0; i < 4; ++i)
         EXPECT_EQ(Find<size_t(size_t, const char *)>("lengthBy")(i, "twelve chars"), 24u);
@@ -78,7 +79,7 @@ TEST_P(Fixups, FunctionsOfOtherLibrariesAreCalled)
     EXPECT_TRUE(Find<bool()>("callsImports")());
 }
 
-TEST_P(Fixups, MemoryThatTheFileHasNotIsZeroAndCanBeWritten)
+TEST_P(Fixups, MemoryBeyondTheFileIsZeroAndCanBeWritten)
 {
     EXPECT_EQ(Find<size_t()>("sumOfZeroes")(), 0u);
     Find<void(char)>("writeZeroes")(1);
@@ -104,12 +105,8 @@ INSTANTIATE_TEST_SUITE_P(Linked, Fixups, testing::Values("fixups_opcodes", "fixu
 
 TEST_F(MissingImports, ThatAreNotWeakAreAnErrorThatNamesThem)
 {
-    try {
-        Load("strong_import");
-        FAIL() << "it was loaded";
-    } catch (const macho::LoadError &error) {
-        EXPECT_THAT(error.what(), HasSubstr(PathOf("strong_import")));
-        EXPECT_THAT(error.what(), HasSubstr("_missingFunction"));
-        EXPECT_THAT(error.what(), HasSubstr("/usr/lib/libmissing.dylib"));
-    }
+    const std::string error = ErrorFrom([&] { Load("strong_import"); });
+    EXPECT_THAT(error, HasSubstr(PathOf("strong_import")));
+    EXPECT_THAT(error, HasSubstr("_missingFunction"));
+    EXPECT_THAT(error, HasSubstr("/usr/lib/libmissing.dylib"));
 }

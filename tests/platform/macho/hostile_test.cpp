@@ -1,6 +1,7 @@
 // Files that are cut off, or broken on purpose, are refused with a message, and never read beyond their end.
 #include <gmock/gmock.h>
 
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -9,14 +10,14 @@
 #include "platform/macho/format.h"
 #include "platform/macho/image_reader.h"
 #include "platform/macho/unwind_info.h"
+#include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
-using macho::LoadError;
 using testing::HasSubstr;
 
 namespace {
 
-/// Every dylib of these tests.
+/// The dylibs that are cut off and broken.
 constexpr const char *kDylibs[] = {"objects",         "fixups_opcodes", "fixups_chained",
                                    "objc_exceptions", "cxx_exceptions", "cxx_exceptions_frameless"};
 
@@ -32,13 +33,10 @@ std::string ErrorOf(const std::vector<char> &file)
 {
     // A copy of exactly its size, so that the address sanitizer sees a read beyond it.
     const std::vector<char> copy(file);
-    try {
+    return ErrorFrom([&] {
         const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()));
         macho::ReadUnwindInfo(image);
-    } catch (const LoadError &error) {
-        return error.what();
-    }
-    return "";
+    });
 }
 
 template <typename T>
@@ -61,6 +59,23 @@ size_t CommandOffset(const std::vector<char> &file, uint32_t kind)
     }
     ADD_FAILURE() << "no load command " << kind;
     return 0;
+}
+
+/// A number to write into a file, and a part of the error that it causes.
+struct Damage {
+    size_t offset;
+    uint32_t value;
+    const char *message;
+};
+
+void ExpectRefusals(const std::vector<char> &file, const std::vector<Damage> &damages)
+{
+    for (const Damage &damage : damages) {
+        SCOPED_TRACE(damage.message);
+        std::vector<char> broken = file;
+        Write(broken, damage.offset, damage.value);
+        EXPECT_THAT(ErrorOf(broken), HasSubstr(damage.message));
+    }
 }
 
 class HostileFile : public testing::TestWithParam<const char *> {};
@@ -112,12 +127,7 @@ INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile, testing::ValuesIn(kDylibs),
 
 TEST(HostileHeader, OfAnotherKindIsRefused)
 {
-    const std::vector<char> file = FileOf("objects");
-    const struct {
-        size_t offset;
-        uint32_t value;
-        const char *message;
-    } rows[] = {
+    const std::vector<Damage> damages = {
         {0, 0xFEEDFACE, "header: not a 64-bit Mach-O file"},
         {0, 0x464C457F, "header: not a 64-bit Mach-O file"},
         {4, 0x0100000C, "header: not for x86-64"},
@@ -125,11 +135,7 @@ TEST(HostileHeader, OfAnotherKindIsRefused)
         {16, 0xFFFF, "load command"},
         {20, 0xFFFFFFFF, "load commands: 0xffffffff bytes at 0x20 are beyond the end"},
     };
-    for (const auto &row : rows) {
-        std::vector<char> broken = file;
-        Write(broken, row.offset, row.value);
-        EXPECT_THAT(ErrorOf(broken), HasSubstr(row.message));
-    }
+    ExpectRefusals(FileOf("objects"), damages);
     EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x20 bytes at 0x0 are beyond the end at 0x0"));
 }
 
@@ -140,11 +146,7 @@ TEST(HostileCommands, AreRefusedWithTheirNames)
     const size_t segment = CommandOffset(file, command::Segment64);
     const size_t info = CommandOffset(file, command::DyldInfoOnly);
     const size_t dylib = CommandOffset(file, command::LoadDylib);
-    const struct {
-        size_t offset;
-        uint32_t value;
-        const char *message;
-    } rows[] = {
+    const std::vector<Damage> damages = {
         {segment + 4, 7, "load command 0: has a wrong size"},
         {segment + 4, 0x7FFFFFF8, "load command 0: 0x7ffffff8 bytes at 0x0 are beyond the end"},
         {segment, 0x99, "load command 0x99 is not supported"},
@@ -167,15 +169,10 @@ TEST(HostileCommands, AreRefusedWithTheirNames)
         {info + 40, 0x7FFFFFFF, "exports trie: "},
         {dylib + 8, 0x7FFFFFFF, "dylib command: "},
     };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.message);
-        std::vector<char> broken = file;
-        Write(broken, row.offset, row.value);
-        EXPECT_THAT(ErrorOf(broken), HasSubstr(row.message));
-    }
+    ExpectRefusals(file, damages);
 }
 
-TEST(HostileTrie, ThatGoesInCirclesIsRefused)
+TEST(HostileTrie, WithACircleIsRefused)
 {
     std::vector<char> file = FileOf("objects");
     const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);

@@ -6,9 +6,10 @@
 
 #include <set>
 
+#include "tests/platform/macho/load_error.h"
+
 using macho::Bind;
 using macho::Image;
-using macho::LoadError;
 using testing::HasSubstr;
 
 namespace {
@@ -27,16 +28,6 @@ uint64_t Resolve(const std::string &symbol, const std::string &library, bool isW
 uint64_t ResolveFlat(const std::string &symbol, bool isWeakImport = false)
 {
     return macho::ResolveImport({0, symbol, macho::kBindFlat, 0, isWeakImport}, Image());
-}
-
-std::string ErrorFrom(const std::function<void()> &function)
-{
-    try {
-        function();
-    } catch (const LoadError &error) {
-        return error.what();
-    }
-    return "no error";
 }
 
 bool IsOfAClass(std::string_view symbol)
@@ -61,7 +52,7 @@ TEST(Imports, NothingIsBoundThatNoStubExports)
     std::set<std::string_view> bound;
     for (const std::string_view symbol : macho::BoundSymbols()) {
         EXPECT_EQ(exported.count(symbol), 1u) << symbol;
-        EXPECT_TRUE(bound.insert(symbol).second) << symbol << " stands there twice";
+        EXPECT_TRUE(bound.insert(symbol).second) << symbol << " is listed twice";
     }
     for (const std::string_view symbol : exported)
         EXPECT_TRUE(IsOfAClass(symbol) || bound.count(symbol) == 1) << symbol;
@@ -83,7 +74,7 @@ TEST(Imports, WeakOnesThatAreMissingAreNull)
     EXPECT_EQ(Resolve("_memcpy", "/usr/lib/libunknown.dylib", true), 0u);
 }
 
-TEST(Imports, ReexportsCount)
+TEST(Imports, ReexportsAreBound)
 {
     EXPECT_EQ(Resolve("_OBJC_CLASS_$_NSObject", kCocoa),
               reinterpret_cast<uint64_t>(objc_getClass("NSObject")));

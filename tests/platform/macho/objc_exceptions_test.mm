@@ -1,4 +1,4 @@
-// Exceptions of Objective-C between a dylib and code of this platform.
+// Objective-C exceptions between a dylib and code of this platform.
 #import <Foundation/Foundation.h>
 
 #include <thread>
@@ -23,14 +23,14 @@ class ObjcExceptions : public DylibTest {
 protected:
     void SetUp() override { Load("objc_exceptions"); }
 
-    /// Throws the object on this platform.
+    /// Throws the object from code of this platform.
     static Callback Throwing(id object) { return {Throw, object}; }
     static Callback DoingNothing()
     {
         return {[](void *) {}, nullptr};
     }
 
-    /// What comes out of a call, caught on this platform; nil for nothing.
+    /// The object that a call throws, caught on this platform; nil for none.
     template <typename Call>
     static id CaughtFrom(Call call)
     {

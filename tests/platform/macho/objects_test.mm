@@ -57,7 +57,7 @@ TEST_F(DylibObjects, ResultsComeBackInEveryWay)
     EXPECT_EQ(floats.values[3], 4);
 }
 
-TEST_F(DylibObjects, ItsMessagesBringResultsOfEachSize)
+TEST_F(DylibObjects, ItsMessagesReturnResultsOfEachSize)
 {
     const TwoIntegers two = Find<TwoIntegers(id)>("askTwoIntegers")(NewShape(7));
     EXPECT_EQ(two.first, 7);
@@ -82,7 +82,7 @@ TEST_F(DylibObjects, ItsFirstMessagesKeepEveryArgumentWhileTheClassIsInitialised
     EXPECT_EQ(Find<double()>("firstSumOfMany")(), 10);
 }
 
-TEST_F(DylibObjects, MessagesToNilGiveNothing)
+TEST_F(DylibObjects, MessagesToNilReturnZeros)
 {
     const TwoIntegers two = Find<TwoIntegers(id)>("askTwoIntegers")(nil);
     EXPECT_EQ(two.first, 0);
@@ -91,7 +91,7 @@ TEST_F(DylibObjects, MessagesToNilGiveNothing)
     EXPECT_EQ(Find<long(id)>("askAdded")(nil), 0);
 }
 
-TEST_F(DylibObjects, SuperIsTheSuperclassOfTheClassThatSaysSo)
+TEST_F(DylibObjects, SuperIsTheSuperclassOfTheClassWithTheMethod)
 {
     EXPECT_EQ([NewSquare() sides], 4);
     const TwoNumbers numbers = [NewSquare() twoNumbers];

@@ -2,12 +2,12 @@
 #include <gmock/gmock.h>
 
 #include "platform/macho/fixups.h"
+#include "tests/platform/macho/load_error.h"
 
 using macho::Bind;
 using macho::BindTable;
 using macho::Bytes;
 using macho::Image;
-using macho::LoadError;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -15,8 +15,7 @@ namespace {
 
 constexpr uint64_t kData = 0x2000;
 
-/// An image with a segment of code at 0x1000, and one of data at 0x2000 with pointers that lead to 0x1010,
-/// 0x1020...
+/// An image with a segment of code at 0x1000, and one of data at 0x2000 with pointers to 0x1010, 0x1020...
 class FixupTables : public testing::Test {
 protected:
     FixupTables()
@@ -30,6 +29,7 @@ protected:
         image_.dylibs = {{"/one", false}, {"/two", true}};
     }
 
+    /// The offsets of the rebased pointers in the segment of data.
     std::vector<uint64_t> Rebases(const std::vector<uint8_t> &table)
     {
         image_.rebases.clear();
@@ -42,6 +42,7 @@ protected:
         return offsets;
     }
 
+    /// The binds last as long as no others are read.
     const std::vector<Bind> &Binds(const std::vector<uint8_t> &table, BindTable kind = BindTable::Ordinary)
     {
         image_.binds.clear();
@@ -50,16 +51,6 @@ protected:
         return image_.binds;
     }
 
-    template <typename Read>
-    std::string ErrorFrom(Read read)
-    {
-        try {
-            read();
-        } catch (const LoadError &error) {
-            return error.what();
-        }
-        return "no error";
-    }
     std::string RebaseError(const std::vector<uint8_t> &table)
     {
         return ErrorFrom([&] { Rebases(table); });
@@ -144,7 +135,7 @@ TEST_F(FixupTables, BindsSkip)
     EXPECT_THAT(offsets, ElementsAre(0, 16, 48, 72, 96));
 }
 
-TEST_F(FixupTables, LazyBindsStandBesideEachOther)
+TEST_F(FixupTables, LazyBindsFollowEachOther)
 {
     const std::vector<Bind> &binds = Binds(
         {0x71, 0, 0x11, 0x40, '_', 'a', 0, 0x90, 0x00, 0x71, 8, 0x12, 0x40, '_', 'b', 0, 0x90, 0x00, 0x00},

@@ -3,9 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/platform/macho/load_error.h"
+
 using macho::Bytes;
 using macho::Image;
-using macho::LoadError;
 using macho::UnwindEntry;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -15,10 +16,10 @@ namespace {
 // DWARF's instructions and register numbers.
 constexpr uint8_t kDefineCfa = 0x0C, kDefineCfaOffset = 0x0E, kRbp = 6;
 
-/// What a function's code begins with: `sub rsp, 0x12345` has its size 3 bytes in.
+/// The beginning of a function's code: `sub rsp, 0x12345`, with the number 3 bytes in.
 constexpr uint8_t kCode[16] = {0x48, 0x81, 0xEC, 0x45, 0x23, 0x01, 0x00};
 
-/// DWARF's instruction that a register is saved so many words below the frame's address.
+/// DWARF's instruction for a saved register; the words from the frame's address down to it follow.
 constexpr uint8_t Saved(uint8_t registerNumber)
 {
     return 0x80 | registerNumber;
@@ -26,7 +27,7 @@ constexpr uint8_t Saved(uint8_t registerNumber)
 
 class CompactUnwind : public testing::Test {
 protected:
-    /// An image whose one function, at 0x1000, has these rules.
+    /// Reads an image whose only function, at 0x1000, has these rules.
     std::vector<UnwindEntry> Read(uint32_t encoding)
     {
         // Header; index of one page and of the end; the page.
@@ -48,7 +49,7 @@ protected:
         return macho::ReadUnwindInfo(image);
     }
 
-    /// Gives the image entries of DWARF, at 0x1100.
+    /// Puts DWARF entries into the image, at 0x1100.
     void SetDwarf(const std::vector<uint8_t> &bytes)
     {
         dwarf_ = bytes;
@@ -66,12 +67,7 @@ protected:
 
     std::string ErrorFor(uint32_t encoding)
     {
-        try {
-            Read(encoding);
-        } catch (const LoadError &error) {
-            return error.what();
-        }
-        return "no error";
+        return ErrorFrom([&] { Read(encoding); });
     }
 
 private:
@@ -131,79 +127,19 @@ TEST_F(CompactUnwind, LargeFramesHaveTheirSizeInTheCode)
     EXPECT_THAT(ErrorFor(0x03000000 | 13 << 16), HasSubstr("beyond the end"));
 }
 
-TEST_F(CompactUnwind, FunctionsWithAnEntryOfDwarfHaveItsRules)
+TEST_F(CompactUnwind, FunctionsWithADwarfEntryHaveItsRules)
 {
+    // clang-format off
     SetDwarf({
-        // What entries have in common: version 1, "zPLR", alignments 1 and -8, return address 16; the slot of
-        // the
+        // What entries have in common: version 1, "zPLR", alignments 1 and -8, return address 16; the slot of the
         // personality at 0x1113 - 0x10B, tables and pointers relative to themselves; the CFA is rsp + 8.
-        26,
-        0,
-        0,
-        0,
-        0,
-        0,
-        0,
-        0,
-        1,
-        'z',
-        'P',
-        'L',
-        'R',
-        0,
-        1,
-        0x78,
-        16,
-        7,
-        0x9B,
-        0xF5,
-        0xFE,
-        0xFF,
-        0xFF,
-        0x10,
-        0x10,
-        kDefineCfa,
-        7,
-        8,
-        0x90,
-        1,
+        26, 0, 0, 0, 0, 0, 0, 0, 1, 'z', 'P', 'L', 'R', 0, 1, 0x78, 16,
+        7, 0x9B, 0xF5, 0xFE, 0xFF, 0xFF, 0x10, 0x10, kDefineCfa, 7, 8, 0x90, 1,
         // The entry: from 0x1126 - 0x126 on, 12 bytes, its table at 0x1137 - 0x12F; the CFA is rsp + 16.
-        31,
-        0,
-        0,
-        0,
-        34,
-        0,
-        0,
-        0,
-        0xDA,
-        0xFE,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        12,
-        0,
-        0,
-        0,
-        0,
-        0,
-        0,
-        0,
-        8,
-        0xD1,
-        0xFE,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        0xFF,
-        kDefineCfaOffset,
-        16,
+        31, 0, 0, 0, 34, 0, 0, 0, 0xDA, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 12, 0, 0, 0, 0, 0, 0, 0,
+        8, 0xD1, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, kDefineCfaOffset, 16,
     });
+    // clang-format on
     const std::vector<UnwindEntry> entries = Read(0x04000000 | 30);
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_EQ(entries[0].begin, 0x1000u);

@@ -1,11 +1,11 @@
-// Throws, catches and lets through exceptions of C++.
+// Throws, catches and lets through C++ exceptions.
 #include <new>
 
 #include "tests/platform/macho/dylibs/exceptions.h"
 
 namespace {
 
-/// Uses many registers and much of the stack, so that the frame is found by every kind of rule.
+/// Uses many registers and a frame of this size, so that each kind of unwind rule applies.
 template <int Size>
 __attribute__((noinline)) long UseStack(const Callback &callback, int *living, long a, long b, long c, long d)
 {
@@ -80,7 +80,7 @@ long letThroughFrames(const Callback &callback, int *living, long a, long b, lon
 }
 long letThroughLargeFrame(const Callback &callback, int *living, long a, long b, long c, long d)
 {
-    return UseStack<5000000 / 10>(callback, living, a, b, c, d) * a +
+    return UseStack<500000>(callback, living, a, b, c, d) * a +
            UseStack<40>(callback, living, c, d, a, b) * b;
 }
 

@@ -1,5 +1,4 @@
-// Pointers of every kind that is set when an image is loaded: into itself, and to what other libraries
-// export.
+// Pointers of every kind that is set at load: into the image itself, and to exports of other libraries.
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -26,7 +25,7 @@ struct Spaced {
     size_t number;
 };
 
-// Volatile, or the compiler reads them itself.
+// Volatile, so that the compiler does not read them itself.
 const char *volatile gTexts[] = {"one", "two", "three"};
 Spaced gSpaced[] = {
     {"0", 0},   {"1", 1},   {"2", 2},   {"3", 3},   {"4", 4},   {"5", 5},   {"6", 6},
@@ -42,7 +41,7 @@ struct SpacedFunction {
 SpacedFunction gSpacedFunctions[] = {{strlen, 0}, {strlen, 1}, {strlen, 2}, {strlen, 3}};
 size_t (*volatile gLengths[])(const char *) = {strlen, strlen, strlen};
 
-/// Beyond the import itself.
+/// Before and after the import itself.
 const char *volatile gBehindTrue = reinterpret_cast<const char *>(&kCFBooleanTrue) + 24;
 const char *volatile gBeforeTrue = reinterpret_cast<const char *>(&kCFBooleanTrue) - 8;
 

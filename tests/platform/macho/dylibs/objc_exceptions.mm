@@ -1,4 +1,4 @@
-// Throws, catches and lets through exceptions of Objective-C.
+// Throws, catches and lets through Objective-C exceptions.
 #import <Foundation/Foundation.h>
 
 #include "tests/platform/macho/dylibs/exceptions.h"
@@ -64,7 +64,7 @@ Outcome catchAnything(const Callback &callback)
     return Outcome::Nothing;
 }
 
-/// Adds 1 at the end of the block, however that ends, and 10 behind it.
+/// Adds 1 at the end of the block, however that ends, and 10 after it.
 void finallyCounts(const Callback &callback, int *count)
 {
     @try {
@@ -130,7 +130,7 @@ void letThroughDeep(const Callback &callback, int *living, int depth)
     }
 }
 
-/// Throws, and catches it itself, so often.
+/// Throws and catches the exception `times` times. Returns how often the caught one was the same.
 long throwAndCatch(id exception, long times)
 {
     long caught = 0;

@@ -1,4 +1,4 @@
-// Structures that methods of the test dylibs answer, one for each way in which results are returned.
+// Structures that methods of the test dylibs return: one for each way of returning a result.
 #pragma once
 
 struct TwoIntegers {

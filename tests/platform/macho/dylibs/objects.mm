@@ -19,7 +19,7 @@
 + (long)addedToEveryClass;
 @end
 
-/// What the tests' objects answer.
+/// Messages to the tests' objects.
 @interface NSObject (Asked)
 - (double)numberOfNil;
 - (TwoIntegers)twoIntegers;
@@ -47,7 +47,7 @@ int gLoadedCount;
 
 void NoteLoaded(const char *what)
 {
-    asm volatile(""); // else the compiler runs the initialisers itself
+    asm volatile(""); // Keeps the compiler from running the initialisers itself.
     gLoaded[gLoadedCount++] = what;
 }
 
@@ -72,7 +72,7 @@ struct StaticObject {
 }
 @end
 
-/// Right under NSObject: the compiler writes its offsets into the code.
+/// Derived from NSObject itself: the compiler writes the variables' offsets into the code.
 @interface MachOShape : NSObject {
 @public
     long sides;
@@ -197,7 +197,8 @@ struct StaticObject {
 }
 @end
 
-/// Under a class whose size differs between platforms: its offsets are read from memory.
+/// Derived from a class whose size differs between platforms: the code reads the variables' offsets from
+/// memory.
 @interface MachOException : NSException {
     long code;
 }
@@ -218,7 +219,7 @@ struct StaticObject {
 
 namespace {
 
-/// Leaves nothing in the registers that arguments are in.
+/// Clears the registers of arguments.
 void ClobberArguments()
 {
     asm volatile(
@@ -232,7 +233,7 @@ void ClobberArguments()
 
 } // namespace
 
-/// The first message to each runs +initialize, while the message's arguments wait.
+/// The first message runs +initialize, before the method gets the message's arguments; so with the two below.
 @interface MachOFirst : NSObject
 + (double)sum:(long)a and:(long)b and:(long)c and:(long)d with:(const double *)e;
 + (double)sum:(double)a

@@ -1,4 +1,4 @@
-// Wants a function of a library that is not there.
+// Imports a function of a library that does not exist.
 extern "C" {
 int missingFunction(int number);
 
