@@ -1,14 +1,13 @@
-"""Nothing in the dylib tells where, from what files or by whom it was built."""
+"""Nothing in the dylib reveals where, from what files or by whom it was built."""
 import getpass
 import re
 import unittest
 from pathlib import Path
 
 import dylib
+from building import SOURCES
 
-SOURCES = Path(__file__).resolve().parents[3]
-
-# With what follows them in text, so that machine code does not look like them.
+# With the characters that follow them in text, so that machine code does not match.
 ABSOLUTE_PATH = re.compile(rb'/(?:[\w.+@~-]+/)+[\w.+@~-]+(?=[\0\s:;,"\'()])')
 SOURCE_FILE = re.compile(rb'[\w/+-]{4,}\.(?:(?:cpp|cc|cxx|mm|hpp|hh|inc)(?![\w.])|[mchoa]\0)')
 

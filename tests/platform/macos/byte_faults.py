@@ -40,7 +40,7 @@ def change_encoding(wanted, function):
 
 
 def move_second_unwind_entry(dylib, data):
-    """One byte on, in the compressed page that lists the functions."""
+    """Moves it by one byte, in the compressed page that lists the functions."""
     table = file_offset(dylib, dylib.section('__TEXT', '__unwind_info').address)
     index = int.from_bytes(data[table + 20:table + 24], 'little')
     page = table + int.from_bytes(data[table + index + 4:table + index + 8], 'little')
@@ -49,13 +49,13 @@ def move_second_unwind_entry(dylib, data):
 
 
 def move_all_unwind_entries(dylib, data):
-    """16 bytes on, by the address that the page's entries count from."""
+    """Moves them by 16 bytes: changes the address that the page's entries count from."""
     table = file_offset(dylib, dylib.section('__TEXT', '__unwind_info').address)
     change(data, table + int.from_bytes(data[table + 20:table + 24], 'little'), lambda address: address + 16)
 
 
 def move_rebases_into_the_code(dylib, data):
-    """The first rebase names its segment in the second byte's low half."""
+    """Clears the low half of the second byte, which names the first rebase's segment."""
     offset = int(dylib.commands('LC_DYLD_INFO_ONLY')[0].fields['rebase_off'])
     change(data, offset + 1, lambda opcode: opcode & 0xF0, size=1)
 
@@ -83,7 +83,7 @@ BYTE_FAULTS = [
     ByteFault('pointers in the code that the loader moves', move_rebases_into_the_code,
               ['memory_test.Memory.test_loader_changes_nothing_outside_the_data_segment']),
     ByteFault('a metaclass like a class', make_the_metaclass_a_class,
-              ['observer_class_test.ObserverClass.test_is_told_from_its_metaclass']),
+              ['observer_class_test.ObserverClass.test_is_distinguished_from_its_metaclass']),
     ByteFault('two Cocoa methods with one function', share_a_method,
               ['observer_class_test.ObserverClass.test_methods_are_functions_of_their_own']),
     ByteFault('handlers without their table',
@@ -91,7 +91,7 @@ BYTE_FAULTS = [
               ['unwinding_test.Unwinding.test_personality_and_handler_table_come_together']),
     ByteFault('handlers without a personality',
               change_encoding(lambda encoding: encoding & HAS_LSDA, lambda encoding: encoding & ~PERSONALITY),
-              ['unwinding_test.Unwinding.test_both_languages_handlers_are_there',
+              ['unwinding_test.Unwinding.test_handlers_of_both_languages_are_there',
                'unwinding_test.Unwinding.test_personality_and_handler_table_come_together',
                'unwinding_test.Unwinding.test_functions_with_handlers_or_cleanups_have_the_personality_for_them']),
     ByteFault('frames whose DWARF is missing',

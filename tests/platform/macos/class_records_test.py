@@ -62,7 +62,7 @@ class ClassRecords(unittest.TestCase):
         self.function_starts = set(self.dylib.function_starts)
 
     def record_address(self, host_class):
-        """Where the record is. A class's name also stands in its subclass's record, there after another name."""
+        """The record's address. A class's name also stands in its subclass's record, there after another name."""
         found = [address - 8 * NAME for address in self.dylib.pointers_in(self.dylib.section(*DATA))
                  if not self.dylib.is_pointer(address - 8)
                  and self.dylib.section_at(self.dylib.integer(address)) == ('__TEXT', '__cstring')
@@ -71,7 +71,7 @@ class ClassRecords(unittest.TestCase):
         return found[0]
 
     def slot(self, address):
-        """The slot's number, its string, or what kind of thing it points to."""
+        """The slot's number, its string, or the kind of thing that it points to."""
         self.assertIsNone(self.dylib.symbol_at(address), 'a record holds nothing of another library')
         if not self.dylib.is_pointer(address):
             return self.dylib.integer(address)
@@ -93,7 +93,7 @@ class ClassRecords(unittest.TestCase):
         return self.dylib.integer(record + 8 * (slot + 1))
 
     def assert_table(self, slot, row_slots, expected_rows):
-        """Compares a table of each class; `expected_rows` gives what it must hold."""
+        """Compares a table of each class with the rows that `expected_rows` returns."""
         for host_class in CLASSES:
             with self.subTest(host_class.name):
                 record = self.record_address(host_class)

@@ -1,12 +1,11 @@
 """The debugging information that stands beside the dylib."""
 import os
 import unittest
-from pathlib import Path
 
 import dylib
 import llvm_tools
+from building import SOURCES
 
-SOURCES = Path(__file__).resolve().parents[3]
 SOURCE_FOLDERS = ('frame', 'notifications', 'bridge')
 
 

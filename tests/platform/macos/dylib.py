@@ -129,7 +129,7 @@ class Dylib:
     # Bytes
 
     def read(self, address, size):
-        """The bytes at the address, as they are before the loader moves pointers; zero where the file has none."""
+        """The bytes at the address, before the loader moves pointers; zeros where the file has none."""
         for segment in self.segments:
             if segment.address <= address and address + size <= segment.address + segment.size:
                 offset = address - segment.address
@@ -153,7 +153,7 @@ class Dylib:
         return address in self._rebases
 
     def pointer(self, address):
-        """Where the pointer at the address points to; None for null."""
+        """The target of the pointer at the address; None for null."""
         if self.is_pointer(address):
             return self.integer(address)
         if self.integer(address) != 0 or self.symbol_at(address):
@@ -180,7 +180,7 @@ class Dylib:
         return names[0] if len(names) == 1 else short_name
 
     def _weakly_imported_lazy_symbols(self):
-        """From the opcodes themselves: the tools do not print the flag."""
+        """Read from the opcodes themselves, since the tools do not print the flag."""
         fields = self.commands('LC_DYLD_INFO_ONLY')[0].fields
         start = int(fields['lazy_bind_off'])
         opcodes = self.bytes[start:start + int(fields['lazy_bind_size'])]

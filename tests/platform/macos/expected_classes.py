@@ -6,7 +6,8 @@ Method = namedtuple('Method', 'declaration functions', defaults=[1])
 # The host reads and writes a `field` itself; the others have a getter alone.
 Property = namedtuple('Property', 'name type field', defaults=[False])
 HostClass = namedtuple(
-    'HostClass', 'name super_name data_size hooks properties methods events constants shared_methods')
+    'HostClass', 'name super_name data_size hooks properties methods events constants shared_methods',
+    defaults=[[], [], [], [], []])
 
 HANDLE = Property('Handle', 'Integer', field=True)
 
@@ -18,9 +19,7 @@ CLASSES = [
             Method('Constructor'),
             Method('Destructor'),
         ],
-        events=['GotNotification(notification as NSNotificationQZL)'],
-        constants=[],
-        shared_methods=[]),
+        events=['GotNotification(notification as NSNotificationQZL)']),
     HostClass(
         'NSNotificationQZL', super_name=None, data_size=8, hooks=True,
         properties=[
@@ -37,15 +36,12 @@ CLASSES = [
             Method('Constructor(handle as integer)'),
             Method('Constructor(name as string, theObject as variant = nil, userInfo as dictionary = nil)'),
         ],
-        events=[],
-        constants=[],
         shared_methods=[
             Method('notificationWithName(name as string, theObject as variant = nil, '
                    'userInfo as dictionary = nil) as NSNotificationQZL'),
         ]),
     HostClass(
         'NSDistributedNotificationCenterQZL', super_name='NSNotificationCenterQZL', data_size=0, hooks=False,
-        properties=[],
         methods=[
             Method('postNotificationName(name as string, theObject as string, userInfo as dictionary, '
                    'options as UInt32)'),
@@ -56,7 +52,6 @@ CLASSES = [
             Method('addObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant, '
                    'suspensionBehavior as integer)'),
         ],
-        events=[],
         constants=[
             'NSNotificationSuspensionBehaviorDrop = 1',
             'NSNotificationSuspensionBehaviorCoalesce = 2',
@@ -83,18 +78,12 @@ CLASSES = [
             Method('removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)'),
             Method('addObserver(observer as NSNotificationObserverQZL, name as string="", theObject as variant=nil)'),
         ],
-        events=[],
-        constants=[],
         shared_methods=[Method('defaultCenter as NSNotificationCenterQZL')]),
     HostClass(
         'DRNotificationCenterQZL', super_name=None, data_size=8, hooks=True,
-        properties=[],
         methods=[
             Method('removeObserver(observer as NSNotificationObserverQZL, name as string, theObject as variant=nil)'),
             Method('addObserver(observer as NSNotificationObserverQZL, name as string="", theObject as variant=nil)'),
             Method('Constructor'),
-        ],
-        events=[],
-        constants=[],
-        shared_methods=[]),
+        ]),
 ]

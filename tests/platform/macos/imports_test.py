@@ -59,7 +59,7 @@ DENIED = [
     (r'__ZNSt3__1.*', "the C++ library's own classes belong to one version of its headers"),
 ]
 
-# Names that the table must find, so that a mistake in a pattern shows.
+# Names that the table must deny, and names that it must not, so that a mistake in a pattern shows.
 DENIED_EXAMPLES = [
     '___error', '_strerror', '_stat', '_stat$INODE64', '_fstat', '_lstat$INODE64', '_fopen', '_fclose', '_fprintf',
     '___stdoutp', '___stderrp', '_stdin', '_pthread_mutex_lock', '_pthread_once', '_setjmp', '__setjmp', '_longjmp',
@@ -119,6 +119,6 @@ class Imports(unittest.TestCase):
     def test_hold_nothing_that_differs_between_c_libraries(self):
         self.assertEqual({}, {row.symbol: reasons for row in self.imports if (reasons := denials(row.symbol))})
 
-    def test_denied_names_are_told_from_allowed_ones(self):
+    def test_denied_names_are_distinguished_from_allowed_ones(self):
         self.assertEqual([], [symbol for symbol in DENIED_EXAMPLES if not denials(symbol)])
         self.assertEqual([], [symbol for symbol in ALLOWED_EXAMPLES if denials(symbol)])

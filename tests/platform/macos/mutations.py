@@ -35,13 +35,13 @@ class Workshop:
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     def failure_without_a_fault(self):
-        """What the tests print where they fail; None where they pass. Leaves out those that build."""
+        """What the tests print if they fail; None if they pass. Leaves out the test that builds."""
         modules = sorted(path.stem for path in self.tests.glob('*_test.py') if path.stem != 'reproducible_build_test')
         done = self.run(self.build(), *modules)
         return done.stdout if done.returncode != 0 else None
 
     def outcome(self, dylib, test):
-        """'found' where the test fails, else what happened."""
+        """'found' if the test fails, else what happened."""
         done = self.run(dylib, test)
         if done.returncode == 0:
             return 'SURVIVED'
@@ -79,7 +79,7 @@ def chosen(faults):
 
 
 def report(fault, outcomes):
-    """Prints a row for each test; whether all of them found the fault."""
+    """Prints a row for each test. Returns whether all of them found the fault."""
     for test, result in outcomes.items():
         print(f'{fault:<52} {test.split(".", 1)[1]:<100} {result}', flush=True)
     return all(result == 'found' for result in outcomes.values())

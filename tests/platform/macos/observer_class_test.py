@@ -59,7 +59,7 @@ class ObserverClass(unittest.TestCase):
         data = self.read_only_data(self.meta_address)
         self.assertEqual((CLASS_OBJECT_SIZE, CLASS_OBJECT_SIZE), (data.start, data.size))
 
-    def test_is_told_from_its_metaclass(self):
+    def test_is_distinguished_from_its_metaclass(self):
         self.assertEqual(0, self.read_only_data(self.address).flags & META_CLASS)
         self.assertEqual(META_CLASS, self.read_only_data(self.meta_address).flags & META_CLASS)
 

@@ -1,4 +1,4 @@
-"""The release: what is in it, and that it is the same each time."""
+"""The release: what it contains, and that it is the same each time."""
 import hashlib
 import subprocess
 import tempfile
@@ -13,7 +13,7 @@ SCRIPT = building.SOURCES / 'scripts/package'
 
 
 def pack(dylib_file, folder):
-    """The archive's path."""
+    """Packs the dylib into the folder and returns the archive's path."""
     printed = subprocess.run([SCRIPT, '--dylib', dylib_file, '--output', folder], check=True, capture_output=True,
                              text=True).stdout
     return Path(printed.split('  ', 1)[1].strip())
@@ -37,7 +37,7 @@ class Package(unittest.TestCase):
                          list(self.contents))
         self.assertEqual(under_test().path.read_bytes(), self.contents[f'{top}/libNotificationsQZL.dylib'])
 
-    def test_is_named_by_the_version_that_the_dylib_says(self):
+    def test_is_named_by_the_version_of_the_dylib(self):
         self.assertEqual(f'NotificationsQZL-{self.version()}-macos-x86_64.zip', self.archive.name)
 
     def test_has_the_right_checksums(self):

@@ -8,7 +8,7 @@ import building
 
 
 def digests(dylib):
-    """Of the dylib and of its debugging information."""
+    """The digests of the dylib and of its debugging information."""
     companion = Path(f'{dylib}.dSYM/Contents/Resources/DWARF') / dylib.name
     return [hashlib.sha256(path.read_bytes()).hexdigest() for path in (dylib, companion)]
 

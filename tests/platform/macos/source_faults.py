@@ -4,7 +4,7 @@ from collections import namedtuple
 import building
 from planting import path_of
 
-# `edits` are (file, text, replacement), as planting.py makes them. Each of the tests must fail.
+# `edits` are (file, text, replacement), as planting.py takes them. Each of the tests must fail.
 SourceFault = namedtuple('SourceFault', 'fault edits tests')
 
 
@@ -43,7 +43,7 @@ def at_start(declarations, statement):
 
 
 def compiled(source, options):
-    """An edit that gives a source of the library's options of its own."""
+    """An edit that compiles one of the library's sources with additional options."""
     library = 'add_library(NotificationsQZL SHARED)'
     path = path_of(building.SOURCES, source).relative_to(building.SOURCES)
     return LIBRARY, library, f'set_source_files_properties({path} PROPERTIES COMPILE_OPTIONS "{options}")\n{library}'
@@ -249,7 +249,7 @@ SOURCE_FAULTS = [
              + at_start('static double (*volatile gClock)();\nstatic double Now() { return gClock ? gClock() : 0; }\n'
                         'volatile double gLoaded = Now();', ''),
              'memory_test.Memory.test_no_code_runs_at_load_or_unload'),
-    # What the file tells
+    # What the file reveals
     mutation("a source file's name in the code", [(NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__FILE__ "')],
              'anonymity_test.Anonymity.test_no_source_file_is_named'),
     mutation("the source folder's name in the code",

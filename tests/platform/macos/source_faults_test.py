@@ -1,4 +1,4 @@
-"""The faults that the tests of the dylib must find fit the sources as they are now."""
+"""The faults that the tests of the dylib must find can be planted in the sources as they are now."""
 import unittest
 
 import building
@@ -11,7 +11,3 @@ class SourceFaults(unittest.TestCase):
         for fault in SOURCE_FAULTS:
             with self.subTest(fault.fault):
                 self.assertTrue(planted(fault.edits, building.SOURCES))
-
-
-if __name__ == '__main__':
-    unittest.main()

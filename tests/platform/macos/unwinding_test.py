@@ -1,4 +1,4 @@
-"""Exceptions must find their way through every function of the dylib."""
+"""Exceptions can pass through every function of the dylib."""
 import bisect
 import unittest
 
@@ -12,7 +12,7 @@ PERSONALITY_MASK, PERSONALITY_SHIFT = 0x30000000, 28
 
 OBJECTIVE_C, CPLUSPLUS = '___objc_personality_v0', '___gxx_personality_v0'
 
-# What only a function with handlers or cleanups calls, and the personalities that bring it there.
+# What only a function with handlers or cleanups calls, and the personalities with which it is called.
 TELLTALE_CALLS = [
     ('__Unwind_Resume', {OBJECTIVE_C, CPLUSPLUS}),
     ('_objc_begin_catch', {OBJECTIVE_C}),
@@ -91,5 +91,5 @@ class Unwinding(unittest.TestCase):
                 with self.subTest(callee, function=hex(function)):
                     self.assertIn(self.personality(function), personalities)
 
-    def test_both_languages_handlers_are_there(self):
+    def test_handlers_of_both_languages_are_there(self):
         self.assertEqual({None, OBJECTIVE_C, CPLUSPLUS}, {self.personality(start) for start in self.starts})
