@@ -134,7 +134,7 @@ TEST_F(CenterClass, PlainNewCenterIsTheDefaultCenter)
     EXPECT_EQ([cocoa retainCount], retains);
 }
 
-TEST_F(CenterClass, DefaultCenterGivesANewInstanceEachTimeAndRegistersNone)
+TEST_F(CenterClass, DefaultCenterReturnsANewInstanceEachTimeAndRegistersNone)
 {
     Host &host = Start();
     Family family(host);

@@ -26,6 +26,16 @@ protected:
         return host;
     }
 
+    /// The messages of an observer that is freed on a system without the class.
+    std::vector<std::string> WithdrawalWithout(const char *className)
+    {
+        Host &host = StartWithout(className);
+        RecordedMessages recorded;
+        Value observer = host.New(kObserver);
+        recorded.Label(HandleOf<id>(host, observer), "the observer");
+        return MessagesToTheFourCenters(recorded, [&] { observer = Value(); });
+    }
+
     void TearDown() override
     {
         EXPECT_EQ(family().ExceptionsWrapped(), 0);
@@ -42,16 +52,9 @@ using MissingDistributedCenter = MissingClass;
 
 TEST_F(MissingInstantMessage, LeavesAnObserverThreeCentresToWithdrawFrom)
 {
-    Host &host = StartWithout("IMService");
-    RecordedMessages recorded;
-    Value observer = host.New(kObserver);
-    recorded.Label(HandleOf<id>(host, observer), "the observer");
-
-    const auto messages = MessagesToTheFourCenters(recorded, [&] { observer = Value(); });
-
-    EXPECT_THAT(messages, ElementsAre("distributed removeObserver: the observer",
-                                      "default removeObserver: the observer",
-                                      "workspace removeObserver: the observer"));
+    EXPECT_THAT(WithdrawalWithout("IMService"), ElementsAre("distributed removeObserver: the observer",
+                                                            "default removeObserver: the observer",
+                                                            "workspace removeObserver: the observer"));
 }
 
 TEST_F(MissingInstantMessage, KeepsNoNotificationFromAnObserver)
@@ -68,7 +71,7 @@ TEST_F(MissingInstantMessage, KeepsNoNotificationFromAnObserver)
     EXPECT_EQ(program.received.size(), 1u);
 }
 
-TEST_F(MissingDiscRecording, GivesItsCentreNoHandleAndNoEntryAndRaisesNothing)
+TEST_F(MissingDiscRecording, LeavesItsCentreWithoutHandleAndEntryAndRaisesNothing)
 {
     Host &host = StartWithout("DRNotificationCenter");
     const Value center = host.New(kDiscs);
@@ -108,14 +111,7 @@ TEST_F(MissingDistributedCenter, IsNilToTheSharedMethodsAndNoHandleToTheConstruc
 
 TEST_F(MissingDistributedCenter, LeavesAnObserverThreeCentresToWithdrawFrom)
 {
-    Host &host = StartWithout("NSDistributedNotificationCenter");
-    RecordedMessages recorded;
-    Value observer = host.New(kObserver);
-    recorded.Label(HandleOf<id>(host, observer), "the observer");
-
-    const auto messages = MessagesToTheFourCenters(recorded, [&] { observer = Value(); });
-
-    EXPECT_THAT(messages,
+    EXPECT_THAT(WithdrawalWithout("NSDistributedNotificationCenter"),
                 ElementsAre("default removeObserver: the observer", "service removeObserver: the observer",
                             "workspace removeObserver: the observer"));
 }

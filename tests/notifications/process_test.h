@@ -21,7 +21,7 @@ protected:
         observer.Do({{"do", "settle"}});
     }
 
-    /// Ends the programs, none of which may leak or have misused its host.
+    /// Ends the programs. None of them may leak, or have misused its host.
     void TearDown() override
     {
         for (Peer &peer : peers_) {

@@ -8,6 +8,9 @@ using Processes = ProcessTest;
 /// Both processes get their centre in one of the three ways.
 class WayToTheCenter : public ProcessTest, public ::testing::WithParamInterface<const char *> {};
 
+/// The parameter: whether addObserver gets a suspension behaviour.
+class Observation : public ProcessTest, public ::testing::WithParamInterface<bool> {};
+
 const Json kInfo = typed::Dictionary({{"key", typed::Integer(42)}});
 
 /// Every way to post: the command's arguments, and what arrives of object and user info.
@@ -119,41 +122,29 @@ TEST_F(Processes, PostersOwnObserverHearsItToo)
     EXPECT_EQ(process.Events(1).at(0).at("name"), "Posted");
 }
 
-TEST_F(Processes, ObserverHearsWhatItObservesByNameByObjectOrByBoth)
+TEST_P(Observation, HearsByNameByObjectOrByBothWithAnySuspensionBehavior)
 {
     Peer &observer = StartPeer("observer");
     Peer &poster = StartPeer("poster");
-    observer.Do({{"do", "observe"}, {"observer", "name"}, {"name", "N"}});
-    observer.Do(
-        {{"do", "observe"}, {"observer", "object"}, {"name", nullptr}, {"object", typed::String("O")}});
-    observer.Do({{"do", "observe"}, {"observer", "both"}, {"name", "N"}, {"object", typed::String("O")}});
-    PostCombinations(poster);
-    Settle(poster, observer);
-    EXPECT_EQ(HeardByObserver(observer),
-              (Heard{{"name", {"N O", "N P", "N -"}}, {"object", {"N O", "M O"}}, {"both", {"N O"}}}));
-}
-
-TEST_F(Processes, SuspensionBehaviorDoesNotChangeWhatIsObserved)
-{
-    Peer &observer = StartPeer("observer");
-    Peer &poster = StartPeer("poster");
-    const Json none = nullptr;
     const Json object = typed::String("O");
     const auto observe = [&](const char *who, const Json &name, const Json &wanted, int64_t behavior) {
-        observer.Do({{"do", "observe"},
-                     {"observer", who},
-                     {"name", name},
-                     {"object", wanted},
-                     {"behavior", behavior}});
+        Json command = {{"do", "observe"}, {"observer", who}, {"name", name}, {"object", wanted}};
+        if (GetParam())
+            command["behavior"] = behavior;
+        observer.Do(command);
     };
-    observe("name", "N", none, 1);
-    observe("object", none, object, 3);
+    observe("name", "N", nullptr, 1);
+    observe("object", nullptr, object, 3);
     observe("both", "N", object, 4);
     PostCombinations(poster);
     Settle(poster, observer);
     EXPECT_EQ(HeardByObserver(observer),
               (Heard{{"name", {"N O", "N P", "N -"}}, {"object", {"N O", "M O"}}, {"both", {"N O"}}}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Overloads, Observation, ::testing::Bool(), [](const auto &info) {
+    return std::string(info.param ? "WithABehavior" : "Inherited");
+});
 
 // GNUstep has no observers of everything between processes.
 TEST_F(Processes, ObservingNeitherNameNorObjectIsRefused)

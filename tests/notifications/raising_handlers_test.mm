@@ -1,4 +1,4 @@
-// Exceptions that leave a program's handler: who sees them, and that the next notification comes as before.
+// Exceptions that leave a program's handler: who sees them, and that the next notification arrives as before.
 #import <Foundation/Foundation.h>
 
 #include "tests/notifications/delivery.h"

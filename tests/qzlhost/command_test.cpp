@@ -15,7 +15,7 @@ const std::string kLibrary = LibraryPath();
 
 } // namespace
 
-TEST(Command, DemoShowsEachNotificationAndEndsWell)
+TEST(Command, DemoShowsEachNotificationAndEndsWithZero)
 {
     const Outcome outcome = RunCommand("demo " + kLibrary);
     EXPECT_EQ(outcome.status, 0) << outcome.output;

@@ -116,7 +116,7 @@ protected:
 
 } // namespace
 
-TEST_F(FileReferences, LeadBackToTheItem)
+TEST_F(FileReferences, FindTheItemAgain)
 {
     const std::string path = MakeFile("a file");
     const std::optional<FSRef> reference = ReferenceOf(path);

@@ -62,7 +62,7 @@ class ClassRecords(unittest.TestCase):
         self.function_starts = set(self.dylib.function_starts)
 
     def record_address(self, host_class):
-        """The record's address. A class's name also stands in its subclass's record, there after another name."""
+        """The record's address. A class's name is also in its subclass's record, but after another name."""
         found = [address - 8 * NAME for address in self.dylib.pointers_in(self.dylib.section(*DATA))
                  if not self.dylib.is_pointer(address - 8)
                  and self.dylib.section_at(self.dylib.integer(address)) == ('__TEXT', '__cstring')

@@ -1,4 +1,4 @@
-"""The debugging information that stands beside the dylib."""
+"""The debugging information beside the dylib."""
 import os
 import unittest
 

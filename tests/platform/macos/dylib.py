@@ -161,7 +161,7 @@ class Dylib:
         return None
 
     def pointers_in(self, section):
-        """The addresses of the pointers into the dylib that stand in the section."""
+        """The addresses of the section's pointers into the dylib."""
         return sorted(address for address in self._rebases
                       if section.address <= address < section.address + section.size)
 

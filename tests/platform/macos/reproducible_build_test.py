@@ -1,4 +1,4 @@
-"""The same sources give the same bytes, wherever they stand and wherever they are built."""
+"""The same sources give the same bytes, wherever they are and wherever they are built."""
 import hashlib
 import tempfile
 import unittest
