@@ -22,6 +22,6 @@ void DictionaryMethodCache::Use(REALobject dictionary)
     LoadMethod(LastDictionarySetter, dictionary, "Value(key As Variant, Assigns _value As Variant)");
     LoadMethod(LastDictionaryGetter, dictionary, "Value(key As Variant) As Variant");
     LoadMethod(LastDictionaryKeyGetter, dictionary, "Key(index As Integer) As Variant");
-    // Only now: a thread that converts the same Dictionary takes the methods as they are.
+    // Set last: a thread that finds its Dictionary here uses the methods as they are.
     LastDictionary = dictionary;
 }

@@ -1,12 +1,13 @@
 // The methods of a host Dictionary, loaded for one Dictionary at a time. Both directions and all threads
-// share them; not locked.
+// share them, without a lock.
 #pragma once
 
 #include <atomic>
 
 #include "frame/host_types.h"
 
-/// The Dictionary that the methods were loaded for, or null, and its methods, each null where it has none.
+/// The Dictionary that the methods were loaded for, or null, and its methods, each null if the Dictionary
+/// lacks it.
 struct DictionaryMethodCache {
     std::atomic<REALobject> LastDictionary;
     /// "Value(key As Variant, Assigns _value As Variant)"
@@ -17,14 +18,14 @@ struct DictionaryMethodCache {
     std::atomic<REALobject (*)(REALobject dictionary, int64_t index)> LastDictionaryKeyGetter;
 
     /// Loads the methods for this Dictionary unless it is the last one. Called again after anything that may
-    /// convert another Dictionary. Another thread may replace the methods with its own Dictionary's at any
-    /// time; these differ only where a program's class has methods of its own.
+    /// convert another Dictionary. Another thread may at any time replace the methods with those of its own
+    /// Dictionary; they differ only if a program's class has methods of its own.
     void Use(REALobject dictionary);
 };
 
 extern DictionaryMethodCache gDictionaryMethods;
 
-/// Lives as long as the conversion of a Dictionary, and forgets the last Dictionary at its end.
+/// Lives during the conversion of a Dictionary; its destructor forgets the last Dictionary.
 class LastDictionaryScope {
 public:
     LastDictionaryScope() = default;

@@ -1,8 +1,8 @@
-// The containers that a conversion is inside of, so that the conversion of one that holds itself ends.
+// The containers that are being converted, so that the conversion of one that contains itself ends.
 #pragma once
 
-/// An array, set or dictionary that is being converted, and what encloses it. Lives on the stack of the
-/// conversion.
+/// An array, set or dictionary that is being converted, and the container that encloses it. Lives on the
+/// stack of the conversion.
 struct EnclosingContainers {
     const void *container;
     /// Null for the outermost.

@@ -1,4 +1,4 @@
-// Decomposes names of files.
+// Decomposes file names.
 #include "bridge/file_names.h"
 
 CFStringRef CreateDecomposedName(CFStringRef name)

@@ -7,7 +7,7 @@
 
 #include "frame/host_types.h"
 
-/// Bytes of the host's own in each instance, before the instance data.
+/// The bytes that the host itself uses in each instance, before the instance data.
 inline constexpr size_t kInstanceHeaderSize = 48;
 
 /// The instance data of an instance, which must not be null.
@@ -30,7 +30,7 @@ inline id WrapperHandle(REALobject instance)
     return instance == nullptr ? nil : InstanceData<WrapperData>(instance)->handle;
 }
 
-/// The same, typed: the wrapper's class vouches for the object's.
+/// The same, typed: the wrapper's class determines the object's.
 template <typename Object>
 Object *WrapperHandle(REALobject instance)
 {

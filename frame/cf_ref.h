@@ -5,7 +5,7 @@
 
 #include <utility>
 
-/// Holds one retain of a Core Foundation object and releases it at its end. May hold null.
+/// Owns one retain of a Core Foundation object. May hold null.
 template <typename Reference>
 class CFRef {
 public:
@@ -26,7 +26,7 @@ public:
     /// Borrowed.
     Reference Get() const { return reference_; }
 
-    /// Hands the retain to the caller.
+    /// Transfers the retain to the caller.
     Reference Release() { return std::exchange(reference_, nullptr); }
 
 private:

@@ -7,7 +7,7 @@
 #include "frame/host_types.h"
 #include "frame/loaded_host.h"
 
-/// Where class records and member tables begin.
+/// The alignment of class records and member tables, in bytes.
 inline constexpr size_t kRecordAlignment = 16;
 
 inline constexpr uint64_t kClassFlags = 4;
@@ -16,7 +16,7 @@ inline constexpr uint64_t kMethodFlags = 4;
 
 /// How the host reads or writes a property.
 union REALaccessor {
-    /// Null where the property cannot be read or written.
+    /// Null if the property cannot be read or written.
     void *function;
     /// `kFieldAccess`: the host reads or writes the field itself.
     uintptr_t field;
@@ -66,7 +66,7 @@ struct REALconstantRecord {
     uint64_t unused1[4];
 };
 
-/// A table of member records; by default empty.
+/// A table of member records, empty by default.
 template <typename Record>
 struct REALrecords {
     Record *first = nullptr;
@@ -84,7 +84,7 @@ struct alignas(kRecordAlignment) REALclassDefinition {
     uint32_t version = kLatestRecordVersion;
     uint32_t versionHigh;
     const char *name;
-    /// Null where there is no superclass.
+    /// Null for a class without a superclass.
     const char *superName;
     /// Bytes of instance data that the host allocates for the library in each instance.
     uint64_t dataSize;
@@ -102,7 +102,7 @@ struct alignas(kRecordAlignment) REALclassDefinition {
     uint64_t unused25[5];
 };
 
-/// The offset of a field by its 8-byte slot.
+/// The offset of an 8-byte slot.
 constexpr size_t Slot(size_t number)
 {
     return number * 8;

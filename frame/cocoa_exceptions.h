@@ -1,14 +1,13 @@
-// Cocoa exceptions become host exceptions here, so that none of them leaves a function that the host called.
+// Turns Cocoa exceptions into host exceptions, so that none leaves a function that the host called.
 #pragma once
 
 #import <Foundation/Foundation.h>
 
-/// Logs the exception and raises the host exception that wraps it. Nothing is thrown. Called on the thread
-/// that the host called in on.
+/// Logs the exception and raises the host exception that wraps it. Throws nothing. Called on the host's
+/// thread.
 void RaiseNSExceptionQZL(NSException *exception);
 
-/// Runs Cocoa calls whose exceptions nobody wants: an `NSException` ends them. Exceptions of other kinds
-/// pass.
+/// Runs Cocoa calls and drops the `NSException` that ends them, if any. Exceptions of other kinds pass.
 template <typename Body>
 void DropCocoaExceptions(Body body)
 {
@@ -18,12 +17,12 @@ void DropCocoaExceptions(Body body)
     }
 }
 
-/// Fetches the instance registry and prepares the exception class, as far as the family offers them by now.
-/// Called first by whatever makes or destroys instances.
+/// Fetches the family's instance registry and prepares its exception class, each as soon as the family
+/// provides it. Whatever makes or destroys instances calls this first.
 void PrepareCocoaExceptionBridge();
 
-/// Runs Cocoa calls for the host and returns their result; after an `NSException` the host exception is
-/// raised and the result is empty: 0, null, false or nothing. Exceptions of other kinds pass.
+/// Runs Cocoa calls for the host and returns their result. After an `NSException`, raises the host exception
+/// and returns an empty result: 0, null, false or nothing. Exceptions of other kinds pass.
 template <typename Body>
 auto GuardCocoaCalls(Body body) -> decltype(body())
 {

@@ -1,4 +1,4 @@
-// Raises Cocoa exceptions in host code, through the class that the family has for them.
+// Raises Cocoa exceptions in the host, as instances of the family's exception class.
 #include "frame/cocoa_exceptions.h"
 
 #include <atomic>
@@ -18,7 +18,7 @@ namespace {
 
 std::atomic<bool> ExceptionsInitialized{false};
 
-/// Raises the host exception that wraps the Cocoa exception, where the family makes one.
+/// Raises the host exception that wraps the Cocoa exception, if the family makes one.
 void RaiseWrapped(NSException *exception)
 {
     HostRef<REALobject> wrapper([NSException NewNSExceptionQZL:exception]);
@@ -32,7 +32,7 @@ void RaiseWrapped(NSException *exception)
 
 void RaiseNSExceptionQZL(NSException *exception)
 {
-    // An exception raised while another is reported has nowhere to go.
+    // An exception raised while another is being reported has nowhere to go.
     DropCocoaExceptions(
         [&] { NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]); });
     DropCocoaExceptions([&] { RaiseWrapped(exception); });

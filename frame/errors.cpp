@@ -14,14 +14,15 @@
 
 namespace {
 
-/// An instance of the exception class of that name, or else a "RuntimeException"; null without either.
+/// An instance of the exception class of that name, or else of "RuntimeException"; null if the host has
+/// neither.
 REALobject NewException(const char *className)
 {
     const REALobject exception = REALnewInstance(className);
     return exception != nullptr ? exception : REALnewInstance("RuntimeException");
 }
 
-/// Raises with a host string as the message, which may be null.
+/// Raises an exception whose message is a host string, which may be null.
 void RaiseExceptionWithMessage(const char *className, HostRef<REALstring> &message)
 {
     HostRef<REALobject> exception(NewException(className));
@@ -34,7 +35,7 @@ void RaiseExceptionWithMessage(const char *className, HostRef<REALstring> &messa
     message.GiveBack();
 }
 
-/// A host string of ASCII, or null. Exceptions pass.
+/// A host string of ASCII text; null for no text and for one that is too long. Exceptions pass.
 REALstring BuildMessage(const char *text)
 {
     const auto length = text == nullptr ? 0 : static_cast<int64_t>(std::strlen(text));
@@ -42,7 +43,7 @@ REALstring BuildMessage(const char *text)
                                                  : BuildTaggedString(text, length, kCFStringEncodingASCII);
 }
 
-/// The same, with null after an exception. For the report of one, which has nowhere to report another.
+/// The same; null after an exception, which would have nowhere to be reported.
 REALstring BuildMessageQuietly(const char *text)
 {
     try {
@@ -52,8 +53,8 @@ REALstring BuildMessageQuietly(const char *text)
     }
 }
 
-/// The failure with the exception's own text: a copy, because the text ends with the handler; null without
-/// memory.
+/// The failure with a copy of the exception's text, which itself ends with the handler; without memory, with
+/// no text.
 StandardFailure FailureOf(const char *className, const std::exception &error)
 {
     const size_t size = std::strlen(error.what()) + 1;

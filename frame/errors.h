@@ -1,14 +1,15 @@
-// How host code learns of errors: host exceptions, by class name.
+// Reports errors to the host: raises host exceptions by class name.
 //
-// The host records a raised exception and throws it once the library's function has returned, so each of
-// these returns normally and the caller ends with its empty result. Exceptions that the host's functions
-// throw meanwhile pass. Called on the thread that the host called in on.
+// The host records a raised exception and throws it once the library's function has returned. So each of
+// these functions returns normally, and its caller then returns an empty result. Exceptions that the host's
+// functions throw meanwhile pass. Called on the host's thread.
 #pragma once
 
 #include <cstdint>
 
-/// Raises an instance of the host's exception class of that name, or a "RuntimeException" where there is
-/// none. `message` is ASCII; null gives the empty message. The host sees error number 0, whatever is passed.
+/// Raises an instance of the host's exception class of that name, or of "RuntimeException" if the host lacks
+/// it. `message` is ASCII; null stands for the empty message. The host sees error number 0, whatever is
+/// passed.
 void RaiseException(const char *className, const char *message, uint32_t errorNumber = 0, int64_t extra = 0);
 
 /// Raises "OutOfBoundsException" for an index outside 0 to `count` - 1.
@@ -19,19 +20,19 @@ struct StandardFailure {
     const char *className;
     /// Null for none.
     const char *message;
-    /// What `message` lies in unless it is a constant; `RaiseStandardFailure` frees it.
+    /// The memory of `message`, which `RaiseStandardFailure` frees; null if the message is a constant.
     char *copy;
 };
 
-/// What stands for the C++ exception that is being handled. Called in a `catch (...)` handler.
+/// The host exception for the C++ exception that is being handled. Called inside a `catch (...)` handler.
 StandardFailure CurrentStandardFailure();
 
-/// Raises it, once. Not called in a handler: what the host throws meanwhile may be of another language, and
-/// such exceptions cannot be caught while one is being handled.
+/// Raises the host exception; called once for each failure. Not called inside a handler: the host may throw
+/// exceptions of another language, which cannot be caught there.
 void RaiseStandardFailure(const StandardFailure &failure);
 
-/// Runs a body that may throw C++ exceptions, in a `.cpp` source, and returns its result; after an exception
-/// the host exception is raised and the result is empty.
+/// Runs a body and returns its result. After a C++ exception, raises the host exception and returns an empty
+/// result. For `.cpp` sources only.
 template <typename Body>
 auto GuardStandardExceptions(Body body) -> decltype(body())
 {
@@ -45,5 +46,5 @@ auto GuardStandardExceptions(Body body) -> decltype(body())
     return {};
 }
 
-/// Returns null. Its declaration makes the exception class known to the host as a type.
+/// Returns null. The declaration of this member makes the exception class known to the host as a type.
 struct REALobjectStruct *DummyException(struct REALobjectStruct *instance);

@@ -9,7 +9,7 @@ struct FreeMemory {
 };
 using HeapBuffer = std::unique_ptr<char, FreeMemory>;
 
-/// `size` bytes, or null when there is no memory.
+/// `size` bytes, or null without memory.
 inline HeapBuffer AllocateBuffer(size_t size)
 {
     return HeapBuffer(static_cast<char *>(std::malloc(size)));

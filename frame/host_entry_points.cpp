@@ -8,15 +8,14 @@
 
 namespace {
 
-/// The host function that `slot` keeps, looked up by `name` as long as the host has not given one; null
-/// without one.
+/// The host function in `slot`, looked up by `name` until it is found; null while the host lacks it.
 template <typename Function>
 Function *FindHostFunction(Function *&slot, const char *name)
 {
     return KeepFound(slot, [name] { return gResolver(name); });
 }
 
-/// Calls a function, if there is one, and returns its result, or else 0, null or false. For a procedure
+/// Calls a function and returns its result; without a function, returns 0, null or false. For a procedure,
 /// returns whether there is one.
 template <typename Result, typename... Parameters, typename... Arguments>
 auto CallIfFound(Result (*function)(Parameters...), Arguments... arguments)
@@ -36,8 +35,8 @@ __attribute__((noinline)) auto FindAndCallHost(Function *&slot, const char *name
     return CallIfFound(FindHostFunction(slot, name), arguments...);
 }
 
-/// Calls a host function, as `CallIfFound` does. The look-up is out of line, so that a function that was
-/// found before costs a jump.
+/// Calls a host function, as `CallIfFound` does. The look-up is out of line, so that calling a function that
+/// was found before costs a jump.
 template <typename Function, typename... Arguments>
 auto CallHost(Function *&slot, const char *name, Arguments... arguments)
 {
@@ -46,8 +45,8 @@ auto CallHost(Function *&slot, const char *name, Arguments... arguments)
     return FindAndCallHost(slot, name, arguments...);
 }
 
-/// The value of a variant that the host function gives, or, without that function, the property of the
-/// variant.
+/// The value that the host function returns for a variant, or, if the host lacks the function, the property
+/// of the variant.
 template <typename Result>
 Result CallHostOr(Result (*&slot)(REALobject), const char *name,
                   bool (*getProperty)(REALobject, const char *, Result *), const char *property,
@@ -60,7 +59,7 @@ Result CallHostOr(Result (*&slot)(REALobject), const char *name,
     return value;
 }
 
-/// The element that the host's procedure for the array reads, or 0 or null without one.
+/// The element as the host's procedure for the array reads it; 0 or null without a procedure.
 template <typename Element>
 Element ReadElement(void *(*&slot)(REALarray), const char *name, REALarray array, int64_t index)
 {

@@ -1,5 +1,5 @@
-// The host's functions, one wrapper each. A wrapper finds its function by name on first use and keeps it;
-// while the host has no such function the call does nothing and returns 0, null or false.
+// The host's functions, one wrapper each. A wrapper finds its function by name on first use and keeps it.
+// While the host lacks the function, the wrapper does nothing and returns 0, null or false.
 //
 // Instances, strings, texts and Core Foundation strings that a wrapper returns, or writes through a pointer,
 // carry one reference that the caller gives back. Arguments are borrowed. Called on the host's thread.
@@ -16,30 +16,31 @@
 void REALRegisterClass(REALclassDefinition *record);
 /// Null for an unknown class. No "Constructor" method runs.
 REALobject REALnewInstance(const char *className);
-/// Returns whether the host has the function, as do the two others that take a reference.
+/// Returns whether the host has the function, as do `REALLockString` and `REALLockText`.
 bool REALLockObject(REALobject object);
 void REALUnlockObject(REALobject object);
 bool REALObjectIsA(REALobject object, REALclassRef classRef);
 /// Null for an unknown class.
 REALclassRef REALGetClassRef(const char *className);
-/// The handler `void (*)(REALobject instance, arguments...)`, borrowed; null where the program has none.
+/// The handler `void (*)(REALobject instance, arguments...)`, borrowed; null if the program has none.
 void *REALGetEventInstance(REALobject instance, void *key);
 
 // Exceptions
 
 /// Records the exception, taking a reference of its own; returns normally.
 void REALRaiseException(REALobject exception);
-/// Null, or an object that the caller releases.
+/// Null, or an object that the caller gives back.
 REALobject REALCallFunctionWithExceptionHandler(void (*function)(void *), void *argument);
 
 // Methods by declaration
 
-/// A global method; null where the host has none.
+/// A global method; null if the host lacks it.
 void *REALLoadFrameworkMethod(void *module, const char *declaration);
-/// A method of the instance, which it takes as its first argument; null where there is none.
+/// A method of the instance, which is its first argument; null if the instance lacks it.
 void *REALLoadObjectMethod(REALobject object, const char *declaration);
 
-// Properties by name. False where there is no such property of the type; nothing is written then.
+// Properties by name. If the object has no such property of the type, a wrapper returns false and writes
+// nothing.
 
 bool REALGetPropValueInteger(REALobject object, const char *name, int64_t *value);
 bool REALGetPropValueInt64(REALobject object, const char *name, int64_t *value);
@@ -59,7 +60,7 @@ REALobject REALNewVariantDouble(double value);
 REALobject REALNewVariantSingle(float value);
 REALobject REALNewVariantBoolean(bool value);
 REALobject REALNewVariantText(REALtext value);
-/// A variant's value; on hosts without the function the variant's property, such as "LongValue".
+/// A variant's value; on hosts that lack the function, the variant's property, such as "LongValue".
 REALstring GetVariantString(REALobject variant);
 int64_t GetVariantInt64(REALobject variant);
 double GetVariantDouble(REALobject variant);
@@ -79,7 +80,7 @@ REALstring REALConvertString(REALstring string, uint32_t encoding);
 /// The string's bytes, borrowed from it.
 const char *REALGetStringContents(REALstring string);
 CFStringRef REALGetStringCFString(REALstring string, int64_t option) __attribute__((cf_returns_retained));
-/// As `REALGetStringCFString`, found separately.
+/// The same host function, looked up separately.
 CFStringRef REALCopyStringCFString(REALstring string, int64_t option) __attribute__((cf_returns_retained));
 bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *data);
 void REALDisposeStringData(REALstringData *data);
@@ -87,12 +88,12 @@ bool REALLockText(REALtext text);
 void REALUnlockText(REALtext text);
 CFStringRef REALCopyTextCFString(REALtext text) __attribute__((cf_returns_retained));
 
-// Arrays. An element is read or inserted by the procedure that the host gives for the array; without one the
+// Arrays. The host provides, for an array, the procedure that reads or inserts elements; without one the
 // wrapper does nothing and returns 0, null or false.
 
 REALarray REALCreateArray(int64_t elementType, int64_t upperBound);
 int64_t REALGetArrayUBound(REALarray array);
-/// The array takes a reference of its own. Returns whether there was a procedure.
+/// The array takes a reference of its own. Returns whether the host has a procedure.
 bool REALInsertArrayValueObject(REALarray array, int64_t index, REALobject value);
 int64_t REALGetArrayValueInteger(REALarray array, int64_t index);
 int64_t REALGetArrayValueInt64(REALarray array, int64_t index);
@@ -112,6 +113,7 @@ int64_t REALMemoryBlockGetSize(REALmemoryBlock block);
 
 // Folder items
 
-/// Without a name it fails for an item that does not exist; with one it gives the parent and the leaf name.
+/// With a null name, writes the item's reference; false for an item that does not exist. With a name, writes
+/// the parent's reference and the leaf name.
 bool REALFSRefFromFolderItem(REALobject item, FSRef *ref, HFSUniStr255 *nameOrNull);
 REALobject REALFolderItemFromParentFSRef(const FSRef *parent, const HFSUniStr255 *name);

@@ -26,7 +26,7 @@ inline void UnlockHostValue(REALtext text)
     REALUnlockText(text);
 }
 
-/// Gives one reference back and drops what the host throws meanwhile, while another exception unwinds.
+/// Gives one reference back while another exception unwinds, and drops what the host throws.
 void UnlockHostValueQuietly(REALobject object) noexcept;
 void UnlockHostValueQuietly(REALstring string) noexcept;
 void UnlockHostValueQuietly(REALtext text) noexcept;
@@ -56,7 +56,7 @@ public:
     /// Borrowed.
     Handle Get() const { return handle_; }
 
-    /// Hands the reference to the caller.
+    /// Transfers the reference to the caller.
     Handle Release() { return std::exchange(handle_, nullptr); }
 
     /// Gives the reference back, if there is one. The host's exceptions pass; even then the reference counts
@@ -71,8 +71,8 @@ private:
     Handle handle_;
 };
 
-/// Keeps a borrowed instance or string locked. Where the host cannot lock there is nothing to unlock
-/// either. Ends as a `HostRef` does.
+/// Keeps a borrowed instance or string locked. If the host cannot lock, nothing is unlocked either. Ends as a
+/// `HostRef` does.
 template <typename Handle>
 class HostLock {
 public:

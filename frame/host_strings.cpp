@@ -1,4 +1,4 @@
-// Builds host strings by way of what the host's version offers.
+// Builds host strings with the functions that the host's version has.
 #include "frame/host_strings.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Hosts from these versions on take an encoding along with the bytes of a new string.
+/// From these versions on, the host accepts UTF-16 or UTF-32 for the bytes of a new string.
 constexpr double kFirstVersionWithUTF16 = 2012.0;
 constexpr double kFirstVersionWithUTF32 = 2013.0;
 
@@ -22,8 +22,8 @@ bool IsASCII(const void *bytes, int64_t length)
     return std::all_of(first, first + length, [](unsigned char byte) { return byte < 0x80; });
 }
 
-/// Converts a string, whose reference it takes over, to UTF-8; with one reference for the caller. A null
-/// string goes to the host, too.
+/// Takes over the reference of a string and returns the string in UTF-8, with one reference for the caller. A
+/// null string is passed to the host, too.
 REALstring ConvertToUTF8(REALstring owned)
 {
     HostRef<REALstring> string(owned);
@@ -96,7 +96,7 @@ REALstring BuildUnicodeStringUnguarded(const void *bytes, int64_t length, uint32
     }
 }
 
-/// The host string of a NUL-terminated UTF-8 text that `buffer` takes from `string`, or null.
+/// The host string of `string` up to its first NUL, converted in `buffer`; null if UTF-8 cannot hold it.
 REALstring BuildThroughBuffer(CFStringRef string, char *buffer, CFIndex capacity)
 {
     if (!CFStringGetCString(string, buffer, capacity, kCFStringEncodingUTF8))
@@ -129,7 +129,7 @@ REALstring CFString2RBString(CFStringRef string)
     const CFIndex length = string == nullptr ? 0 : CFStringGetLength(string);
     if (length <= 0)
         return nullptr;
-    // No buffer is zeroed: the conversion puts a NUL behind what it writes.
+    // The buffers are not zeroed: the conversion ends its text with a NUL.
     if (length <= kLongestOnStack) {
         char onStack[600];
         return BuildThroughBuffer(string, onStack, sizeof onStack);

@@ -31,14 +31,14 @@ using REALarray = REALarrayStruct *;
 struct REALclassStruct;
 using REALclassRef = REALclassStruct *;
 
-/// The text of a host string in an encoding that was asked for.
+/// The text of a host string in a requested encoding.
 struct REALstringData {
     void *data;
     int64_t length;
     uint32_t encoding;
 };
 
-/// The instance that a handle of a narrower kind is.
+/// A handle of a narrower kind as an instance.
 template <typename Handle>
 REALobject AsInstance(Handle handle)
 {

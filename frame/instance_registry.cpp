@@ -1,4 +1,4 @@
-// Keeps track of the wrappers of Cocoa objects in the family's registry.
+// Enters wrappers of Cocoa objects in the family's registry and removes them.
 #include "frame/instance_registry.h"
 
 std::atomic<CFMutableDictionaryRef> instances{nullptr};

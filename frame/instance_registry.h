@@ -1,5 +1,5 @@
-// The family's registry of wrappers: which host instance stands for a Cocoa object. Keyed by identity; it
-// holds no references. The family makes it; without the family nothing is found and nothing is entered.
+// The family's registry of wrappers: which host instance stands for a Cocoa object. It is keyed by identity
+// and holds no references. The family makes it; without the family nothing is found and nothing is entered.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -8,10 +8,10 @@
 
 #include "frame/host_types.h"
 
-/// The registry, or null while the family has not given it. Set once.
+/// The registry; null until the family provides it. Set once.
 extern std::atomic<CFMutableDictionaryRef> instances;
 
-/// The host instance that wraps the object, borrowed; null where there is none.
+/// The host instance that wraps the object, borrowed; null if there is none.
 inline REALobject FindInstance(const void *object)
 {
     const CFMutableDictionaryRef registry = instances;
@@ -20,6 +20,7 @@ inline REALobject FindInstance(const void *object)
     return static_cast<REALobject>(const_cast<void *>(CFDictionaryGetValue(registry, object)));
 }
 
+/// Enters the instance as the wrapper of the object, in place of any other.
 void RegisterInstance(const void *object, REALobject instance);
 
 /// Removes the object's entry, whichever instance it names.

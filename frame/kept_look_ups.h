@@ -19,8 +19,8 @@ __attribute__((noinline)) Pointed *FindAndKeep(Pointed *&slot, Find find)
     return found;
 }
 
-/// Looks up until something is found: the pointer in `slot`, or else what `find` returns, kept unless it is
-/// null.
+/// Looks up until something is found. Returns the pointer in `slot`, or else what `find` returns, which is
+/// kept unless it is null.
 template <typename Pointed, typename Find>
 Pointed *KeepFound(Pointed *&slot, Find find)
 {
@@ -35,7 +35,7 @@ struct FirstSlot {
     std::atomic<bool> isFilled{false};
 };
 
-/// Looks up once: what the first `find` returned, null included.
+/// Looks up once. Returns what the first `find` returned, null included.
 template <typename Pointer, typename Find>
 Pointer KeepFirst(FirstSlot<Pointer> &slot, Find find)
 {

@@ -1,4 +1,4 @@
-// Makes and reads host memory blocks through whichever way the host offers.
+// Makes and reads host memory blocks in whichever way the host supports.
 #include "frame/memory_blocks.h"
 
 #include <atomic>
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The host's function takes 32 bits for a size; from this size on the constructor makes the block.
+/// The host's function takes a size of 32 bits; from this size on the constructor makes the block.
 constexpr int64_t kFirstSizeForConstructor = 0x7FFFFFFF;
 
 using PointerFunction = void *(*)(REALmemoryBlock block);
@@ -23,8 +23,8 @@ REALmemoryBlock AsMemoryBlock(REALobject instance)
     return reinterpret_cast<REALmemoryBlock>(instance);
 }
 
-/// The block's own method, looked up on a block made for the purpose, or else the host's function. The method
-/// is kept once it is found.
+/// The block's own method, looked up on a block made for this purpose, or else the host's function. The
+/// method is kept once it is found.
 PointerFunction FindPointerFunction(REALmemoryBlock block)
 {
     constexpr int32_t kProbeSize = 4;

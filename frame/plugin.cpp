@@ -49,7 +49,7 @@ void REALPluginMain(void *(*resolver)(const char *name))
         rbversion_rbversion = getRBVersion();
     CurrentREALControlVersion = RecordVersionForHost(rbversion_rbversion);
 
-    // A host without this function is not supported, so there is no test.
+    // A host that lacks this function is not supported, so nothing checks for it.
     const auto registerPluginVersion = reinterpret_cast<void (*)(int32_t)>(resolver("RegisterPluginVersion"));
     registerPluginVersion(static_cast<int32_t>(CurrentREALControlVersion));
 

@@ -1,4 +1,4 @@
-// Builds host strings of bytes that need no conversion. The messages of errors are built here, too.
+// Builds host strings of bytes that need no conversion, such as the messages of errors.
 #pragma once
 
 #include "frame/host_references.h"

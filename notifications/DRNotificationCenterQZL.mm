@@ -21,7 +21,7 @@ void removeObserver(REALobject self, REALobject observer, REALstring name, REALo
     });
 }
 
-/// A missing observer is left to Cocoa here.
+/// Unlike the other centres, leaves a missing observer to Cocoa.
 void addObserver(REALobject self, REALobject observer, REALstring name, REALobject theObject)
 {
     GuardCocoaCalls([&] {
@@ -33,7 +33,7 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
     });
 }
 
-/// The centre of the run loop of the thread that it is called on.
+/// A new instance wraps the centre of the calling thread's run loop.
 void Constructor(REALobject self)
 {
     GuardCocoaCalls([&] {

@@ -38,7 +38,7 @@ void postNotificationName5(REALobject self, REALstring name, REALstring theObjec
     });
 }
 
-/// Unlike all other constructors it overwrites a handle that is there, and registers nothing.
+/// Unlike all other constructors, overwrites an existing handle and registers nothing.
 void Constructor(REALobject self)
 {
     PrepareCocoaExceptionBridge();

@@ -38,7 +38,7 @@ void postNotificationName3(REALobject self, REALstring name, REALobject theObjec
     });
 }
 
-/// A plain new centre is the process's default centre.
+/// A new instance wraps the process's default centre.
 void Constructor(REALobject self)
 {
     GuardCocoaCalls([&] {
@@ -83,7 +83,7 @@ void addObserver(REALobject self, REALobject observer, REALstring name, REALobje
     });
 }
 
-/// Each call gives a new instance, which the registry does not know.
+/// Each call returns a new instance, which is not registered.
 REALobject defaultCenter()
 {
     PrepareCocoaExceptionBridge();

@@ -1,4 +1,4 @@
-// The Cocoa object behind an observer of the host: what notification centres hold and call.
+// The Cocoa object behind a host observer: what notification centres know and call.
 #pragma once
 
 #import <Foundation/Foundation.h>

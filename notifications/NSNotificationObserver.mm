@@ -31,8 +31,8 @@
     @try {
         RaiseGotNotification(target, notification);
     } @catch (NSException *exception) {
-        // No host code runs to raise it in. Its description may raise, too, and a poster on another thread
-        // waits.
+        // No host code is running that could receive it. Its description may raise, too, and a poster on
+        // another thread is waiting.
         DropCocoaExceptions([&] { NSLog(@"%@", exception); });
     }
 }

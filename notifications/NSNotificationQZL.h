@@ -1,10 +1,10 @@
-// The host class that stands for one Cocoa notification.
+// The host class of Cocoa notifications.
 #pragma once
 
 #include "frame/host_types.h"
 
 @class NSNotification;
 
-/// The wrapper that the registry knows for the notification, or a new one; with one reference for the caller.
-/// Null for nil, and where the host makes none. Called on the host's thread. Cocoa exceptions pass.
+/// The notification's registered wrapper, or a new one, with one reference for the caller. Null for nil and
+/// if the host makes no instance. Called on the host's thread. Cocoa exceptions pass.
 REALobject NewNSNotificationQZL(NSNotification *notification);

@@ -15,14 +15,14 @@ inline constexpr REALpropertyRecord kHandleProperty = {
     .setter = {.field = kFieldAccess},
 };
 
-/// Whether the instance has its handle already; if so, the host exception is raised.
+/// Whether the instance already has its handle; if so, raises the host exception.
 bool ConstructorCalledTooOften(REALobject instance);
 
-/// Whether there is no observer, or one without a handle; if so, the host exception is raised.
+/// Whether there is no observer, or one without a handle; if so, raises the host exception.
 bool ObserverIsMissing(REALobject observer);
 
-/// What adds or removes an observer, as Cocoa takes it: autoreleased, or borrowed from the wrapper. Nil for
-/// null.
+/// The arguments that add or remove an observer, as Cocoa objects: autoreleased, or borrowed from wrappers.
+/// Nil for null.
 struct ObserverArguments {
     NSString *name;
     id observer;
@@ -32,7 +32,8 @@ struct ObserverArguments {
 /// Converts the name, then takes the observer's handle, then converts the object. Cocoa exceptions pass.
 ObserverArguments ConvertObserverArguments(REALobject observer, REALstring name, REALobject theObject);
 
-/// What makes or posts a notification, as Cocoa takes it: autoreleased. Nil for null.
+/// The arguments that make or post a notification, as Cocoa objects: autoreleased, or borrowed from wrappers.
+/// Nil for null.
 struct PostArguments {
     NSString *name;
     id object;
@@ -42,5 +43,5 @@ struct PostArguments {
 /// Converts the name, then the object, then the user info. Cocoa exceptions pass.
 PostArguments ConvertPostArguments(REALstring name, REALobject theObject, REALdictionary userInfo);
 
-/// The same with a string for the object, as notifications between processes have it.
+/// The same with a string for the object, as in notifications between processes.
 PostArguments ConvertPostArguments(REALstring name, REALstring theObject, REALdictionary userInfo);

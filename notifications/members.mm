@@ -24,7 +24,7 @@ bool ObserverIsMissing(REALobject observer)
     return true;
 }
 
-// Braces evaluate from left to right.
+// Braced initialisers are evaluated from left to right.
 
 ObserverArguments ConvertObserverArguments(REALobject observer, REALstring name, REALobject theObject)
 {

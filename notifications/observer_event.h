@@ -5,9 +5,9 @@
 
 @class NSNotification;
 
-/// The one event of the observers' class. The host fills its key in.
+/// The observer class's only event. The host sets its key.
 extern REALeventRecord gObserverEvents[1];
 
-/// Raises "GotNotification" on the observer, if its program implements the event. Main thread only. Cocoa
-/// exceptions and those of the program pass.
+/// Raises "GotNotification" on the observer, if the program implements the event. Main thread only.
+/// Exceptions of Cocoa and of the program pass.
 void RaiseGotNotification(REALobject observer, NSNotification *notification);

@@ -11,8 +11,8 @@ alignas(kRecordAlignment) REALeventRecord gObserverEvents[] = {
 
 namespace {
 
-/// The key under which the host knows the event. Under the oldest record version the host leaves the address
-/// of a record of its own, whose second word is the key.
+/// The key under which the host knows the event. Under the oldest record version, the host stores there the
+/// address of a record of its own, whose second word is the key.
 void *GotNotificationKey()
 {
     constexpr int64_t kVersionWithHostRecord = 9;

@@ -8,6 +8,6 @@
 
 /// An autoreleased mutable Cocoa array of a host array whose elements are variants of the type code; empty
 /// for an empty one, nil for an array that encloses itself and for elements of any other type. An element
-/// that the array lost meanwhile raises the host's out-of-bounds exception and counts as 0 or nil. For a date
-/// or object that converts to nil, Cocoa raises what it raises for adding nil. Cocoa exceptions pass.
+/// that the array lost meanwhile raises the host's out-of-bounds exception and counts as 0 or nil. If a date
+/// or object converts to nil, Cocoa raises its exception for adding nil. Cocoa exceptions pass.
 id GetArrayAsNSObject(REALobject array, int64_t elementCode, const EnclosingContainers *enclosing);

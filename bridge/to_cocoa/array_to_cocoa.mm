@@ -1,5 +1,5 @@
-// Reads host arrays into Cocoa arrays. Elements are read through the host's array readers on every host: the
-// storage of older hosts' arrays, which would be quicker to read, is their private affair.
+// Reads host arrays into Cocoa arrays. Every host's arrays are read through its functions: older hosts'
+// storage would be faster to read, but is private.
 #include "bridge/to_cocoa/array_to_cocoa.h"
 
 #import <Foundation/Foundation.h>
@@ -38,7 +38,7 @@ id TextOrEmpty(NSString *text)
     return text != nil ? text : @"";
 }
 
-/// The text of a host text through a variant of it, with one retain for the caller; null where there is none.
+/// The text of a host text through a variant of it, with one retain for the caller; null if there is none.
 __attribute__((cf_returns_retained)) CFStringRef CopyTextThroughVariant(REALtext text)
 {
     HostRef<REALobject> variant(REALNewVariantText(text));
@@ -89,7 +89,7 @@ id ConvertText(REALtext text)
     return TextOrEmpty([(NSString *)string autorelease]);
 }
 
-/// The element at an index, or 0 or null, with the host exception raised, where the array lost it meanwhile.
+/// The element at an index. If the array lost it meanwhile, 0 or null, with the host exception raised.
 template <typename Element>
 Element ElementAt(Element (*read)(REALarray array, int64_t index), REALarray array, int64_t index)
 {
@@ -101,7 +101,7 @@ Element ElementAt(Element (*read)(REALarray array, int64_t index), REALarray arr
 }
 
 /// The Cocoa array of a host array whose elements `Read` reads and `Convert` converts. Only a conversion that
-/// leads to other containers takes what encloses its element.
+/// may reach other containers receives what encloses its element.
 template <auto Read, auto Convert>
 id ConvertElements(REALobject instance, const EnclosingContainers *enclosing)
 {

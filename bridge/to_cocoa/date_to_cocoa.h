@@ -6,6 +6,5 @@
 @class NSCalendarDate;
 
 /// An autoreleased Cocoa date with the host Date's fields as wall-clock time in the local time zone; nil for
-/// null and where a field cannot be read. Called on the thread on which the host called in. Cocoa exceptions
-/// pass.
+/// null and if a field cannot be read. Called on the host's thread. Cocoa exceptions pass.
 NSCalendarDate *NewNSDate(REALobject date);

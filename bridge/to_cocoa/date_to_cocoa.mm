@@ -9,7 +9,7 @@
 
 namespace {
 
-/// In the order in which they are read, and in which Cocoa takes them.
+/// In the order in which they are read and passed to Cocoa.
 constexpr const char *kFields[] = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
 
 } // namespace
@@ -22,7 +22,7 @@ NSCalendarDate *NewNSDate(REALobject date)
     for (size_t index = 0; index < std::size(kFields); ++index)
         if (!REALGetPropValueInteger(date, kFields[index], &fields[index]))
             return nil;
-    // Values out of range are Cocoa's to normalise; it takes all but the year as unsigned.
+    // Cocoa normalises values out of range. It takes all but the year as unsigned.
     return [NSCalendarDate dateWithYear:fields[0]
                                   month:static_cast<NSUInteger>(fields[1])
                                     day:static_cast<NSUInteger>(fields[2])

@@ -7,7 +7,6 @@
 @class NSDictionary;
 
 /// An autoreleased Cocoa dictionary with every entry of the host Dictionary; nil for null and for one that
-/// encloses itself, immutable where there are no entries. What has no Cocoa counterpart becomes `NSNull`. The
-/// Dictionary is borrowed. Called on the thread on which the host called in, on one thread at a time. Cocoa
-/// exceptions pass.
+/// encloses itself, immutable if there are no entries. What has no Cocoa counterpart becomes `NSNull`. The
+/// Dictionary is borrowed. Called on the host's thread, on one thread at a time. Cocoa exceptions pass.
 NSDictionary *NewNSDictionary(REALdictionary dictionary, const EnclosingContainers *enclosing = nullptr);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A leaf name in decomposed form, with one retain for the caller; null where it cannot be made.
+/// A leaf name in decomposed form, with one retain for the caller; null if it cannot be made.
 __attribute__((cf_returns_retained)) CFStringRef CreateLeafName(const HFSUniStr255 &name)
 {
     const CFRef<CFStringRef> leaf(
@@ -18,7 +18,7 @@ __attribute__((cf_returns_retained)) CFStringRef CreateLeafName(const HFSUniStr2
     return leaf ? CreateDecomposedName(leaf.Get()) : nullptr;
 }
 
-/// The URL of an item that exists, with one retain for the caller; null of any other.
+/// The URL of an existing item, with one retain for the caller; null for any other.
 __attribute__((cf_returns_retained)) CFURLRef CreateURLOfExistingItem(REALobject item)
 {
     FSRef reference = {};

@@ -23,7 +23,7 @@
 + (NSValue *)valueWithCMTimeQZL:(REALobject)time;
 @end
 
-/// The family's Cocoa object for host objects that have no other; found at run time.
+/// The family's Cocoa class for host objects that have no other counterpart; found at run time.
 @interface NSObject (QZLObjectWrapper)
 + (id)wrap:(REALobject)object;
 @end
@@ -49,7 +49,7 @@ struct ValueClass {
     NSValue *(*convert)(REALobject object);
 };
 
-/// The numbers of the first four lie in the instance data as Cocoa lays them out.
+/// The instance data of the first four has its numbers laid out as Cocoa's structures.
 constexpr ValueClass kValueClasses[] = {
     {"NSSizeQZL", [](REALobject object) { return [NSValue valueWithSize:*InstanceData<NSSize>(object)]; }},
     {"NSRectQZL", [](REALobject object) { return [NSValue valueWithRect:*InstanceData<NSRect>(object)]; }},
@@ -64,7 +64,7 @@ constexpr ValueClass kValueClasses[] = {
 static_assert(sizeof(NSSize) == 2 * sizeof(double) && sizeof(NSPoint) == 2 * sizeof(double));
 static_assert(sizeof(NSRect) == 4 * sizeof(double) && sizeof(NSRange) == 2 * sizeof(uint64_t));
 
-/// The row of the first value class that the object is of, or null.
+/// The row of the first value class that the object is an instance of, or null.
 const ValueClass *FindValueClass(REALobject object)
 {
     const auto row =

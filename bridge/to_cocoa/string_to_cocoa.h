@@ -5,6 +5,6 @@
 
 @class NSString;
 
-/// An autoreleased Cocoa string of a host string. Nil for null, and when there is no such text. Raw bytes are
-/// read as Mac Roman.
+/// An autoreleased Cocoa string of a host string. Nil for null, and if the bytes are no text in the string's
+/// encoding. Raw bytes are read as Mac Roman.
 NSString *NewNSString(REALstring string);

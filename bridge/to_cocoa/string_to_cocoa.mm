@@ -11,10 +11,10 @@
 
 namespace {
 
-/// Hosts from this version on answer with Core Foundation strings.
+/// From this version on, hosts return Core Foundation strings.
 constexpr double kFirstVersionWithCFStrings = 2012.0;
 
-/// The host's "LenB", looked up until it is found; null without one.
+/// The host's "LenB", looked up until it is found; null if the host lacks it.
 int64_t (*LoadLenB())(REALstring)
 {
     static int64_t (*lenB)(REALstring);

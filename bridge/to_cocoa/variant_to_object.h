@@ -6,7 +6,7 @@
 #include "bridge/enclosing_containers.h"
 #include "frame/host_types.h"
 
-/// The Cocoa object of a host variant, autoreleased or constant; nil for nil, for a container that encloses
-/// itself and for what has no Cocoa counterpart. The variant is borrowed. Called on the thread on which the
-/// host called in. Cocoa exceptions pass.
+/// The Cocoa object of a host variant: autoreleased, constant, or borrowed from a wrapper; nil for nil, for a
+/// container that encloses itself and for what has no Cocoa counterpart. The variant is borrowed. Called on
+/// the host's thread. Cocoa exceptions pass.
 id GetVariantAsNSObject(REALobject variant, const EnclosingContainers *enclosing = nullptr);

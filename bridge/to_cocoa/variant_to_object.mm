@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The type code of a variant, through the host's method or, where it has none, the variant's property.
+/// The type code of a variant, from the host's method or, if the host lacks it, from the variant's property.
 int64_t GetVariantType(REALobject variant)
 {
     static int64_t (*varType)(REALobject);
@@ -81,7 +81,7 @@ constexpr struct {
     {20, ConvertString},  {21, ConvertString},  {23, ConvertString}, {37, ConvertString},
 };
 
-/// An array has this code and that of its elements.
+/// The code of an array is this one plus the code of its elements.
 constexpr int64_t kArrayCode = 4096;
 
 } // namespace

@@ -126,7 +126,7 @@ ClassRefs gClassRefs;
 FirstSlot<ClassRefs *> gFirstClassRefs;
 
 /// The classes in the order of `kRememberedClasses`, null for those that the first look-up did not find. A
-/// call that comes back in through the host meanwhile looks them up as well.
+/// call that re-enters through the host meanwhile looks them up as well.
 const ClassRefs &RememberedClassRefs()
 {
     return *KeepFirst(gFirstClassRefs, [] {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A new host array of the elements that the subject has.
+/// A new host array of the elements of `array`: the subject itself, or the members of the set that it is.
 REALobject NewHostArray(NSArray *array, const ConversionSubject &subject)
 {
     if (Encloses(subject.enclosing, subject.object))

@@ -1,5 +1,5 @@
-// The steps of the conversion to the host that go by the class of an object, in the order in which they are
-// tried.
+// The steps of the conversion to the host, in the order in which they are tried: each converts the objects of
+// a class, or a single object.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -17,14 +17,15 @@ enum class Lookup {
 };
 
 struct ConversionStep {
-    /// Objects of this class take the step; for a step of a single object, that object's name.
+    /// The class whose objects take the step; for a step of a single object, that object's name.
     const char *name;
-    /// What becomes of them: with one reference for the caller, or null. Cocoa exceptions pass.
+    /// Returns the host value of such an object, with one reference for the caller, or null. Cocoa exceptions
+    /// pass.
     REALobject (*convert)(const ConversionSubject &subject) = NewNamedWrapper;
     /// The address of the single object that takes the step; null for a step of a class.
     const CFBooleanRef *object = nullptr;
     Lookup lookup = Lookup::EachTime;
-    /// The class is linked to, so it is the same as long as the process lives.
+    /// Whether the library is linked to the class, which is then the same as long as the process lives.
     bool isLinked = false;
 };
 

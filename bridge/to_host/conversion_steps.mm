@@ -1,5 +1,5 @@
-// Finds the step that an object takes. Nothing is remembered that an object might answer differently next
-// time.
+// Finds the step that an object takes. Nothing is remembered that may differ the next time an object is
+// asked.
 #include "bridge/to_host/conversion_steps.h"
 
 #import <Foundation/Foundation.h>
@@ -27,8 +27,8 @@ constexpr size_t LengthOf(const char *text)
     return length;
 }
 
-/// The steps by the hash of their class's name, for names that are long enough to have one; where two share a
-/// slot, the later one has the next.
+/// The steps by the hash of their class's name. A name that is too short for a hash has no step. Of two steps
+/// with the same slot, the later one is in the next free slot.
 class StepNames {
 public:
     constexpr StepNames()
@@ -80,7 +80,7 @@ private:
 
 constexpr StepNames kStepNames;
 
-// Steps of one object, and steps whose class is looked up once: each kind stands side by side
+// Steps of a single object, and steps whose class is looked up once: each kind is contiguous
 
 template <typename Test>
 constexpr const ConversionStep *FirstStepFrom(const ConversionStep *step, Test test)
@@ -132,6 +132,7 @@ const ConversionStep *Earlier(const ConversionStep *one, const ConversionStep *o
     return one < other ? one : other;
 }
 
+/// The step of an object whose own `isKindOfClass:` decides.
 __attribute__((noinline)) const ConversionStep *StepByAsking(id object)
 {
     for (const ConversionStep &step : kConversionSteps) {
@@ -151,8 +152,8 @@ struct ClassStep {
     Class type;
 };
 
-/// The first step by the names of a class and its superclasses, and which of them has it; apart from classes
-/// that are looked up once.
+/// The first step that is named after the class or one of its superclasses, and the class that it is named
+/// after. Ignores the steps whose class is looked up once.
 ClassStep FirstNamedStep(Class type)
 {
     ClassStep first = {nullptr, Nil};
@@ -164,11 +165,11 @@ ClassStep FirstNamedStep(Class type)
     return first;
 }
 
-/// The classes of the linked steps, each null until it first comes up.
+/// The classes of the linked steps, each null until it is first found.
 std::atomic<void *> gLinkedClasses[kStepCount];
 
-/// Where the linked class of a class was found last: the number of the step and, in the low four bits, how
-/// far up. Which class it was for is not kept: each use checks whether it still holds.
+/// Where the linked class of a class was last found: the number of its step and, in the low four bits, how
+/// far up the chain it is. An entry does not say which class it is for: each use checks whether it holds.
 std::atomic<uint8_t> gLinkedPlaces[256];
 constexpr unsigned kBitsOfUp = 4;
 constexpr size_t kMostUp = (1 << kBitsOfUp) - 1;
@@ -179,8 +180,8 @@ std::atomic<uint8_t> &PlaceFor(Class type)
     return gLinkedPlaces[(address >> 4 ^ address >> 12) % std::size(gLinkedPlaces)];
 }
 
-/// Null where there is none, or none that was found before. No linked class derives from another, and their
-/// steps come before all others of classes.
+/// The step of the linked class in the class's chain; null if there is none, or none that was found before.
+/// No linked class derives from another, and their steps precede those of all other classes.
 const ConversionStep *LinkedStep(Class type)
 {
     const uint8_t place = PlaceFor(type).load(std::memory_order_relaxed);
@@ -204,8 +205,8 @@ void RememberLinkedStep(Class type, const ClassStep &found)
     PlaceFor(type).store(static_cast<uint8_t>(number << kBitsOfUp | up), std::memory_order_relaxed);
 }
 
-/// The step of an object of this class, which has the root class's `isKindOfClass:`. What that would return
-/// is read off the class and its superclasses.
+/// The step of an object of this class, which has the root class's `isKindOfClass:`. The class and its
+/// superclasses decide what that returns.
 __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class type)
 {
     const ClassStep named = FirstNamedStep(type);
@@ -213,7 +214,7 @@ __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class typ
         for (const ConversionStep *step = kOnceBegin; step != kOnceEnd; ++step)
             if (IsInChain(type, ClassOfStep(*step)))
                 return step;
-    // A name may be that of another class by now.
+    // By now, another class may have the name.
     if (named.step != nullptr && ClassOfStep(*named.step) != named.type)
         return StepByAsking(object);
     if (named.step != nullptr && named.step->isLinked)
@@ -222,10 +223,10 @@ __attribute__((noinline)) const ConversionStep *StepOfClass(id object, Class typ
 }
 
 /// The class of the objects that have steps of their own, unless a class of its chain has an earlier step.
-/// These objects live for ever, so the class stays theirs.
+/// These objects live for ever, so their class stays the same.
 std::atomic<void *> gClassOfOwnObjects{nullptr};
 
-/// The step that is this very object's; null for any other.
+/// The step of this very object; null if it has none of its own.
 const ConversionStep *StepOfObject(id object)
 {
     for (const ConversionStep *step = kObjectsBegin; step != kObjectsEnd; ++step)
@@ -234,7 +235,7 @@ const ConversionStep *StepOfObject(id object)
     return nullptr;
 }
 
-/// The step of the object's class, or its own where that is the earlier one.
+/// The earlier of `stepOfClass`, the step of the object's class, and the object's own step.
 const ConversionStep *OwnStepOr(const ConversionStep *stepOfClass, id object, Class type)
 {
     const ConversionStep *const own = StepOfObject(object);
@@ -244,10 +245,11 @@ const ConversionStep *OwnStepOr(const ConversionStep *stepOfClass, id object, Cl
     return step;
 }
 
-/// The step of an object that no remembered place leads to.
+/// The step of an object about whose class nothing is remembered.
 __attribute__((noinline)) const ConversionStep *StepByLooking(id object, Class type)
 {
-    // The root class may go by the class that the object reports, which may change with the report.
+    // The root class may use the class that the object reports, and the object may report another one each
+    // time.
     if ([object class] != type || object_getClass(object) != type)
         return StepByAsking(object);
     return OwnStepOr(StepOfClass(object, type), object, type);

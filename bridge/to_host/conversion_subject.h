@@ -1,4 +1,4 @@
-// What the steps of the conversion to the host convert.
+// What a conversion step receives.
 #pragma once
 
 #include <objc/objc.h>
@@ -7,7 +7,7 @@
 
 struct ConversionSubject {
     id object;
-    /// The step's: the name of the Cocoa class that the object is of.
+    /// The name of the step's class, which the object is an instance of.
     const char *className;
     const EnclosingContainers *enclosing;
 };

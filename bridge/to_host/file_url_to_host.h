@@ -5,6 +5,6 @@
 
 @class NSURL;
 
-/// A new folder item for a file URL, also for an item that does not exist yet, if its folder does; with one
-/// reference for the caller. Null for any other URL.
+/// A new folder item for a file URL, even if the item does not exist yet, as long as its folder does; with
+/// one reference for the caller. Null for any other URL.
 REALobject NSURLRBFile(NSURL *url);

@@ -22,7 +22,7 @@ std::atomic<bool> doneGetTrueFolderItem{false};
 constexpr UInt32 kVolumeRootNodeID = 2;
 constexpr size_t kLongestPath = 4096;
 
-/// The host's function for a path, looked up at most once in the process; null where the host has none.
+/// The host's function for a path, looked up at most once in the process; null if the host lacks it.
 TrueFolderItemFunction FindGetTrueFolderItem()
 {
     if (!doneGetTrueFolderItem) {
@@ -33,14 +33,14 @@ TrueFolderItemFunction FindGetTrueFolderItem()
     return GetTrueFolderItem;
 }
 
-/// An existing item's parent and name. False for the root of a volume, and where either is unknown.
+/// Writes an existing item's parent and name. False for the root of a volume, and if either is unknown.
 bool FindParentAndName(const FSRef &item, FSRef &parent, HFSUniStr255 &name)
 {
     FSCatalogInfo catalog = {};
     if (FSGetCatalogInfo(&item, kFSCatInfoNodeID, &catalog, nullptr, nullptr, &parent) != noErr)
         return false;
     if (catalog.nodeID == kVolumeRootNodeID)
-        std::memset(&parent, 0, sizeof parent); // so that it is no parent below
+        std::memset(&parent, 0, sizeof parent); // so that it refers to nothing below
     const bool named = FSGetCatalogInfo(&item, kFSCatInfoNone, nullptr, &name, nullptr, nullptr) == noErr;
     return FSGetCatalogInfo(&parent, kFSCatInfoNone, nullptr, nullptr, nullptr, nullptr) == noErr && named;
 }
@@ -69,7 +69,7 @@ REALobject NewFolderItemOfExistingItem(const FSRef &item)
     return NewFolderItemByPath(item);
 }
 
-/// The name as the file system keeps it: decomposed, cut to what a name holds.
+/// Writes the name as the file system stores it: decomposed, and cut to the length that a name may have.
 void FillName(CFStringRef component, HFSUniStr255 &name)
 {
     constexpr CFIndex kLongestName = 255;

@@ -15,7 +15,7 @@ REALobject NewDouble(NSNumber *number)
 }
 
 constexpr struct {
-    /// A whole `objCType`.
+    /// The number's whole `objCType`.
     char letter;
     REALobject (*convert)(NSNumber *number);
 } kNumberTypes[] = {

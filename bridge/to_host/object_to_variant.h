@@ -7,6 +7,6 @@
 #include "frame/host_types.h"
 
 /// A host variant of a Cocoa object, with one reference for the caller; null for nil, for a container that
-/// encloses itself and for an object that has no host counterpart. Called on the thread on which the host
-/// called in. Cocoa exceptions pass.
+/// encloses itself and for an object that has no host counterpart. Called on the host's thread. Cocoa
+/// exceptions pass.
 REALobject NewVariantFromNSObject(id object, const EnclosingContainers *enclosing = nullptr);

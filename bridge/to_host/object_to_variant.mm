@@ -1,4 +1,4 @@
-// Turns a Cocoa object into a host value: a chain of tests whose order counts.
+// Turns a Cocoa object into a host value: a chain of tests whose order matters.
 #include "bridge/to_host/object_to_variant.h"
 
 #import <Foundation/Foundation.h>
@@ -28,7 +28,7 @@ id TheNull()
 }
 
 /// The wrapper of an object that reports a Core Foundation type, with one reference for the caller, or null.
-/// Nothing for any other object, and for one that raises.
+/// No value for any other object, and for one that raises.
 std::optional<REALobject> ConvertAsCoreFoundation(id object)
 {
     @try {

@@ -1,4 +1,4 @@
-// Turns the objects of the steps into values and wrappers.
+// Turns the subjects of the conversion steps into values and wrappers.
 #include "bridge/to_host/step_conversions.h"
 
 #import <Foundation/Foundation.h>

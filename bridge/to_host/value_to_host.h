@@ -6,5 +6,5 @@
 @class NSValue;
 
 /// A host instance for the structure that the value holds, by its `objCType`; with one reference for the
-/// caller, or as the family gives it for times. Null for other structures.
+/// caller, or, for times, as the family returns it. Null for other structures.
 REALobject NewInstanceFromNSValue(NSValue *value);

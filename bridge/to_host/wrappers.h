@@ -1,5 +1,5 @@
-// Host instances that wrap Cocoa objects: how they are made, and how they end.
-// Called on the thread on which the host called in. Cocoa exceptions pass.
+// Host instances that wrap Cocoa objects: how they are made, and how they end. Called on the host's thread.
+// Cocoa exceptions pass.
 #pragma once
 
 #include <objc/objc.h>
@@ -22,17 +22,17 @@ private:
     char text_[kLongestClassName + sizeof "QZL"] = {};
 };
 
-/// Makes the object, whose retain the instance takes over, the handle of the instance, and enters the pair in
-/// the registry. A nil object is stored, too, but not entered.
+/// Stores the object as the instance's handle and enters the pair in the registry. The instance takes over
+/// the object's retain. Nil is stored, too, but not entered.
 void AdoptHandle(REALobject instance, id __attribute__((ns_consumed)) retained);
 
-/// The wrapper that the registry knows for the object, or a new instance of the host class, registered; with
-/// one reference for the caller. Null for nil and where the host has no such class.
+/// The object's registered wrapper, or a new instance of the host class, registered; with one reference for
+/// the caller. Null for nil and if the host lacks the class.
 REALobject NewRegisteredWrapper(id object, const char *hostClassName);
 
 /// A new instance of the host class named after the object's class or the nearest superclass that has one,
-/// with one reference for the caller. Not registered. Null where no class of the chain has a host class, or
-/// when the object is not of `requiredClass`.
+/// with one reference for the caller. Not registered. Null if no class of the chain has a host class, or if
+/// the object is not an instance of `requiredClass`.
 REALobject NewNSObjectQZL(id object, Class requiredClass);
 
 /// The same for an object of any class.
@@ -41,6 +41,6 @@ REALobject NewWrapperOfAnyClass(id object);
 /// Constructor hook of the classes whose instances wrap a Cocoa object.
 void WrapperConstructorHook(REALobject instance);
 
-/// Destructor hook of the same classes: forgets the handle in the registry, releases it and clears it. After
-/// a Cocoa exception the handle stays.
+/// Destructor hook of the same classes: removes the handle from the registry, releases it and clears it.
+/// After a Cocoa exception the handle stays.
 void WrapperDestructorHook(REALobject instance);

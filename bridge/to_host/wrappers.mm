@@ -13,8 +13,8 @@
 
 namespace {
 
-/// A new instance of the first class of the object's chain that the host has a class for, if `accepts`
-/// agrees; with the object, retained, as its handle. Null where there is none.
+/// A new instance for the first class in the object's chain that has a host class, with the object, retained,
+/// as its handle. Null if there is no such class, or if `accepts` returns false.
 template <typename Accepts>
 REALobject NewWrapperAlongClassChain(id object, Accepts accepts)
 {
@@ -76,7 +76,7 @@ REALobject NewNSObjectQZL(id object, Class requiredClass)
 {
     if (object == nil || requiredClass == Nil)
         return nullptr;
-    // Asked once an instance exists; where the answer is no, that instance is left to the host.
+    // Checked only once an instance exists: an instance for an object of another class is left to the host.
     return NewWrapperAlongClassChain(object, [&] { return [object isKindOfClass:requiredClass]; });
 }
 
