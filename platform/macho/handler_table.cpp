@@ -2,56 +2,30 @@
 #include "platform/macho/handler_table.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <optional>
+
+#include "platform/macho/bytes.h"
 
 namespace macho {
 
 namespace {
 
-// How a value is written: its width in the lower four bits, what it counts from in the next three.
+// How a value is written: its width in the lower four bits, what it is relative to in the next three.
 constexpr uint8_t kOmitted = 0xFF, kWidthMask = 0x0F, kBaseMask = 0x70, kIndirect = 0x80;
 constexpr uint8_t kAbsolute = 0x00, kUnsignedLeb = 0x01, kUnsigned2 = 0x02, kUnsigned4 = 0x03,
                   kUnsigned8 = 0x04, kSigned4 = 0x0B, kSigned8 = 0x0C, kRelative = 0x10;
 
-/// The tables are part of code that has been taken in; a compiler that writes them otherwise is a mistake in
-/// this file.
-class Reader {
+/// Reads a table as a part of code that is trusted, so no end is checked: a compiler that writes tables
+/// otherwise is a mistake in this file.
+class Reader : public Cursor {
 public:
-    explicit Reader(const uint8_t *place) : place_(place) {}
+    explicit Reader(const uint8_t *place) : Cursor(Bytes(place, SIZE_MAX), "handler table"), begin_(place) {}
 
-    const uint8_t *Place() const { return place_; }
-    uint8_t Byte() { return *place_++; }
-
-    uint64_t UnsignedLeb()
-    {
-        uint64_t value = 0;
-        for (unsigned shift = 0;; shift += 7) {
-            const uint8_t byte = Byte();
-            value |= static_cast<uint64_t>(byte & 0x7F) << shift;
-            if ((byte & 0x80) == 0)
-                return value;
-        }
-    }
-
-    int64_t SignedLeb()
-    {
-        uint64_t value = 0;
-        unsigned shift = 0;
-        uint8_t byte = 0;
-        do {
-            byte = Byte();
-            value |= static_cast<uint64_t>(byte & 0x7F) << shift;
-            shift += 7;
-        } while ((byte & 0x80) != 0);
-        if (shift < 64 && (byte & 0x40) != 0)
-            value |= ~uint64_t{0} << shift;
-        return static_cast<int64_t>(value);
-    }
+    const uint8_t *Place() const { return begin_ + Position(); }
 
     uintptr_t Encoded(uint8_t encoding)
     {
-        const auto *const start = place_;
+        const auto *const start = Place();
         uintptr_t value = Number(encoding & kWidthMask);
         if (value == 0)
             return 0;
@@ -63,36 +37,27 @@ public:
     }
 
 private:
-    template <typename T>
-    T Fixed()
-    {
-        T value;
-        std::memcpy(&value, place_, sizeof value);
-        place_ += sizeof value;
-        return value;
-    }
-
     uintptr_t Number(uint8_t width)
     {
         switch (width) {
         case kUnsignedLeb:
-            return UnsignedLeb();
+            return NextUnsignedLeb();
         case kUnsigned2:
-            return Fixed<uint16_t>();
+            return Next<uint16_t>();
         case kUnsigned4:
-            return Fixed<uint32_t>();
+            return Next<uint32_t>();
         case kSigned4:
-            return static_cast<uintptr_t>(int64_t{Fixed<int32_t>()});
+            return static_cast<uintptr_t>(int64_t{Next<int32_t>()});
         case kAbsolute:
         case kUnsigned8:
         case kSigned8:
-            return Fixed<uintptr_t>();
+            return Next<uintptr_t>();
         default:
             std::abort();
         }
     }
 
-    const uint8_t *place_;
+    const uint8_t *begin_;
 };
 
 size_t WidthOf(uint8_t encoding)
@@ -108,12 +73,12 @@ size_t WidthOf(uint8_t encoding)
     }
 }
 
-/// Where a function's handled calls, actions and types stand.
+/// Where a function's handled calls, actions and types are.
 struct Tables {
     uintptr_t landingPadBase;
     uint8_t callSiteEncoding, typeEncoding;
     const uint8_t *callSites, *actions;
-    /// The types stand before it, counted backwards.
+    /// The end of the types, which are counted backwards.
     const uint8_t *types;
 };
 
@@ -121,21 +86,21 @@ Tables ReadHeader(const uint8_t *table, uintptr_t functionStart)
 {
     Reader reader(table);
     Tables tables = {};
-    const uint8_t baseEncoding = reader.Byte();
+    const uint8_t baseEncoding = reader.Next<uint8_t>();
     tables.landingPadBase = baseEncoding == kOmitted ? functionStart : reader.Encoded(baseEncoding);
-    tables.typeEncoding = reader.Byte();
+    tables.typeEncoding = reader.Next<uint8_t>();
     if (tables.typeEncoding != kOmitted) {
-        const uint64_t distance = reader.UnsignedLeb();
+        const uint64_t distance = reader.NextUnsignedLeb();
         tables.types = reader.Place() + distance;
     }
-    tables.callSiteEncoding = reader.Byte();
-    const uint64_t size = reader.UnsignedLeb();
+    tables.callSiteEncoding = reader.Next<uint8_t>();
+    const uint64_t size = reader.NextUnsignedLeb();
     tables.callSites = reader.Place();
     tables.actions = tables.callSites + size;
     return tables;
 }
 
-/// The selector of the first handler along a chain of actions that catches; 0 for clean-up; nothing where the
+/// The selector of the first handler along a chain of actions that catches; 0 for clean-up; none if the
 /// function lets the exception pass.
 std::optional<int64_t> ChooseSelector(const Tables &tables, uint64_t action,
                                       const std::function<bool(const void *)> &catches)
@@ -144,10 +109,10 @@ std::optional<int64_t> ChooseSelector(const Tables &tables, uint64_t action,
     const uint8_t *place = tables.actions + action - 1;
     for (;;) {
         Reader reader(place);
-        const int64_t filter = reader.SignedLeb();
+        const int64_t filter = reader.NextSignedLeb();
         const uint8_t *const nextFrom = reader.Place();
-        const int64_t next = reader.SignedLeb();
-        // Below 0 stand lists of exceptions that a function may let out, which Objective-C has not.
+        const int64_t next = reader.NextSignedLeb();
+        // Below 0 are lists of the exceptions that a function may throw, which Objective-C lacks.
         if (filter == 0) {
             cleanUp = 0;
         } else if (filter > 0) {
@@ -173,7 +138,7 @@ Handler FindHandler(const uint8_t *table, uintptr_t functionStart, uintptr_t pla
         const uintptr_t start = functionStart + reader.Encoded(tables.callSiteEncoding);
         const uintptr_t length = reader.Encoded(tables.callSiteEncoding);
         const uintptr_t landingPad = reader.Encoded(tables.callSiteEncoding);
-        const uint64_t action = reader.UnsignedLeb();
+        const uint64_t action = reader.NextUnsignedLeb();
         if (place < start)
             break;
         if (place - start >= length)
