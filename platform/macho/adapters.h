@@ -1,10 +1,8 @@
-// Functions and data of macOS's libraries that this platform has not, for code of an image.
+// Functions and data of macOS's libraries that this platform lacks, for the code of an image.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-
-#include "platform/macho/dispatch.h"
 
 // Each does what the function of its name does on macOS.
 extern "C" {
@@ -23,11 +21,11 @@ void machoBzero(void *memory, size_t size);
 int machoAtExit(void (*function)());
 void machoMemsetPattern16(void *memory, const void *pattern, size_t size);
 size_t machoStrlcpy(char *destination, const char *source, size_t size);
-/// All binds are made on loading, so that no code gets here: ends the process.
+/// Ends the process. No code gets here, since all binds are made on loading.
 [[noreturn]] void machoStubBinder();
 
-/// Compared by functions that guard their stack: any value that is not easily guessed.
+/// What functions guard their stack with: any value that is not easily guessed.
 extern const uintptr_t machoStackGuard;
-/// Something to point to for what is not used here.
+/// The target of pointers that nothing here follows.
 extern const uintptr_t machoUnused[8];
 }

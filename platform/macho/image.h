@@ -1,7 +1,6 @@
-// What a Mach-O dylib says of itself: segments, fixups and exports, all checked against the file.
+// The contents of a Mach-O dylib: segments, fixups and exports, all checked against the file.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,12 +9,12 @@
 
 namespace macho {
 
-// Addresses are those that the linker gave out: the loader adds where the image lies.
+// Addresses are the linker's: the loader adds the distance to where the image lies.
 
 struct Segment {
     std::string name;
     uint64_t address = 0, size = 0;
-    /// What the file has of it; the rest is zero.
+    /// The part that is in the file; the rest is zero.
     Bytes content;
     bool isReadable = false, isWritable = false, isExecutable = false;
 };
@@ -28,12 +27,6 @@ struct Section {
     uint8_t type = 0;
 };
 
-/// A library that the image was linked against.
-struct Dylib {
-    std::string installName;
-    bool isWeak = false;
-};
-
 /// A pointer into the image itself.
 struct Rebase {
     uint64_t address = 0;
@@ -41,7 +34,7 @@ struct Rebase {
     uint64_t target = 0;
 };
 
-/// Where a symbol is looked up, if not in one of the dylibs.
+/// The ordinals of the places other than dylibs in which a symbol is looked up.
 inline constexpr int kBindToSelf = 0, kBindToMainExecutable = -1, kBindFlat = -2, kBindWeak = -3;
 
 /// A pointer to what another library exports.
@@ -51,7 +44,7 @@ struct Bind {
     /// Counted from 1 in the order of Image::dylibs; or one of the codes above.
     int ordinal = 0;
     int64_t addend = 0;
-    /// Null where the symbol is missing.
+    /// Whether a missing symbol becomes null instead of an error.
     bool isWeakImport = false;
 };
 
@@ -62,10 +55,10 @@ struct Export {
 
 /// Borrows from the file's bytes.
 struct Image {
-    std::string installName;
     std::vector<Segment> segments;
     std::vector<Section> sections;
-    std::vector<Dylib> dylibs;
+    /// The install names of the libraries that the image was linked against.
+    std::vector<std::string> dylibs;
     std::vector<Rebase> rebases;
     std::vector<Bind> binds;
     std::vector<Export> exports;
@@ -75,11 +68,11 @@ struct Image {
     /// Null without such a section.
     const Section *FindSection(std::string_view segment, std::string_view name) const;
     const Export *FindExport(std::string_view name) const;
-    /// What the file has at an address; throws LoadError unless so many bytes lie in one segment's content.
+    /// The file's bytes at an address; throws LoadError unless they lie in one segment's content.
     Bytes ContentAt(uint64_t address, uint64_t size, std::string_view what) const;
     /// Whether a bind may have this ordinal.
     bool HasLibrary(int ordinal) const;
-    /// The segment in whose memory these bytes lie; throws LoadError.
+    /// The segment whose memory has these bytes; throws LoadError if none has.
     const Segment &SegmentAt(uint64_t address, uint64_t size, std::string_view what) const;
 };
 

@@ -2,6 +2,7 @@
 #include "platform/macho/image_reader.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "platform/macho/exports.h"
 #include "platform/macho/fixups.h"
@@ -12,10 +13,10 @@ namespace macho {
 namespace {
 
 constexpr uint64_t kPageSize = 0x1000;
-/// More than any image that this loader is for; less than an overflow away from the end of memory.
+/// Higher than any image that this loader is for, and low enough that sums do not overflow.
 constexpr uint64_t kHighestAddress = uint64_t{1} << 40;
 
-/// A name in 16 bytes, with a NUL behind it if there is room.
+/// A name in 16 bytes, followed by a NUL if there is room.
 std::string FixedName(const char (&name)[16])
 {
     return std::string(name, strnlen(name, sizeof name));
@@ -32,7 +33,7 @@ bool Overlap(uint64_t begin, uint64_t size, uint64_t otherBegin, uint64_t otherS
     return size != 0 && otherSize != 0 && begin < otherBegin + otherSize && otherBegin < begin + size;
 }
 
-/// The tables of which load commands say where they lie.
+/// The tables whose places load commands give.
 struct Tables {
     std::optional<format::DyldInfoCommand> dyldInfo;
     std::optional<format::LinkeditDataCommand> chainedFixups;
@@ -109,12 +110,9 @@ void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables 
     case commands::Segment64:
         ReadSegment(command, file, image);
         break;
-    case commands::IdDylib:
-        image.installName = ReadDylibName(command);
-        break;
     case commands::LoadDylib:
     case commands::LoadWeakDylib:
-        image.dylibs.push_back({ReadDylibName(command), code == commands::LoadWeakDylib});
+        image.dylibs.push_back(ReadDylibName(command));
         break;
     case commands::DyldInfo:
     case commands::DyldInfoOnly:
@@ -126,9 +124,10 @@ void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables 
     case commands::ExportsTrie:
         tables.exportsTrie = command.Read<format::LinkeditDataCommand>(0, "exports trie command");
         break;
-    // Of use to debuggers and to the linker only.
+    // For debuggers and linkers only.
     case commands::Symtab:
     case commands::Dysymtab:
+    case commands::IdDylib:
     case commands::Uuid:
     case commands::FunctionStarts:
     case commands::DataInCode:

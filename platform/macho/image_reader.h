@@ -5,8 +5,8 @@
 
 namespace macho {
 
-/// Reads a file for x86-64. Throws LoadError for everything that is not as it should be, or that this
-/// loader does not do: thread-local variables, re-exports, and code that is encrypted among them.
+/// Reads a file for x86-64. Throws LoadError for a malformed file, and for what this loader does not support,
+/// such as thread-local variables, re-exports and encrypted code.
 Image ParseImage(Bytes file);
 
 } // namespace macho

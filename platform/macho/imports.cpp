@@ -1,5 +1,5 @@
 // What the imports of an image are bound to: an explicit table, since the process has many names that macOS
-// has not.
+// lacks.
 #include "platform/macho/imports.h"
 
 #include <dlfcn.h>
@@ -9,6 +9,7 @@
 #include <map>
 
 #include "platform/macho/adapters.h"
+#include "platform/macho/dispatch.h"
 #include "platform/macho/exceptions.h"
 
 namespace macho {
@@ -153,7 +154,7 @@ const void *AddressOf(Function *function)
     return reinterpret_cast<const void *>(function);
 }
 
-/// What the process has not, or under another name, or with another meaning.
+/// What the process lacks, or has under another name or with another meaning.
 const std::map<std::string_view, const void *> &Adapters()
 {
     static const auto &adapters = *new std::map<std::string_view, const void *>{
@@ -176,7 +177,7 @@ const std::map<std::string_view, const void *> &Adapters()
         {"_objc_autoreleasePoolPop", AddressOf(machoPopPool)},
         {"__objc_empty_cache", &machoUnused},
         {"__objc_empty_vtable", &machoUnused},
-        // Read by nobody: the constant strings that it marks are written anew.
+        // Nobody reads it: the constant strings that it marks are replaced.
         {"___CFConstantStringClassReference", &machoUnused},
         {"__ZNSt9bad_allocC1Ev", AddressOf(machoConstructBadAlloc)},
         {"___bzero", AddressOf(machoBzero)},
@@ -210,7 +211,7 @@ uint64_t MetaclassNamed(std::string_view name)
     return type == 0 ? 0 : reinterpret_cast<uint64_t>(object_getClass(reinterpret_cast<id>(type)));
 }
 
-/// 0 for what nothing here stands for.
+/// The address that a symbol is bound to; 0 if it has no counterpart here.
 uint64_t AddressFor(std::string_view symbol)
 {
     if (StartsWith(symbol, kClass))
@@ -240,7 +241,7 @@ uint64_t ResolveImport(const Bind &bind, const Image &image)
     const std::string symbol(bind.symbol);
     uint64_t address = 0;
     if (bind.ordinal == kBindFlat) {
-        // Of all the process: what code that was compiled with the sanitizer calls, and nothing else.
+        // Only what code that was compiled with the sanitizer calls.
         address = StartsWith(symbol, kSanitizer) ? InProcess(symbol) : 0;
         if (address == 0 && !bind.isWeakImport)
             throw LoadError("import " + symbol + " from anywhere is not supported");
@@ -249,7 +250,7 @@ uint64_t ResolveImport(const Bind &bind, const Image &image)
     if (bind.ordinal <= 0)
         throw LoadError("import " + symbol + ": library ordinal " + std::to_string(bind.ordinal) +
                         " is not supported");
-    const std::string &library = image.dylibs[static_cast<size_t>(bind.ordinal) - 1].installName;
+    const std::string &library = image.dylibs[static_cast<size_t>(bind.ordinal) - 1];
     if (!IsExported(library, symbol)) {
         if (bind.isWeakImport)
             return 0;
@@ -257,7 +258,7 @@ uint64_t ResolveImport(const Bind &bind, const Image &image)
     }
     address = AddressFor(symbol);
     if (address == 0 && !bind.isWeakImport)
-        throw LoadError("import " + symbol + " from " + library + ": nothing here stands for it");
+        throw LoadError("import " + symbol + " from " + library + ": it has no counterpart here");
     return address;
 }
 

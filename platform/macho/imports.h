@@ -9,15 +9,15 @@
 
 namespace macho {
 
-/// The address for a bind, without its addend; 0 for a weak import that is missing. Throws LoadError for one
-/// that the stub of its library does not export, and for one that nothing here stands for. `ownExport`
-/// answers what the image itself exports, for binds to itself.
+/// The address for a bind to a library, without its addend; 0 for a weak import that is missing. Throws
+/// LoadError for a symbol that the stub of its library does not export, and for one without a counterpart
+/// here.
 uint64_t ResolveImport(const Bind &bind, const Image &image);
 
-/// The names of all symbols that are bound to something here, but for classes and their exception types.
+/// The names of all symbols that have a counterpart here, except for classes and their exception types.
 std::vector<std::string_view> BoundSymbols();
 
-/// A library that there is a stub of, and a symbol that programs may take from it.
+/// A library that has a stub, and a symbol that programs may import from it.
 struct StubExport {
     std::string_view library, symbol;
 };

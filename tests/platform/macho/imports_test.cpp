@@ -21,7 +21,7 @@ constexpr char kCocoa[] = "/System/Library/Frameworks/Cocoa.framework/Versions/A
 uint64_t Resolve(const std::string &symbol, const std::string &library, bool isWeakImport = false)
 {
     Image image;
-    image.dylibs = {{library, false}};
+    image.dylibs = {library};
     return macho::ResolveImport({0, symbol, 1, 0, isWeakImport}, image);
 }
 

@@ -26,7 +26,7 @@ protected:
         image_.end = 0x3000;
         image_.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(), true, false, true},
                            {"__DATA", kData, 0x1000, Bytes(content_, sizeof content_), true, true, false}};
-        image_.dylibs = {{"/one", false}, {"/two", true}};
+        image_.dylibs = {"/one", "/two"};
     }
 
     /// The offsets of the rebased pointers in the segment of data.
