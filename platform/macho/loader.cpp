@@ -18,6 +18,14 @@
 extern "C" __attribute__((weak)) void RegisterRootRegion(const void *begin,
                                                          size_t size) __asm__("__lsan_register_root_region");
 
+/// Called after a dylib was loaded and before its code runs: a debugger stops here and adds the slide to the
+/// linker's addresses.
+extern "C" __attribute__((noinline)) void MachoDylibLoaded(const char *path, uint64_t slide)
+{
+    // Keeps the arguments at hand.
+    asm volatile("" : : "r"(path), "r"(slide) : "memory");
+}
+
 namespace macho {
 
 struct LoadedDylib {
@@ -55,12 +63,12 @@ void ApplyFixups(const Image &image, const MappedImage &memory)
         } else {
             target = ResolveImport(bind, image);
         }
-        // What is missing stays null whatever is added.
+        // A missing symbol stays null, whatever is added.
         SetPointer(memory, bind.address, target == 0 ? 0 : target + static_cast<uint64_t>(bind.addend));
     }
 }
 
-/// What the image's variables point to has not leaked.
+/// Makes the leak checker count what the image's variables point to as reachable.
 void ShowVariablesToLeakChecker(const Image &image, const MappedImage &memory)
 {
     if (RegisterRootRegion == nullptr)
@@ -94,7 +102,8 @@ void Load(const std::string &path, LoadedDylib &dylib)
     dylib.memory->Protect();
     RegisterFrames(frames, *dylib.memory);
     ShowVariablesToLeakChecker(dylib.image, *dylib.memory);
-    MachoDylibLoaded(path.c_str(), SlideOf(dylib));
+    const uint64_t begin = dylib.image.begin;
+    MachoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory->At(begin)) - begin);
     SendObjcLoad(dylib.image, *dylib.memory);
     RunInitializers(dylib.image, *dylib.memory);
 }
@@ -111,8 +120,8 @@ bool IsMachO(const std::string &path)
 
 LoadedDylib &LoadDylib(const std::string &path)
 {
-    // Kept for ever: its code may be on any stack, and the runtime points into it, even if it failed
-    // half-way.
+    // Kept for ever, even if loading failed half-way: the dylib's code may be on any stack, and the runtime
+    // points into it.
     static auto &loaded = *new std::vector<std::unique_ptr<LoadedDylib>>;
     LoadedDylib &dylib = *loaded.emplace_back(std::make_unique<LoadedDylib>());
     try {
@@ -129,15 +138,4 @@ void *FindSymbol(const LoadedDylib &dylib, const std::string &name)
     return found == nullptr ? nullptr : dylib.memory->At(found->address);
 }
 
-uint64_t SlideOf(const LoadedDylib &dylib)
-{
-    return reinterpret_cast<uint64_t>(dylib.memory->At(dylib.image.begin)) - dylib.image.begin;
-}
-
 } // namespace macho
-
-__attribute__((noinline)) void MachoDylibLoaded(const char *path, uint64_t slide)
-{
-    // Nothing but a place to stop at, with its arguments at hand.
-    asm volatile("" : : "r"(path), "r"(slide) : "memory");
-}
