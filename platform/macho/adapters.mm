@@ -1,4 +1,4 @@
-// Functions and data of macOS's libraries that this platform has not.
+// Functions and data of macOS's libraries that this platform lacks.
 #include "platform/macho/adapters.h"
 
 #import <Foundation/Foundation.h>

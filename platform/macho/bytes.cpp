@@ -1,4 +1,4 @@
-// Reads a file's bytes, each access checked against what is there.
+// Reads a file's bytes; each access is checked against the file's end.
 #include "platform/macho/bytes.h"
 
 namespace macho {

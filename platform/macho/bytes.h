@@ -1,4 +1,4 @@
-// Reads a file's bytes, each access checked against what is there.
+// Reads a file's bytes; each access is checked against the file's end.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// As in 0x1f0.
+/// The number in the form 0x1f0.
 std::string Hex(uint64_t number);
 
 /// A borrowed run of bytes. Reads beyond it throw LoadError, whose text begins with `what`.
@@ -37,7 +37,7 @@ public:
         return value;
     }
 
-    /// Up to its NUL, which must be there.
+    /// The string up to its NUL, without which it throws LoadError.
     std::string_view CString(uint64_t offset, std::string_view what) const;
 
 private:
@@ -45,7 +45,7 @@ private:
     uint64_t size_ = 0;
 };
 
-/// Reads one thing after the other.
+/// Reads values one after the other.
 class Cursor {
 public:
     Cursor(Bytes bytes, std::string_view what, uint64_t position = 0)
@@ -65,11 +65,11 @@ public:
     }
 
     std::string_view NextCString();
-    /// At most 64 bits wide; wider ones throw.
+    /// LEB128 numbers of at most 64 bits; wider ones throw LoadError.
     uint64_t NextUnsignedLeb();
     int64_t NextSignedLeb();
 
-    /// Throws LoadError that says where this is.
+    /// Throws LoadError with the reason and the position.
     [[noreturn]] void Fail(const std::string &reason) const;
 
 private:

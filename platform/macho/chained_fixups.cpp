@@ -1,4 +1,4 @@
-// Reads fixups that are chained: each pointer says what it is to be and how far it is to the next one.
+// Reads chained fixups: each pointer says what it becomes and how far away the next one is.
 #include "platform/macho/fixups.h"
 #include "platform/macho/format.h"
 
@@ -23,7 +23,7 @@ std::vector<Bind> ReadImports(Bytes table, const format::ChainedFixupsHeader &he
     const Bytes symbols = table.Slice(
         header.symbolsOffset, table.Size() - std::min<uint64_t>(header.symbolsOffset, table.Size()), what);
     Cursor cursor(table, what, header.importsOffset);
-    // No more than the table has room for.
+    // No more than fit into the table.
     if (header.importCount > table.Size() / sizeof(uint32_t))
         cursor.Fail("there are " + Hex(header.importCount) + " of them");
     std::vector<Bind> imports;
@@ -59,7 +59,7 @@ std::vector<Bind> ReadImports(Bytes table, const format::ChainedFixupsHeader &he
     return imports;
 }
 
-/// Follows one chain from `offset` in the segment on, to its end.
+/// Follows one chain from `offset` in the segment to its end.
 void ReadChain(const Segment &segment, uint64_t offset, uint16_t pointerFormat,
                const std::vector<Bind> &imports, Image &image)
 {
@@ -99,7 +99,7 @@ void ReadSegmentChains(Bytes table, uint64_t startsOffset, const Segment &segmen
         throw LoadError(what + ": pointer format " + std::to_string(starts.pointerFormat) +
                         " is not supported");
     if (image.begin + starts.segmentOffset != segment.address)
-        throw LoadError(what + ": they are another segment's");
+        throw LoadError(what + ": they belong to another segment");
     if (!segment.isWritable)
         throw LoadError(what + ": the segment is not writable");
     for (uint64_t page = 0; page < starts.pageCount; ++page) {

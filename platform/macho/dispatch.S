@@ -1,9 +1,9 @@
-// The message-sending entry points: they keep every argument register, look the method up, and jump to it.
+// The message-sending entry points: they preserve every argument register, look the method up, and jump to it.
     .intel_syntax noprefix
     .text
 
-// Keeps the registers that may hold arguments, calls `lookup` with the receiver and the selector, and gives the
-// registers back. The method is then in r11. The stack is aligned as at a call.
+// Saves the registers that may hold arguments, calls `lookup` with the receiver and the selector, and restores the
+// registers. Leaves the method in r11, and the stack aligned as at a call.
     .macro LOOK_UP lookup, first, second
     push rbp
     .cfi_def_cfa_offset 16
@@ -63,7 +63,7 @@
     .size \name, . - \name
     .endm
 
-// id machoMsgSend(id receiver, SEL selector, ...): nil answers 0, in each register that may hold a result.
+// id machoMsgSend(id receiver, SEL selector, ...): nil returns 0, in each register that may hold a result.
     ENTRY machoMsgSend
     test rdi, rdi
     jz 1f

@@ -7,12 +7,12 @@ void machoMsgSend();
 void machoMsgSendStret();
 void machoMsgSendSuper2();
 
-/// The method that a message to a receiver, which is not nil, runs.
+/// The method that a message to a receiver other than nil runs.
 void *machoLookUp(void *receiver, void *selector);
-/// The method that a message to the superclass runs.
 struct machoSuper {
     void *receiver;
     void *type;
 };
+/// The method that a message to the superclass of `type` runs.
 void *machoLookUpSuper(const machoSuper *super, void *selector);
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr uint8_t kOmitted = 0xFF, kPointer = 0x00, kRelativePointer = 0x10, kRelativeSlot = 0x9B;
 
-/// One record of the section: its bytes from behind the length on.
+/// One record of the section: its bytes after the length.
 struct Record {
     Bytes bytes;
     /// Where `bytes` begins.
@@ -33,7 +33,7 @@ private:
     const Section *section_;
 };
 
-/// Reads what stands in a record, with the pointers that are written relative to themselves.
+/// Reads the contents of a record, including pointers that are relative to their own place.
 class RecordReader {
 public:
     explicit RecordReader(const Record &record) : record_(record), cursor_(record.bytes, "__eh_frame") {}
@@ -69,7 +69,7 @@ private:
     Cursor cursor_;
 };
 
-/// What entries have in common (CIE).
+/// What several entries share (CIE).
 struct Common {
     uint8_t pointerEncoding = kPointer, tableEncoding = kOmitted;
     bool hasAugmentation = false;
@@ -83,7 +83,7 @@ Common ReadCommon(const Record &record)
     Cursor &cursor = reader.Plain();
     Common common;
     if (cursor.Next<uint32_t>() != 0)
-        cursor.Fail("an entry refers to no common one");
+        cursor.Fail("an entry does not refer to a common one");
     if (cursor.Next<uint8_t>() != 1)
         cursor.Fail("an unknown version");
     const std::string_view augmentation = cursor.NextCString();
@@ -147,9 +147,9 @@ UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset)
     RecordReader reader(section.At(offset));
     Cursor &cursor = reader.Plain();
     const auto distance = cursor.Next<uint32_t>();
-    // Counted back from its own place, which is behind the length.
+    // Counted back from its own place, right after the length.
     if (distance == 0 || distance > offset + sizeof(uint32_t))
-        cursor.Fail("an entry's common one is not there");
+        cursor.Fail("an entry lacks its common one");
     const Common common = ReadCommon(section.At(offset + sizeof(uint32_t) - distance));
 
     UnwindEntry entry;

@@ -1,4 +1,4 @@
-// DWARF call-frame information: reading one entry, and the words it is written in.
+// DWARF call-frame information: reads an entry, and names what entries are written with.
 #pragma once
 
 #include <vector>
@@ -7,11 +7,12 @@
 
 namespace macho {
 
-/// One function, in DWARF's words. Its rules begin at a call: the frame's address is rsp + 8, and the return
-/// address lies right below.
+/// How one function is unwound, as DWARF says it. The instructions start from the rules at a call: the
+/// frame's address is rsp + 8, and the return address lies right below.
 struct UnwindEntry {
     uint64_t begin = 0, end = 0;
-    /// Where the address of its personality routine stands, and where its table of handlers is; 0 for none.
+    /// Where the address of the function's personality routine is, and where its table of handlers is; 0 for
+    /// none.
     uint64_t personalitySlot = 0, handlerTable = 0;
     /// DWARF call-frame instructions, for a code alignment of 1 and a data alignment of -8.
     std::vector<uint8_t> instructions;

@@ -1,5 +1,5 @@
-// Exceptions in code of an image. Those of Objective-C are the platform's own, thrown by its runtime; the
-// image's handlers are described in the image's way.
+// Handles exceptions in code of an image. Objective-C exceptions are the platform's own, thrown by its
+// runtime; the image's handlers are described in Mach-O's way.
 #include "platform/macho/exceptions.h"
 
 #include <cxxabi.h>
@@ -24,9 +24,9 @@ namespace macho {
 
 namespace {
 
-/// What the platform's runtime marks its exceptions with.
+/// The mark of the exceptions of the platform's Objective-C runtime.
 constexpr _Unwind_Exception_Class kObjcException = 0x474E55434F424A43; // GNUCOBJC
-/// And the C++ library, but for the lowest byte.
+/// The mark of the C++ library's exceptions, apart from the lowest byte.
 constexpr _Unwind_Exception_Class kCxxException = 0x474E5543432B2B00; // GNUCC++
 constexpr _Unwind_Exception_Class kCxxMask = ~_Unwind_Exception_Class{0xFF};
 
@@ -36,8 +36,8 @@ struct ObjcException {
     id object;
 };
 
-/// The type of a handler: the function table, a name, and a class, which is null for id. The C++ library may
-/// ask one of these whether it catches a C++ exception.
+/// The type of a handler: the vtable, a name, and a class, which is null for id. The C++ library may call
+/// `__do_catch` of one of these for a C++ exception.
 class ExceptionType : public std::type_info {
 public:
     ExceptionType(const char *name, Class type) : std::type_info(name), class_(type) {}
@@ -59,7 +59,7 @@ private:
     Class class_;
 };
 
-/// What a thread's handlers have caught and not ended, the innermost last.
+/// The exceptions that a thread's handlers have caught and not ended, the innermost last.
 struct Caught {
     _Unwind_Exception *exception;
     bool isCxx;
@@ -85,16 +85,12 @@ const void *ExceptionTypeOf(std::string_view className)
     const Class type = name == "id" ? nullptr : objc_getClass(name.c_str());
     if (type == nullptr && name != "id")
         return nullptr;
-    const auto entry = types
-                           .emplace(std::piecewise_construct, std::forward_as_tuple(name),
-                                    std::forward_as_tuple(nullptr, type))
-                           .first;
-    return &entry->second;
+    return &types.try_emplace(name, nullptr, type).first->second;
 }
 
 const void *ExceptionTypeVtable()
 {
-    // The pointer in an object leads behind two words that the table begins with.
+    // The pointer in an object points past the first two words of the vtable.
     const void *const *const vtable = *static_cast<const void *const *const *>(ExceptionTypeOf("id"));
     return vtable - 2;
 }
@@ -156,7 +152,7 @@ void machoObjcRethrow()
         abi::__cxa_rethrow();
     caught.isRethrown = true;
     _Unwind_Resume_or_Rethrow(caught.exception);
-    std::terminate(); // nobody catches it
+    std::terminate(); // returns only if nobody catches it
 }
 
 void machoObjcTerminate()

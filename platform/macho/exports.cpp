@@ -1,4 +1,4 @@
-// Reads the exports, which are the leaves of a tree whose edges are pieces of their names.
+// Reads the exports: a trie whose edges are pieces of their names.
 #include "platform/macho/exports.h"
 
 #include <set>
@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view kWhat = "exports trie";
 constexpr size_t kLongestName = 4096;
 
-/// A node that is still to be read, and the name that leads to it.
+/// A node that is still to be read, and the name that the edges to it spell.
 struct Node {
     uint64_t offset;
     std::string name;
@@ -54,7 +54,7 @@ void ReadExports(Bytes trie, Image &image)
         for (unsigned i = 0; i < count; ++i) {
             const std::string edge(children.NextCString());
             const uint64_t offset = children.NextUnsignedLeb();
-            // A node that is reached twice would go on for ever.
+            // A loop in the trie would never end.
             if (!known.insert(offset).second)
                 children.Fail("two edges lead to one node");
             if (node.name.size() + edge.size() > kLongestName)

@@ -5,7 +5,7 @@
 
 namespace macho {
 
-/// Adds what the trie holds to the image, in the trie's order. LoadError for what is wrong with it.
+/// Adds the trie's exports to the image, in the trie's order. Throws LoadError for a malformed trie.
 void ReadExports(Bytes trie, Image &image);
 
 } // namespace macho

@@ -1,4 +1,4 @@
-// Reads rebases and binds, which are written as opcodes or as chains through the pointers themselves.
+// Reads rebases and binds that are written as opcodes.
 #include "platform/macho/fixups.h"
 
 #include "platform/macho/format.h"
@@ -9,8 +9,7 @@ namespace {
 
 constexpr uint64_t kPointerSize = sizeof(uint64_t);
 
-/// The place that the opcodes speak of. It may lie anywhere between two pointers, but no pointer outside its
-/// segment.
+/// The place that the opcodes refer to. It may lie anywhere, except when a pointer is read or written there.
 class Place {
 public:
     Place(const Image &image, const Cursor &cursor) : image_(image), cursor_(cursor) {}
@@ -25,7 +24,7 @@ public:
 
     void Advance(uint64_t distance) { offset_ += distance; }
 
-    /// The address of the pointer here. It must be one that is written to.
+    /// The address of the pointer here, which must lie in a writable segment.
     uint64_t Address() const
     {
         if (segment_ == nullptr)
@@ -52,8 +51,8 @@ void RequirePointerType(uint8_t type, const Cursor &cursor)
         cursor.Fail("fixups of type " + std::to_string(type) + " are not supported");
 }
 
-/// Hands the addresses of so many pointers to `add`, with so many bytes between them. More fixups than the
-/// file has pointers are a mistake, and might have no end.
+/// Calls `add` with the addresses of `times` pointers, which are `skipped` bytes apart. More fixups than the
+/// file has pointers are an error, and might never end.
 template <typename Add>
 void ForPointers(Place &place, uint64_t times, uint64_t skipped, const Image &image, const Cursor &cursor,
                  Add add)
@@ -87,7 +86,7 @@ struct BindState {
     bool isWeakImport = false;
 };
 
-/// Ordinals below 0 are written in four bits.
+/// Ordinals below 0 have four bits.
 int SpecialOrdinal(uint8_t operand)
 {
     return operand == 0 ? 0 : static_cast<int8_t>(operand | format::kOpcodeMask);

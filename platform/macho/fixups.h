@@ -1,4 +1,4 @@
-// Which pointers of an image have to be set when it is loaded.
+// The pointers of an image that have to be set when it is loaded.
 #pragma once
 
 #include "platform/macho/image.h"
@@ -7,8 +7,8 @@ namespace macho {
 
 enum class BindTable { Ordinary, Lazy };
 
-// Each adds what a table in the file says to the image, whose segments and dylibs are known. The symbols'
-// names borrow from the table. LoadError for what is wrong with it.
+// Each adds the fixups of a table in the file to the image, whose segments and dylibs are already known. The
+// symbols' names borrow from the table. Throws LoadError for a malformed table.
 
 void ReadRebases(Bytes table, Image &image);
 void ReadBinds(Bytes table, BindTable kind, Image &image);

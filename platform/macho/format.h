@@ -1,5 +1,4 @@
-// The Mach-O file format, as far as x86-64 dylibs use it: the structures that lie in the file, and their
-// codes.
+// The Mach-O file format, as far as x86-64 dylibs use it: the structures in the file, and their codes.
 #pragma once
 
 #include <cstdint>
@@ -102,7 +101,7 @@ struct ChainedStartsInSegment {
 static_assert(sizeof(ChainedStartsInSegment) == 24, "the page starts begin 22 bytes in");
 inline constexpr uint64_t kPageStartsOffset = 22;
 
-// Flags in the export trie: of what may be set here, all.
+// The flags in the export trie that the loader supports.
 inline constexpr uint64_t kExportRegular = 0, kExportWeak = 4;
 
 } // namespace macho::format

@@ -17,7 +17,7 @@ constexpr size_t kAlignment = 8;
 /// Builds the section.
 class Writer {
 public:
-    /// Writes what entries with this personality routine have in common, once.
+    /// The offset of what entries with this personality routine share, which is written once.
     size_t CommonFor(uint64_t personality)
     {
         if (const auto known = common_.find(personality); known != common_.end())
@@ -66,7 +66,7 @@ public:
         End(start);
     }
 
-    /// The section, which ends with a record of no length.
+    /// The section, which ends with a record of length 0.
     std::vector<uint8_t> Take()
     {
         Append(uint32_t{0});

@@ -1,4 +1,4 @@
-// Makes the functions of an image known to the unwinder of this platform.
+// Registers the functions of an image with the unwinder of this platform.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace macho {
 
-/// The image's pointers are set already. What is registered stays.
+/// Registers the entries for good. The image's pointers are already set.
 void RegisterFrames(const std::vector<UnwindEntry> &entries, const MappedImage &memory);
 
 } // namespace macho

@@ -1,8 +1,8 @@
 """Source-level debugging of Mach-O dylibs that the loader runs: source this file in gdb before the program runs.
 
 gdb does not read Mach-O. For each dylib that is loaded the debugging companion (.dSYM) beside it is copied into an ELF
-file, and added at the place where the dylib lies. Functions of Objective-C++ files go by their mangled names in gdb, so
-stop at a line: break NSNotificationObserverQZL.mm:90
+file, and added at the place where the dylib lies. gdb knows functions of Objective-C++ files by their mangled names, so
+stop at a line: break NSNotificationObserver.mm:32
 """
 
 import os
@@ -12,7 +12,7 @@ import tempfile
 import gdb
 
 SOURCES = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
-# What the compiler wrote for the folder that it worked in.
+# The compiler's working folder, as it is named in the debugging information.
 COMPILATION_FOLDER = "build"
 
 SEGMENT_64 = 0x19

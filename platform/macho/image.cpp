@@ -1,4 +1,4 @@
-// What is looked up in an image.
+// Looks up parts of an image.
 #include "platform/macho/image.h"
 
 #include <algorithm>

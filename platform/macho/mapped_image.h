@@ -8,16 +8,16 @@ namespace macho {
 /// Memory for an image, unmapped in the destructor.
 class MappedImage {
 public:
-    /// Reserves the memory and fills it as the file says; nothing is fixed up yet, all of it is writable. The
-    /// image outlives this. Throws LoadError.
+    /// Reserves the memory and fills it from the file; nothing is fixed up yet, and all of it is writable.
+    /// The image must outlive this. Throws LoadError.
     explicit MappedImage(const Image &image);
     ~MappedImage();
     MappedImage(const MappedImage &) = delete;
     MappedImage &operator=(const MappedImage &) = delete;
 
-    /// Where an address of the image lies.
+    /// The place in memory of an address of the image.
     void *At(uint64_t address) const { return base_ + (address - image_.begin); }
-    /// The other way round.
+    /// The address of a place in memory.
     uint64_t AddressOf(const void *place) const
     {
         return static_cast<uint64_t>(static_cast<const uint8_t *>(place) - base_) + image_.begin;
@@ -37,7 +37,7 @@ public:
         return value;
     }
 
-    /// The string there. Throws LoadError unless it lies in a segment.
+    /// The string at a place in memory. Throws LoadError unless it lies in a segment.
     const char *StringAt(const void *place, std::string_view what) const;
 
     /// Gives the segments the protection that the image asks for. Throws LoadError.

@@ -24,7 +24,8 @@ struct ClassData {
     void *methods, *protocols, *ivars, *weakIvarLayout, *properties;
 };
 
-/// Methods and instance variables: the count stands before as many entries of that size.
+/// What lists of methods and of instance variables begin with. `count` entries follow, of `entrySize` bytes
+/// each.
 struct ListHeader {
     uint32_t entrySize, count;
 };
@@ -35,7 +36,7 @@ struct Method {
 };
 
 struct Ivar {
-    /// Where the code reads the offset.
+    /// The variable that the code reads the offset from.
     uint32_t *offset;
     const char *name, *type;
     uint32_t alignmentShift, size;
@@ -47,7 +48,7 @@ struct Category {
     void *instanceMethods, *classMethods, *protocols, *instanceProperties;
 };
 
-/// __NSConstantString: `characters` has UTF-16 units if the flags say so, else bytes of ASCII.
+/// __NSConstantString: `characters` are UTF-16 units if the flags say so, else bytes of ASCII.
 struct ConstantString {
     void *isa;
     uint64_t flags;

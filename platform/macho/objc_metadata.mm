@@ -1,4 +1,4 @@
-// Makes an image's Objective-C metadata known to the runtime of this platform.
+// Registers an image's Objective-C metadata with the runtime of this platform.
 #include "platform/macho/objc_metadata.h"
 
 #import <Foundation/Foundation.h>
@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <map>
 #include <new>
+#include <set>
 
 #include "platform/macho/objc_format.h"
 
@@ -30,7 +31,7 @@ static_assert(sizeof(PlatformString) <= sizeof(objc::ConstantString), "it is wri
     throw LoadError(std::string(kWhat) + ": " + reason);
 }
 
-/// The places of a section's entries, each as wide as a T.
+/// The entries of a section, each of which is a T.
 template <typename T>
 std::vector<T *> EntriesOf(const Image &image, const MappedImage &memory, std::string_view segment,
                            std::string_view name)
@@ -48,7 +49,7 @@ std::vector<T *> EntriesOf(const Image &image, const MappedImage &memory, std::s
     return entries;
 }
 
-/// Reads the metadata of one image.
+/// Registers the metadata of one image.
 class Registration {
 public:
     Registration(const Image &image, const MappedImage &memory) : image_(image), memory_(memory) {}
@@ -74,7 +75,7 @@ public:
             const auto category = memory_.Read<objc::Category>(*entry, kWhat);
             const Class type = RuntimeClass(category.type);
             if (type == Nil)
-                continue; // of a class that is missing, weakly imported
+                continue; // the class is imported weakly, and missing
             ReplaceMethods(category.instanceMethods, type);
             ReplaceMethods(category.classMethods, object_getClass((id)type));
         }
@@ -123,7 +124,7 @@ private:
             return reinterpret_cast<Class>(place);
         if (const auto found = registered_.find(place); found != registered_.end())
             return found->second;
-        if (!open_.insert({place, true}).second)
+        if (!open_.insert(place).second)
             Fail("a class is its own superclass");
         const auto raw = memory_.Read<RawClass>(place, kWhat);
         const auto rawMeta = memory_.Read<RawClass>(raw.isa, kWhat);
@@ -161,7 +162,7 @@ private:
         return entries;
     }
 
-    /// Hands each method of a list to `add`.
+    /// Calls `add` for each method of a list.
     template <typename Add>
     void ForEachMethod(void *list, Add add) const
     {
@@ -174,7 +175,7 @@ private:
         }
     }
 
-    /// To a class that is not registered yet.
+    /// Adds the methods of a list to a class that is not registered yet.
     void AddMethods(void *list, Class type) const
     {
         ForEachMethod(list, [&](SEL selector, IMP implementation, const char *types) {
@@ -183,7 +184,8 @@ private:
         });
     }
 
-    /// Null where the class inherits the method or has none: class_replaceMethod would change a superclass's.
+    /// The class's own method; null if it inherits the method or lacks it. class_replaceMethod would change a
+    /// superclass's.
     static Method OwnMethod(Class type, SEL selector)
     {
         Method found = nullptr;
@@ -196,7 +198,7 @@ private:
         return found;
     }
 
-    /// A category's methods stand in for the class's own.
+    /// Adds a category's methods in place of the class's own.
     void ReplaceMethods(void *list, Class type) const
     {
         ForEachMethod(list, [&](SEL selector, IMP implementation, const char *types) {
@@ -217,8 +219,7 @@ private:
         }
     }
 
-    /// The compiler writes the offsets of classes right under NSObject into the code, which then cannot be
-    /// moved.
+    /// The compiler writes the offsets of direct subclasses of NSObject into the code, so they cannot change.
     void SetIvarOffsets(const objc::ClassData &data, Class type) const
     {
         const bool isFolded = class_getSuperclass(type) == [NSObject class];
@@ -232,7 +233,7 @@ private:
         }
     }
 
-    /// References to the image's class structures now lead to the runtime's classes.
+    /// Points references to the image's class structures to the runtime's classes.
     void PointToRegisteredClasses() const
     {
         for (const Rebase &rebase : image_.rebases) {
@@ -254,7 +255,7 @@ private:
         return [text dataUsingEncoding:NSUTF8StringEncoding];
     }
 
-    /// The characters of a constant string, each so many bytes wide.
+    /// The characters of a constant string, each `width` bytes wide.
     const void *Content(const objc::ConstantString &string, uint64_t width) const
     {
         const void *const first = string.characters;
@@ -264,7 +265,7 @@ private:
         return first;
     }
 
-    /// A copy with a NUL behind it, for as long as the image, which is for ever.
+    /// A copy with a NUL behind it, which is kept for ever, as is the image.
     static const char *Kept(const NSData *text)
     {
         char *const copy = static_cast<char *>(std::calloc([text length] + 1, 1));
@@ -277,7 +278,7 @@ private:
     const Image &image_;
     const MappedImage &memory_;
     std::map<const void *, Class> registered_;
-    std::map<const void *, bool> open_;
+    std::set<const void *> open_;
 };
 
 } // namespace
@@ -295,7 +296,7 @@ void RegisterObjcMetadata(const Image &image, const MappedImage &memory)
 
 void SendObjcLoad(const Image &image, const MappedImage &memory)
 {
-    // The runtime sends it to no class that is made at run time.
+    // The runtime does not send it to classes that are made at run time.
     for (Class *const type : EntriesOf<Class>(image, memory, "__DATA", "__objc_nlclslist"))
         [*type performSelector:@selector(load)];
     for (objc::Category **const entry :

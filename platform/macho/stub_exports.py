@@ -9,7 +9,7 @@ import sys
 
 
 def list_after(key, text):
-    """The entries of every list in brackets that stands behind the key."""
+    """The entries of every list in brackets that follows the key."""
     entries = []
     for body in re.findall(rf"(?<![-\w]){key}:\s*\[(.*?)\]", text, re.DOTALL):
         entries += [entry.strip().strip("'") for entry in body.split(",") if entry.strip()]
@@ -27,7 +27,7 @@ class Stub:
 
 
 def reachable(stub, stubs):
-    """The symbols of the library and of those that it re-exports, whatever is at hand of these."""
+    """The symbols of the library and of those that it re-exports, as far as these have stubs."""
     symbols, waiting, seen = set(), [stub.install_name], set()
     while waiting:
         name = waiting.pop()

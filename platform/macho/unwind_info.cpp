@@ -1,5 +1,5 @@
-// Reads the compact unwind table, which has 32 bits of rules for each function, and writes them in DWARF's
-// words.
+// Reads the compact unwind table, which has 32 bits of rules for each function, and writes these as DWARF
+// instructions.
 #include "platform/macho/unwind_info.h"
 
 #include <algorithm>
@@ -53,7 +53,7 @@ uint32_t Field(uint32_t word, unsigned first, unsigned count)
     return (word >> first) & ((1U << count) - 1);
 }
 
-/// A function as the table has it.
+/// A function in the table.
 struct Row {
     uint64_t begin, end;
     uint32_t encoding;
@@ -84,7 +84,7 @@ public:
                bytes_.Read<uint32_t>(header_.personalityOffset + (number - 1) * sizeof(uint32_t), kWhat);
     }
 
-    /// 0 for a function without.
+    /// 0 for a function without handlers.
     uint64_t HandlerTable(uint64_t function) const
     {
         const auto found = handlerTables_.find(function);
@@ -146,7 +146,7 @@ private:
         }
     }
 
-    /// Encodings that are used all over the image stand in one list, others in the page's.
+    /// Common encodings are in a list for the whole image, others in the page's.
     uint32_t EncodingOf(const IndexEntry &index, const CompressedPage &page, uint32_t number) const
     {
         if (number < header_.commonCount)
@@ -169,14 +169,15 @@ private:
 constexpr std::array<uint8_t, 7> kRegisters = {0,          dwarf::Rbx, dwarf::R12, dwarf::R13,
                                                dwarf::R14, dwarf::R15, dwarf::Rbp};
 
-/// The register was saved so many words below the frame's address.
+/// Says that the register was saved `wordsBelow` words below the frame's address.
 void AppendSaved(std::vector<uint8_t> &instructions, uint8_t registerNumber, uint64_t wordsBelow)
 {
     instructions.push_back(static_cast<uint8_t>(dwarf::OffsetOf | registerNumber));
     AppendUnsignedLeb(instructions, wordsBelow);
 }
 
-/// rbp holds the frame; below it lie up to five registers, the lowest so many words down.
+/// The rules of a function with its frame in rbp; up to five saved registers lie below, the lowest as many
+/// words down as the encoding says.
 std::vector<uint8_t> RulesOfFrame(uint32_t word)
 {
     std::vector<uint8_t> rules = {dwarf::DefineCfa, dwarf::Rbp, 16};
@@ -193,12 +194,13 @@ std::vector<uint8_t> RulesOfFrame(uint32_t word)
     return rules;
 }
 
-/// The order in which registers were saved, from its number among all orders of so many of six.
+/// The registers in the order in which they were saved, from that order's number among all orders of `count`
+/// of six registers.
 std::vector<uint32_t> RegistersOfPermutation(uint32_t count, uint32_t permutation)
 {
     if (count > 6)
         throw LoadError(std::string(kWhat) + ": too many saved registers");
-    // Each digit says which of the registers that are left comes next.
+    // Each digit says which of the remaining registers comes next.
     std::vector<uint32_t> digits(count);
     uint32_t rest = permutation;
     for (uint32_t i = count; i-- > 0;) {
@@ -209,15 +211,14 @@ std::vector<uint32_t> RegistersOfPermutation(uint32_t count, uint32_t permutatio
     std::vector<uint32_t> left = {1, 2, 3, 4, 5, 6};
     std::vector<uint32_t> registers;
     for (const uint32_t digit : digits) {
-        if (digit >= left.size())
-            throw LoadError(std::string(kWhat) + ": a wrong order of saved registers");
         registers.push_back(left[digit]);
         left.erase(left.begin() + digit);
     }
     return registers;
 }
 
-/// rsp holds the frame, which is so many bytes large; the saved registers lie right below the return address.
+/// The rules of a function whose frame of `stackSize` bytes is in rsp; the saved registers lie right below
+/// the return address.
 std::vector<uint8_t> RulesOfStack(uint32_t word, uint64_t stackSize)
 {
     std::vector<uint8_t> rules = {dwarf::DefineCfaOffset};
@@ -229,7 +230,7 @@ std::vector<uint8_t> RulesOfStack(uint32_t word, uint64_t stackSize)
     return rules;
 }
 
-/// The size of a large stack stands in the instruction that makes it.
+/// The size of a large stack, from the instruction that makes it.
 uint64_t LargeStackSize(const Image &image, const Row &row)
 {
     const uint64_t place = row.begin + Field(row.encoding, 16, 8);

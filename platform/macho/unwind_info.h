@@ -7,8 +7,8 @@
 
 namespace macho {
 
-/// Of each function that the compact table has rules for; where that refers to a DWARF entry, its. Throws
-/// LoadError.
+/// The entries of all functions that the compact table has rules for; where it refers to a DWARF entry, that
+/// entry. Throws LoadError.
 std::vector<UnwindEntry> ReadUnwindInfo(const Image &image);
 
 } // namespace macho
