@@ -1,4 +1,4 @@
-/// The system's threads, and macOS's question for the main one.
+// The system's threads, and macOS's test for the main one.
 #include_next <pthread.h>
 
 #ifndef QZL_PTHREAD_H

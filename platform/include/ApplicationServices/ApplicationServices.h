@@ -1,4 +1,4 @@
-/// The frameworks that ApplicationServices brings along.
+// The frameworks that ApplicationServices includes.
 #ifndef QZL_APPLICATIONSERVICES_H
 #define QZL_APPLICATIONSERVICES_H
 

@@ -1,4 +1,4 @@
-/// Core Foundation's basic types, and what every Core Foundation object answers.
+// Core Foundation's basic types, and the functions for every Core Foundation object.
 #ifndef QZL_CFBASE_H
 #define QZL_CFBASE_H
 
@@ -16,16 +16,13 @@
 #define CF_EXPORT extern
 
 typedef uint8_t UInt8;
-typedef int8_t SInt8;
 typedef uint16_t UInt16;
 typedef int16_t SInt16;
 typedef uint32_t UInt32;
 typedef int32_t SInt32;
 typedef uint64_t UInt64;
-typedef int64_t SInt64;
 typedef unsigned char Boolean;
 typedef UInt16 UniChar;
-typedef unsigned long UniCharCount;
 typedef SInt16 OSErr;
 typedef SInt32 OSStatus;
 
@@ -33,8 +30,6 @@ enum { noErr = 0 };
 
 typedef signed long CFIndex;
 typedef unsigned long CFTypeID;
-typedef unsigned long CFOptionFlags;
-typedef unsigned long CFHashCode;
 typedef const void *CFTypeRef;
 typedef const struct __CFAllocator *CFAllocatorRef;
 
@@ -62,14 +57,14 @@ CF_EXTERN_C_BEGIN
 /// Null, which stands for the only allocator there is.
 CF_EXPORT const CFAllocatorRef kCFAllocatorDefault;
 
-/// The type of the object, by what it is; an object that answers `_cfTypeID` is asked. 1 for an
-/// object of no listed type, 0 for null.
+/// The type that the object's `_cfTypeID` returns; for an object without that method, the type of its class.
+/// 1 for an object of no listed type, 0 for null.
 CF_EXPORT CFTypeID CFGetTypeID(CFTypeRef object);
 
 /// Retains the object and returns it; null for null.
 CF_EXPORT CFTypeRef CFRetain(CFTypeRef object);
 
-/// Gives back one retain; null is ignored.
+/// Releases one retain; null is ignored.
 CF_EXPORT void CFRelease(CFTypeRef object);
 
 CF_EXTERN_C_END

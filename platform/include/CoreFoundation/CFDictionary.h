@@ -1,4 +1,4 @@
-/// Core Foundation dictionaries: NSDictionaries, and dictionaries keyed by address.
+// Core Foundation dictionaries: NSDictionaries, and dictionaries keyed by address.
 #ifndef QZL_CFDICTIONARY_H
 #define QZL_CFDICTIONARY_H
 
@@ -13,9 +13,8 @@ CF_EXTERN_C_BEGIN
 
 CF_EXPORT CFTypeID CFDictionaryGetTypeID(void);
 
-/// A dictionary that compares keys by address and retains neither keys nor values, owned by the
-/// caller. Both callbacks must be null, or the result is. Like every mutable dictionary it is used
-/// by one thread at a time.
+/// A dictionary that compares keys by address and retains neither keys nor values, owned by the caller. Null
+/// unless both callbacks are null. Like every mutable dictionary, it is used by one thread at a time.
 CF_EXPORT CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
                                                            const CFDictionaryKeyCallBacks *keyCallBacks,
                                                            const CFDictionaryValueCallBacks *valueCallBacks);
@@ -23,15 +22,15 @@ CF_EXPORT CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef alloca
 /// The number of entries; 0 for null.
 CF_EXPORT CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
 
-/// The value of the key, borrowed; null when there is none or the dictionary is null.
+/// The value of the key, borrowed; null if there is none or the dictionary is null.
 CF_EXPORT const void *CFDictionaryGetValue(CFDictionaryRef dictionary, const void *key);
 
-/// Whether there is a value of the key, which is then written, borrowed, to a value that is not null.
+/// Whether the key has a value, which is then written to `value`, borrowed, unless `value` is null.
 CF_EXPORT Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void *key,
                                                 const void **value);
 
-/// Sets the value of the key. A null dictionary is ignored, and so is a null key or value where the
-/// dictionary holds objects.
+/// Sets the value of the key. A null dictionary is ignored, and so is a null key or value if the dictionary
+/// holds objects.
 CF_EXPORT void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void *key, const void *value);
 
 /// Removes the key; a missing key and a null dictionary are ignored.

@@ -1,15 +1,14 @@
-/// Core Foundation numbers and booleans, which are NSNumbers.
+// Core Foundation numbers and booleans, which are NSNumbers.
 #ifndef QZL_CFNUMBER_H
 #define QZL_CFNUMBER_H
 
 #include <CoreFoundation/CFBase.h>
 
 typedef const struct __CFBoolean *CFBooleanRef;
-typedef const struct __CFNumber *CFNumberRef;
 
 CF_EXTERN_C_BEGIN
 
-/// The objects that `+[NSNumber numberWithBool:]` gives.
+/// The objects that `+[NSNumber numberWithBool:]` returns.
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;
 CF_EXPORT const CFBooleanRef kCFBooleanFalse;
 

@@ -1,4 +1,4 @@
-/// Core Foundation: toll-free, so that its objects are Cocoa objects too. The same on every platform.
+// Core Foundation, whose objects are Cocoa objects, too. The same on every platform.
 #ifndef QZL_COREFOUNDATION_H
 #define QZL_COREFOUNDATION_H
 

@@ -1,4 +1,4 @@
-/// The File Manager's records, packed as the File Manager packs them.
+// The File Manager's records, packed as the File Manager packs them.
 #ifndef QZL_FILETYPES_H
 #define QZL_FILETYPES_H
 
@@ -12,7 +12,7 @@ typedef struct HFSUniStr255 {
     UniChar unicode[255];
 } HFSUniStr255;
 
-/// A reference of an existing file-system item. All zero bytes refer to nothing.
+/// A reference of an existing file-system item. One of zero bytes alone refers to nothing.
 typedef struct FSRef {
     UInt8 hidden[80];
 } FSRef;

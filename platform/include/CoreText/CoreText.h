@@ -1,4 +1,4 @@
-/// The type IDs of Core Text.
+// The type IDs of Core Text.
 #ifndef QZL_CORETEXT_H
 #define QZL_CORETEXT_H
 

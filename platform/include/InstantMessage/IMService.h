@@ -1,4 +1,4 @@
-/// The instant-messaging service, of which only the notification centre exists.
+// The instant-messaging service, reduced to its notification centre.
 #ifndef QZL_IMSERVICE_H
 #define QZL_IMSERVICE_H
 

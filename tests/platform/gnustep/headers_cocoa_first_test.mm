@@ -4,7 +4,7 @@
 #include <ApplicationServices/ApplicationServices.h>
 #include <CoreFoundation/CoreFoundation.h>
 #include <DiscRecording/DiscRecording.h>
-#include <InstantMessage/InstantMessage.h>
+#include <InstantMessage/IMService.h>
 #include <pthread.h>
 
 #include <gtest/gtest.h>

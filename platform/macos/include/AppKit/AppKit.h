@@ -1,4 +1,4 @@
-/// The part of Apple's AppKit that the library uses.
+// The part of Apple's AppKit that the library uses.
 #ifndef QZL_APPKIT_H
 #define QZL_APPKIT_H
 

@@ -1,4 +1,4 @@
-/// The disc-recording notification centre. It is no NSNotificationCenter.
+// The disc-recording notification centre, which is not an NSNotificationCenter.
 #ifndef QZL_DISCRECORDING_H
 #define QZL_DISCRECORDING_H
 

@@ -1,4 +1,4 @@
-/// The part of Apple's Foundation that the library uses.
+// The part of Apple's Foundation that the library uses.
 #ifndef QZL_FOUNDATION_H
 #define QZL_FOUNDATION_H
 

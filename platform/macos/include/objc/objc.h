@@ -1,4 +1,4 @@
-/// The basic types of Apple's Objective-C runtime on x86-64.
+// The basic types of Apple's Objective-C runtime on x86-64.
 #ifndef QZL_OBJC_OBJC_H
 #define QZL_OBJC_OBJC_H
 
@@ -13,12 +13,7 @@ typedef signed char BOOL;
 #define YES ((BOOL)1)
 #define NO ((BOOL)0)
 
-#ifdef __cplusplus
 #define nil nullptr
 #define Nil nullptr
-#else
-#define nil ((void *)0)
-#define Nil ((void *)0)
-#endif
 
 #endif

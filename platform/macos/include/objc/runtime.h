@@ -1,14 +1,12 @@
-/// What the library asks of Apple's Objective-C runtime.
+// The part of Apple's Objective-C runtime that the library uses.
 #ifndef QZL_OBJC_RUNTIME_H
 #define QZL_OBJC_RUNTIME_H
 
 #include <objc/objc.h>
 
-#ifdef __cplusplus
 extern "C" {
-#endif
 
-/// The class of that name, or Nil.
+/// The class of that name; Nil if there is none.
 Class objc_getClass(const char *name);
 
 /// The class's name, borrowed.
@@ -17,14 +15,11 @@ const char *class_getName(Class named);
 /// The superclass; Nil for a root class.
 Class class_getSuperclass(Class subclass);
 
-/// The class that the object has, whatever it answers.
+/// The object's class, whatever the object itself reports.
 Class object_getClass(id object);
 
 /// The name of the object's class, borrowed.
 const char *object_getClassName(id object);
-
-#ifdef __cplusplus
 }
-#endif
 
 #endif

@@ -1,7 +1,0 @@
-/// All of the InstantMessage framework.
-#ifndef QZL_INSTANTMESSAGE_H
-#define QZL_INSTANTMESSAGE_H
-
-#import <InstantMessage/IMService.h>
-
-#endif
