@@ -1,7 +1,6 @@
-# The target gnustep: Foundation and AppKit on Linux.
+# The target gnustep: GNUstep Base and GUI with the GCC Objective-C runtime.
 
-# GNUstep Base and GUI with the GCC Objective-C runtime. The compiler is clang throughout:
-# g++ miscompiles @catch in Objective-C++.
+# The compiler is clang throughout: g++ miscompiles @catch in Objective-C++.
 execute_process(COMMAND gcc -print-file-name=include
   OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 

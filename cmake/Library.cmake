@@ -40,12 +40,12 @@ set(library_sources
   bridge/to_cocoa/variant_to_object.mm
   bridge/to_cocoa/wrapper_classes.cpp)
 
-# Objects on their own, so that tests reach functions that no member of a class leads to.
+# Objects on their own, so that tests reach functions that no member of a class calls.
 add_library(qzl_objects OBJECT ${library_sources})
-target_include_directories(qzl_objects PUBLIC ${CMAKE_SOURCE_DIR})
+target_include_directories(qzl_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_compile_options(qzl_objects PRIVATE
   -fvisibility=hidden
-  # The records must stand in the data section as they are: the host may read them at any time.
+  # The records must be complete in the data section: the host may read them at any time.
   -Wglobal-constructors)
 target_link_libraries(qzl_objects PUBLIC qzl_platform PRIVATE qzl_options)
 
