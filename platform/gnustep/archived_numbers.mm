@@ -1,4 +1,4 @@
-// Numbers from archives, in which user infos travel between processes: a boolean stays one.
+// Lets booleans stay booleans in archives, in which user infos travel between processes.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -6,8 +6,8 @@
 
 namespace {
 
-/// GNUstep writes the type and the content, and only a boolean's type is a character. As -[NSNumber
-/// initWithCoder:] it answers `self` or another number in its place, with one retain.
+/// Stands in for -[NSNumber initWithCoder:]: returns `self` or another number in its place, with one retain.
+/// GNUstep archives the type and the content; only a boolean's type is a character.
 id InitWithCoder(NSNumber *self, SEL, NSCoder *coder)
 {
     char type[2] = {};

@@ -3,7 +3,7 @@
 #import <Foundation/NSObject.h>
 #import <Foundation/NSValue.h>
 
-// Constants to all other files, which is why their declarations are not seen here.
+// Other files see constants, so this one cannot include their declarations.
 extern "C" {
 NSNumber *kCFBooleanTrue;
 NSNumber *kCFBooleanFalse;

@@ -1,4 +1,4 @@
-// Encodings of one byte a character above ASCII.
+// Single-byte encodings that extend ASCII.
 #include "platform/gnustep/byte_codec.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-/// Encodings of one byte a character above ASCII.
+// Single-byte encodings that extend ASCII.
 #pragma once
 
 #include <unordered_map>
@@ -25,7 +25,7 @@ private:
     std::unordered_map<char16_t, UInt8> byteOfCharacter_;
 };
 
-/// ASCII. In reading, a byte above 0x7F is the Unicode character of that number.
+/// ASCII. Decodes a byte above 0x7F as the Unicode character of that number.
 class ASCIICodec : public TextCodec {
 public:
     bool Decode(const UInt8 *bytes, size_t count, UnitBuffer &text) const override;
@@ -33,7 +33,7 @@ public:
     bool KeepsASCII() const override { return true; }
 };
 
-/// NextStep Latin, which ICU does not have.
+/// NextStep Latin, which ICU lacks.
 extern const HighHalf kNextStepLatin;
 
 } // namespace cocoaport

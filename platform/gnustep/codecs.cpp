@@ -42,7 +42,7 @@ constexpr NamedEncoding kByteEncodings[] = {
     {0x0A02, "koi8-r"},         {0x0A08, "koi8-u"},
 };
 
-/// Several bytes a character, shifted, or not based on ASCII.
+/// Several bytes a character, shift sequences, or not based on ASCII.
 constexpr NamedEncoding kOtherEncodings[] = {
     {0x0421, "windows-936"},
     {0x0422, "windows-949"},

@@ -1,4 +1,4 @@
-/// The codecs by Core Foundation's numbers of text encodings.
+// The codecs by Core Foundation's numbers of text encodings.
 #pragma once
 
 #include <CoreFoundation/CFString.h>

@@ -1,4 +1,4 @@
-// The distributed notification centre: posting with options, and delivery as macOS has it.
+// The distributed notification centre: posting with options, and delivery as on macOS.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -25,7 +25,7 @@ using RemoveMethod = void (*)(id center, SEL selector, id observer, NSString *na
 
 RemoveMethod gRemove;
 
-/// A notification that has come from the daemon.
+/// A notification that the daemon has sent.
 struct Arrival {
     id center;
     id observer; // not retained: the centre's observers are not
@@ -51,7 +51,7 @@ bool Matches(NSString *wanted, NSString *text)
     return wanted == nil || [wanted isEqual:text];
 }
 
-/// GNUstep's own removal, after which nothing that came before it reaches the observer either.
+/// GNUstep's own removal; then drops what has arrived for the observer but is not delivered.
 void Remove(id center, SEL selector, id observer, NSString *name, NSString *object)
 {
     gRemove(center, selector, observer, name, object);
@@ -68,8 +68,8 @@ void Remove(id center, SEL selector, id observer, NSString *name, NSString *obje
 
 } // namespace
 
-/// Delivers on the main thread, from its run loop. GNUstep would do it on any thread, in the middle of
-/// whatever asks the daemon something: an observer would hear of notifications while it is being removed.
+/// Delivers on the main thread, from its run loop. GNUstep would deliver on any thread, during any request to
+/// the daemon: an observer would receive notifications while it is being removed.
 @interface CocoaportDelivery : NSObject
 @end
 
@@ -94,7 +94,7 @@ void Remove(id center, SEL selector, id observer, NSString *name, NSString *obje
 
 @implementation NSDistributedNotificationCenter (CocoaportDelivery)
 
-/// What the daemon sends; in place of GNUstep's own.
+/// Receives what the daemon sends; replaces GNUstep's own.
 - (void)postNotificationName:(NSString *)name
                       object:(NSString *)object
                     userInfo:(NSData *)info

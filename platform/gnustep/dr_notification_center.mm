@@ -9,10 +9,6 @@ NSString *const kThreadKey = @"CocoaportDRNotificationCenter";
 
 } // namespace
 
-@interface DRNotificationCenter (CocoaportPosting)
-- (NSNotificationCenter *)cocoaportCenter;
-@end
-
 @implementation DRNotificationCenter
 
 + (DRNotificationCenter *)currentRunLoopCenter
@@ -50,14 +46,10 @@ NSString *const kThreadKey = @"CocoaportDRNotificationCenter";
     [center removeObserver:observer name:name object:object];
 }
 
-- (NSNotificationCenter *)cocoaportCenter
+// Inside the implementation, where the instance variable is visible.
+void DRNotificationCenterPost(DRNotificationCenter *center, NSNotification *notification)
 {
-    return center;
+    [center->center postNotification:notification];
 }
 
 @end
-
-void DRNotificationCenterPost(DRNotificationCenter *center, NSNotification *notification)
-{
-    [[center cocoaportCenter] postNotification:notification];
-}

@@ -14,8 +14,8 @@ namespace cocoaport {
 
 namespace {
 
-/// What an FSRef holds here. A path is found by its number in a table, since the longest paths do
-/// not fit. References are plain bytes that nobody gives back, so the table only grows.
+/// What an FSRef holds here: the number of a path in a table, since the longest paths do not fit. References
+/// are plain bytes that nobody gives back, so the table only grows.
 struct PathReference {
     UInt64 mark;
     UInt64 number;
@@ -23,7 +23,7 @@ struct PathReference {
 };
 static_assert(sizeof(PathReference) == sizeof(FSRef));
 
-/// Tells a reference from other bytes, zeros above all.
+/// Distinguishes a reference from other bytes, above all from zeros.
 constexpr UInt64 kMark = 0x6665726874617066;
 
 class PathTable {

@@ -1,4 +1,4 @@
-/// References of file-system items.
+// References of file-system items.
 #pragma once
 
 #include <CoreServices/CoreServices.h>
@@ -9,12 +9,12 @@
 
 namespace cocoaport {
 
-/// The path of an existing item with all links on the way resolved, but not the item itself when
-/// it is one; none when it does not exist.
+/// The path of an existing item, with every symbolic link on the way resolved, but not the item itself if it
+/// is one; none if the item does not exist.
 std::optional<std::string> CanonicalPath(const std::string &path);
 
-/// The reference of a canonical path. It stands for the path: an item that is moved is found no
-/// more, and another one at its place is. The same path has the same reference, byte by byte.
+/// The reference of a canonical path, always with the same bytes. It stands for the path: once the item is
+/// moved, the reference finds nothing, or another item at the path.
 FSRef ReferenceOfPath(const std::string &canonicalPath);
 
 /// An item as a call finds it.

@@ -1,4 +1,4 @@
-// Makes NSValues of rectangles, sizes, points and ranges answer as macOS's do.
+// Makes NSValues of rectangles, sizes, points and ranges behave as on macOS.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -14,23 +14,6 @@ void Store(Geometry geometry, void *memory)
     std::memcpy(memory, &geometry, sizeof geometry);
 }
 
-void ReadRect(NSValue *value, void *memory)
-{
-    Store([value rectValue], memory);
-}
-void ReadSize(NSValue *value, void *memory)
-{
-    Store([value sizeValue], memory);
-}
-void ReadPoint(NSValue *value, void *memory)
-{
-    Store([value pointValue], memory);
-}
-void ReadRange(NSValue *value, void *memory)
-{
-    Store([value rangeValue], memory);
-}
-
 /// One of GNUstep's concrete classes of NSValue.
 struct GeometryType {
     const char *className;
@@ -40,13 +23,17 @@ struct GeometryType {
     Class concreteClass;
 };
 
-/// They compare and copy by class. Archives name the encoding: they keep GNUstep's, which is the one
-/// that it reads.
+/// Values compare and copy by class. An archive contains the encoding, and keeps GNUstep's, which is the one
+/// that GNUstep reads.
 GeometryType gGeometryTypes[] = {
-    {"GSRectValue", "{CGRect={CGPoint=dd}{CGSize=dd}}", @encode(NSRect), ReadRect, Nil},
-    {"GSSizeValue", "{CGSize=dd}", @encode(NSSize), ReadSize, Nil},
-    {"GSPointValue", "{CGPoint=dd}", @encode(NSPoint), ReadPoint, Nil},
-    {"GSRangeValue", "{_NSRange=QQ}", @encode(NSRange), ReadRange, Nil},
+    {"GSRectValue", "{CGRect={CGPoint=dd}{CGSize=dd}}", @encode(NSRect),
+     [](NSValue *value, void *memory) { Store([value rectValue], memory); }, Nil},
+    {"GSSizeValue", "{CGSize=dd}", @encode(NSSize),
+     [](NSValue *value, void *memory) { Store([value sizeValue], memory); }, Nil},
+    {"GSPointValue", "{CGPoint=dd}", @encode(NSPoint),
+     [](NSValue *value, void *memory) { Store([value pointValue], memory); }, Nil},
+    {"GSRangeValue", "{_NSRange=QQ}", @encode(NSRange),
+     [](NSValue *value, void *memory) { Store([value rangeValue], memory); }, Nil},
 };
 
 /// The row of a value of a listed class.
@@ -63,7 +50,7 @@ const char *ObjCType(NSValue *value, SEL)
     return TypeOf(value).macOSType;
 }
 
-/// GNUstep's copies the first eight bytes only.
+/// Stands in for GNUstep's, which copies the first eight bytes only.
 void GetValue(NSValue *value, SEL, void *memory)
 {
     TypeOf(value).read(value, memory);
@@ -82,8 +69,8 @@ void EncodeWithCoder(NSValue *value, SEL, NSCoder *coder)
 
 Class (*gClassOfType)(Class, SEL, const char *);
 
-/// Which class a value of an encoding gets. GNUstep knows macOS's encodings too, but takes a size
-/// for a point.
+/// The class of a value of an encoding. GNUstep knows macOS's encodings, too, but mistakes a size for a
+/// point.
 Class ClassOfType(Class valueClass, SEL selector, const char *type)
 {
     for (const GeometryType &row : gGeometryTypes)

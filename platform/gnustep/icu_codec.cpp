@@ -16,7 +16,7 @@ constexpr size_t kMaximum = INT32_MAX;
 
 using Converter = std::unique_ptr<UConverter, void (*)(UConverter *)>;
 
-/// A converter that stops at what it cannot convert; null when there is none of the name.
+/// A converter that stops at what it cannot convert; null if ICU has none of that name.
 Converter Open(const char *name)
 {
     UErrorCode error = U_ZERO_ERROR;
@@ -31,7 +31,7 @@ Converter Open(const char *name)
 constexpr char16_t kControls[] = {0x1A, 0x1C, 0x7F};
 constexpr char16_t kRotatedControls[] = {0x1C, 0x7F, 0x1A};
 
-/// Puts a control character of the one list to where the other has it.
+/// The control character of `to` that is in the place of this one of `from`; any other unit as it is.
 char16_t Rotate(char16_t unit, const char16_t (&from)[3], const char16_t (&to)[3])
 {
     const auto *const control = std::find(std::begin(from), std::end(from), unit);

@@ -1,4 +1,4 @@
-/// ASCII with escapes for all other characters, as Foundation writes them.
+// ASCII with escapes for all other characters, as Foundation writes them.
 #pragma once
 
 #include "platform/gnustep/text_codec.h"

@@ -1,4 +1,4 @@
-/// Core Foundation references as the Cocoa objects that they are, and back.
+// Core Foundation references as the Cocoa objects that they are, and back.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -11,14 +11,14 @@ inline id Object(const void *reference)
     return static_cast<id>(const_cast<void *>(reference));
 }
 
-/// The object behind a reference of the class that the caller knows it to be of, borrowed.
+/// The object behind a reference, borrowed, as the class that the caller knows it to be of.
 template <typename Class>
 Class *ObjectOf(const void *reference)
 {
     return static_cast<Class *>(Object(reference));
 }
 
-/// The object as a reference; a retain that the caller holds goes with it.
+/// The object as a reference. The caller's retain, if any, goes with it.
 template <typename Reference>
 Reference ReferenceOf(id object)
 {

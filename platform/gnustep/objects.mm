@@ -1,4 +1,4 @@
-// What every Core Foundation object answers: retain and release.
+// Retains and releases Core Foundation objects.
 #include "platform/gnustep/objects.h"
 
 extern "C" const CFAllocatorRef kCFAllocatorDefault = nullptr;

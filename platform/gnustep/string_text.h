@@ -1,4 +1,4 @@
-/// What a string holds, read a block at a time: no Cocoa object is made on the way.
+// Encodes strings block by block, without making Cocoa objects.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -10,10 +10,10 @@
 
 namespace cocoaport {
 
-/// Writes the string's bytes; false when they do not fit or a character has no counterpart.
+/// Writes the string's bytes; false if they do not fit or a character has no counterpart.
 bool EncodeString(NSString *string, const TextCodec &codec, ByteWriter &bytes);
 
-/// The string in UTF-8; none when it holds a lone surrogate.
+/// The string in UTF-8; none if it has a lone surrogate.
 std::optional<std::string> UTF8Text(NSString *string);
 
 } // namespace cocoaport

@@ -1,4 +1,4 @@
-// What a string holds, read a block at a time.
+// Encodes strings block by block.
 #include "platform/gnustep/string_text.h"
 
 #include <unicode/utf16.h>

@@ -1,5 +1,5 @@
-/// Strings of arbitrary UTF-16 units. GNUstep's own initialisers refuse lone surrogates and drop a
-/// leading byte-order mark; these keep both.
+// Strings of arbitrary UTF-16 units. GNUstep's own initialisers refuse lone surrogates and drop a
+// leading byte-order mark; these keep both.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-/// A string over units that somebody else keeps. GNUstep's mutable strings take over whatever
-/// another string holds, unchecked, and so do immutable copies of them.
+/// A string over borrowed units. GNUstep's mutable strings accept any units of another string unchecked, and
+/// so do immutable copies of them.
 @interface CocoaportBorrowedUnits : NSString {
     const char16_t *units;
     NSUInteger count;

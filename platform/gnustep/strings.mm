@@ -33,7 +33,7 @@ constexpr ByteOrderMark kByteOrderMarks[] = {
     {kCFStringEncodingUTF32, kCFStringEncodingUTF32LE, 4, {0xFF, 0xFE, 0x00, 0x00}},
 };
 
-/// Drops a byte-order mark and names the order of what follows.
+/// The text without its byte-order mark, in the encoding that names its byte order.
 EncodedBytes WithoutByteOrderMark(EncodedBytes text)
 {
     for (const ByteOrderMark &mark : kByteOrderMarks)
@@ -55,7 +55,7 @@ bool IsASCII(const EncodedBytes &text)
     return bits < 0x80;
 }
 
-/// The string of valid bytes, owned by the caller; nil for others.
+/// The string of the bytes, owned by the caller; nil if they are not valid.
 NSString *NewDecodedString(const EncodedBytes &text)
 {
     const TextCodec *const codec = FindCodec(text.encoding);

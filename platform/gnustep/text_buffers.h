@@ -1,4 +1,4 @@
-/// Where codecs write to: UTF-16 units without a limit, bytes up to one.
+// What codecs write to: UTF-16 units without a limit, bytes up to one.
 #pragma once
 
 #include <cstddef>

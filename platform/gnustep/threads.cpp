@@ -1,4 +1,4 @@
-// Which thread is the main one.
+// Recognises the main thread.
 #include <pthread.h>
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-// The type IDs of Core Foundation and Core Text, and what type an object is of.
+// The type IDs of Core Foundation and Core Text, and the type of an object.
 #include <CoreText/CoreText.h>
 #include <objc/runtime.h>
 
@@ -42,7 +42,7 @@ struct ClassType {
     TypeID type;
 };
 
-/// The first class that an object is of decides, so a subclass stands before its superclass.
+/// The first row whose class the object is an instance of decides, so a subclass precedes its superclass.
 constexpr ClassType kClassTypes[] = {
     {"NSString", kString},
     {"NSDictionary", kDictionary},

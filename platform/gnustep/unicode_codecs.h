@@ -1,4 +1,4 @@
-/// UTF-8, UTF-16 and UTF-32.
+// UTF-8, UTF-16 and UTF-32.
 #pragma once
 
 #include "platform/gnustep/text_codec.h"

@@ -1,4 +1,4 @@
-/// URLs as text: their parts, and percent escapes.
+// URLs as text: their parts, and percent escapes.
 #pragma once
 
 #include <optional>
@@ -16,10 +16,10 @@ struct URLText {
     std::string Whole() const { return scheme + "://" + authority + path; }
 };
 
-/// Divides a URL of the form scheme://authority/path; none for any other form.
+/// Splits a URL of the form scheme://authority/path; none for any other form.
 std::optional<URLText> ParseURL(std::string_view url);
 
-/// The file URL of an absolute path, with a slash at its end if that is a folder.
+/// The file URL of an absolute path, with a trailing slash for a folder.
 URLText FileURL(std::string_view path, bool isDirectory);
 
 /// The path without percent escapes; none unless it is a file URL of this machine.
@@ -28,13 +28,13 @@ std::optional<std::string> FilePath(const URLText &url);
 /// The text with percent escapes where a path needs them; slashes stay.
 std::string EscapePath(std::string_view text);
 
-/// The bytes behind the percent escapes; what is no valid escape stays.
+/// The bytes that the text stands for with its percent escapes resolved; an invalid escape stays.
 std::string Unescape(std::string_view text);
 
-/// The path without the slashes at its end, but for the one that is the root.
+/// The path without trailing slashes, except for the root's.
 std::string_view WithoutTrailingSlashes(std::string_view path);
 
-/// What follows the last slash; "/" for the root.
+/// The last component, without trailing slashes; "/" for the root.
 std::string_view LastComponent(std::string_view path);
 
 } // namespace cocoaport

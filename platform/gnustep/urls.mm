@@ -11,7 +11,7 @@ using namespace cocoaport;
 
 namespace {
 
-/// A string of UTF-8, owned by the caller; nil when it is not valid.
+/// A string of UTF-8, owned by the caller; null if that is not valid.
 CFStringRef NewUTF8String(std::string_view text)
 {
     return CFStringCreateWithBytes(nullptr, reinterpret_cast<const UInt8 *>(text.data()),
@@ -38,7 +38,7 @@ CFURLRef NewURL(const URLText &text)
     return ReferenceOf<CFURLRef>(url);
 }
 
-/// The path from the root; none when the working folder is gone.
+/// The path from the root; none if the working folder is gone.
 std::optional<std::string> AbsolutePath(const std::string &path)
 {
     if (path.front() == '/')

@@ -1,10 +1,10 @@
-// Mends gdnc, GNUstep's daemon for notifications between processes, into which this library is preloaded.
+// Mends gdnc, GNUstep's daemon for notifications between processes. This library is preloaded into it.
 //
-// gdnc serves requests while it waits for an observer's socket. Each post that arrives there is delivered on
-// top of the one before, so that some seven hundred of them overflow its stack. It also keeps what it held
-// for a suspended process until the same name is posted again, and holds what is to be delivered immediately.
-// Here a post that arrives meanwhile takes its turn, a process that is resumed gets at once what was held for
-// it, and one that is suspended what it observes for immediate delivery.
+// gdnc serves requests while it waits for an observer's socket. It delivers each post that arrives meanwhile
+// on top of the one before, so some seven hundred of them overflow its stack. It also keeps what it held for
+// a suspended process until the same name is posted again, and holds what is to be delivered immediately.
+// With this library, a post that arrives meanwhile waits its turn, a resumed process gets at once what was
+// held for it, and a suspended one gets what it observes for immediate delivery.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -52,7 +52,7 @@ using SetRootObjectMethod = void (*)(id connection, SEL selector, id root);
 SetSuspendedMethod gSetSuspended;
 SetRootObjectMethod gSetRootObject;
 
-/// An instance variable of one of gdnc's objects, which are the server, a process and an observer of it.
+/// An instance variable of one of gdnc's objects: the server, a process, or an observer of a process.
 template <typename Content>
 Content &Field(id object, const char *name)
 {
@@ -72,7 +72,7 @@ void Send(id server, id observer, DaemonPost *post)
 {
     if (NSHashGet(Field<NSHashTable *>(server, "allObservers"), observer) == nullptr)
         return;
-    // The process may end while its socket is waited for.
+    // The process may end while gdnc waits for its socket.
     const id proxy = [Field<id>(Field<id>(observer, "client"), "client") retain];
     @try {
         [proxy postNotificationName:post->name
@@ -86,7 +86,7 @@ void Send(id server, id observer, DaemonPost *post)
     [proxy release];
 }
 
-/// Sends what there is for the process. Does nothing while it is being sent already, further down the stack.
+/// Sends everything in the process's outbox, unless a call further down the stack is doing so.
 void SendAll(id server, id process)
 {
     Outbox &outbox = gOutboxes[process];
@@ -151,7 +151,7 @@ void EnqueueOrHold(id observer, DaemonPost *post, bool deliverImmediately)
     Enqueue(observer, post);
 }
 
-/// Those that match, each once.
+/// The observers that match, each once.
 NSArray *ObserversOf(id server, NSString *name, NSString *object)
 {
     NSMutableArray *const observers = [NSMutableArray array];

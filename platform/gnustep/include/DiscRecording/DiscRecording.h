@@ -1,4 +1,4 @@
-/// The disc-recording notification centre. It is no NSNotificationCenter.
+// The disc-recording notification centre, which is not an NSNotificationCenter.
 #ifndef COCOAPORT_DISCRECORDING_H
 #define COCOAPORT_DISCRECORDING_H
 
@@ -11,11 +11,11 @@
 /// The calling thread's centre, the same on each call, borrowed; it lives as long as the thread.
 + (DRNotificationCenter *)currentRunLoopCenter;
 
-/// Registers the observer, which is not retained. A null name stands for every name, a null object
-/// for every object.
+/// Registers the observer, which is not retained. A nil name stands for every name, a nil object for every
+/// object.
 - (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object;
 
-/// Withdraws the observer's registrations for the name and object, null standing for all.
+/// Withdraws the observer's registrations for the name and object; nil stands for all.
 - (void)removeObserver:(id)observer name:(NSString *)name object:(id)object;
 
 @end

@@ -1,4 +1,4 @@
-/// GNUstep's Foundation, and what macOS's has beyond it.
+// GNUstep's Foundation, and what macOS's Foundation has beyond it.
 #include_next <Foundation/Foundation.h>
 
 #ifndef COCOAPORT_FOUNDATION_H
@@ -16,8 +16,8 @@ typedef NSUInteger NSDistributedNotificationOptions;
 
 @interface NSDistributedNotificationCenter (CocoaportOptions)
 
-/// Posts; with NSDistributedNotificationDeliverImmediately to suspended receivers too. There is one
-/// session, so that NSDistributedNotificationPostToAllSessions changes nothing.
+/// Posts; with NSDistributedNotificationDeliverImmediately, to suspended receivers, too. There is one
+/// session, so NSDistributedNotificationPostToAllSessions changes nothing.
 - (void)postNotificationName:(NSString *)name
                       object:(NSString *)object
                     userInfo:(NSDictionary *)userInfo
