@@ -11,6 +11,7 @@
 #include "tests/support/conversion_doubles.h"
 #include "tests/support/random_values.h"
 #include "tests/support/value_model.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -99,10 +100,7 @@ TEST_F(RoundTrip, DatesKeepTheirFieldsInAZoneWithSummerTime)
 TEST_F(RoundTrip, TrueAndOneAreOneKeyInCocoaAndTheLaterValueStays)
 {
     Host &host = StartInUniversalTime();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, 1, "number");
-    host.DictionarySet(dictionary, true, "boolean");
-    const Value after = Trip(dictionary);
+    const Value after = Trip(NewDictionary(host, {{1, "number"}, {true, "boolean"}}));
     ASSERT_EQ(host.DictionaryCount(after), 1);
     EXPECT_EQ(host.DictionaryGet(after, host.DictionaryKey(after, 0)).AsString(), "boolean");
 }
@@ -122,10 +120,7 @@ TEST_F(RoundTrip, StructuresKeepTheirNumbers)
 {
     Host &host = StartInUniversalTime();
     for (const char *className : {"NSRectQZL", "NSSizeQZL", "NSPointQZL", "NSRangeQZL"}) {
-        qzlhost::ClassDefinition definition;
-        definition.name = className;
-        definition.dataSize = 4 * sizeof(double);
-        host.DefineClass(std::move(definition));
+        host.DefineClass({className, "", 4 * sizeof(double)});
         const Value before = host.New(className);
         const size_t size = className == std::string("NSRectQZL") ? 4 : 2;
         auto *const numbers = static_cast<double *>(host.InstanceData(before));

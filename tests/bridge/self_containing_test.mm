@@ -2,6 +2,7 @@
 #import <Foundation/Foundation.h>
 
 #include "tests/support/family_fixture.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -26,13 +27,6 @@ protected:
         const Value wrapper = host().New("NSNotificationQZL", {reinterpret_cast<int64_t>(notification)});
         return host().Get(wrapper, "objectVariant");
     }
-
-    Value NewDictionary(const Value &key, const Value &value)
-    {
-        const Value dictionary = host().NewDictionary();
-        host().DictionarySet(dictionary, key, value);
-        return dictionary;
-    }
 };
 
 } // namespace
@@ -40,7 +34,7 @@ protected:
 TEST_F(SelfContaining, DictionaryBecomesNullInsideItselfOnTheWayToCocoa)
 {
     Host &host = StartWithFamily();
-    const Value dictionary = NewDictionary("before", 1);
+    const Value dictionary = NewDictionary(host, {{"before", 1}});
     host.DictionarySet(dictionary, "itself", dictionary);
     host.DictionarySet(dictionary, "after", 2);
 
@@ -82,7 +76,7 @@ TEST_F(SelfContaining, ArrayInADictionaryInItselfIsNullThere)
 {
     Host &host = StartWithFamily();
     const Value array = host.NewArray(code::Object, {Value()});
-    const Value dictionary = NewDictionary("array", array);
+    const Value dictionary = NewDictionary(host, {{"array", array}});
     host.ArraySet(array, 0, dictionary);
 
     const Value made = ThereAndBack(array);
@@ -97,7 +91,7 @@ TEST_F(SelfContaining, DictionaryInAnArrayInItselfIsWhatCocoaMakesOfNil)
     Host &host = StartWithFamily();
     family().OfferExceptions();
     const Value array = host.NewArray(code::Object, {Value()});
-    const Value dictionary = NewDictionary("array", array);
+    const Value dictionary = NewDictionary(host, {{"array", array}});
     host.ArraySet(array, 0, dictionary);
     EXPECT_EQ(ExceptionClassOf([&] { ThereAndBack(Value(), dictionary); }), "NSExceptionQZL");
     host.ArraySet(array, 0, Value());
@@ -106,7 +100,7 @@ TEST_F(SelfContaining, DictionaryInAnArrayInItselfIsWhatCocoaMakesOfNil)
 TEST_F(SelfContaining, ContainerThatComesTwiceSideBySideIsConvertedTwiceOnTheWayToCocoa)
 {
     Host &host = StartWithFamily();
-    const Value inner = NewDictionary("key", host.NewArray(code::String, {"element"}));
+    const Value inner = NewDictionary(host, {{"key", host.NewArray(code::String, {"element"})}});
     const Value array = host.NewArray(code::Object, {inner, inner});
 
     const Value made = ThereAndBack(array);
@@ -184,8 +178,8 @@ TEST_F(SelfContaining, TwoThousandLevelsAreConvertedBothWays)
     Host &host = StartWithFamily();
     Value nested = "core";
     for (int level = 0; level < kDepth; ++level)
-        nested =
-            level % 2 == 0 ? host.NewArray(code::Object, {nested.Boxed()}) : NewDictionary("key", nested);
+        nested = level % 2 == 0 ? host.NewArray(code::Object, {nested.Boxed()})
+                                : NewDictionary(host, {{"key", nested}});
 
     const Value made = ThereAndBack(nested);
     Value reached = host.Get(made, "objectVariant");

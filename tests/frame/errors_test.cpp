@@ -5,6 +5,7 @@
 
 #include "frame/host_strings.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/row_names.h"
 #include "tests/support/standard_exceptions.h"
 #include "tests/support/trace.h"
 
@@ -30,8 +31,8 @@ void AsMember(Host &host, const std::function<void()> &body)
     host.Call(host.New(className), "Run");
 }
 
-void ExpectRaised(Host &host, const std::function<void()> &body, const std::string &className,
-                  const std::string &message)
+void ExpectRaisedBy(Host &host, const std::function<void()> &body, const std::string &className,
+                    const std::string &message)
 {
     ExpectException([&] { AsMember(host, body); }, className, message);
 }
@@ -63,7 +64,7 @@ TEST_F(Errors, RaiseTheNamedClassWithItsMessage)
          {"RuntimeException", "OutOfBoundsException", "OutOfMemoryException", "IllegalCastException",
           "NilObjectException", "UnsupportedOperationException"}) {
         SCOPED_TRACE(className);
-        ExpectRaised(
+        ExpectRaisedBy(
             host, [&] { RaiseException(className, "Handle is zero"); }, className, "Handle is zero");
     }
 }
@@ -71,14 +72,14 @@ TEST_F(Errors, RaiseTheNamedClassWithItsMessage)
 TEST_F(Errors, NullMessageIsTheEmptyString)
 {
     Host &host = Start();
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [] { RaiseException("NilObjectException", nullptr); }, "NilObjectException", "");
 }
 
 TEST_F(Errors, ErrorNumberIsZeroWhateverIsPassed)
 {
     Host &host = Start();
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [] { RaiseException("RuntimeException", "text", 42, 77); }, "RuntimeException", "text");
 }
 
@@ -119,13 +120,13 @@ TEST_F(Errors, OfAnUnknownClassAreMadeOfTheFallbackNext)
 TEST_F(Errors, UnknownClassFallsBackToRuntimeException)
 {
     Host &host = Start();
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [] { RaiseException("NoSuchException", "kept"); }, "RuntimeException", "kept");
 }
 
 TEST_F(Errors, WithoutInstancesNothingIsRaised)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginNewInstance"); });
+    Host &host = StartLacking({"PluginNewInstance"});
     RaiseException("NilObjectException", "unheard");
     EXPECT_EQ(host.AsksFor("PluginNewInstance"), 2);
     EXPECT_EQ(CallsWithArguments(host), (std::vector<std::string>{
@@ -137,9 +138,9 @@ TEST_F(Errors, WithoutInstancesNothingIsRaised)
 
 TEST_P(ErrorsWithout, AHostFunctionSkipOnlyItsStep)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack(GetParam().function); });
+    Host &host = StartLacking({GetParam().function});
     const std::string message = GetParam().losesMessage ? "" : "text";
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [] { RaiseException("NilObjectException", "text"); }, "NilObjectException", message);
 }
 
@@ -152,7 +153,7 @@ INSTANTIATE_TEST_SUITE_P(Functions, ErrorsWithout,
 
 TEST_F(Errors, WithoutAWayToRaiseEverythingIsGivenBack)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("RuntimeRaiseException"); });
+    Host &host = StartLacking({"RuntimeRaiseException"});
     RaiseException("NilObjectException", "unheard");
     EXPECT_TRUE(host.TakeException().IsNil());
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
@@ -163,9 +164,7 @@ TEST_F(Errors, ThatTheHostEndsWithAnExceptionGiveEverythingBack)
 {
     using SetString = bool (*)(REALobject, const char *, REALstring);
     static constexpr SetString kThrows = [](REALobject, const char *, REALstring) -> bool { throw 42; };
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALSetPropValueString", reinterpret_cast<void *>(kThrows));
-    });
+    Host &host = StartReplacing("REALSetPropValueString", reinterpret_cast<void *>(kThrows));
     EXPECT_THROW(RaiseException("NilObjectException", "unheard"), int);
     EXPECT_EQ(host.CallsOf("REALUnlockObject"), 1);
     EXPECT_EQ(host.CallsOf("REALUnlockString"), 1);
@@ -185,7 +184,7 @@ TEST_F(Errors, MessageIsTaggedASCII)
 TEST_P(OutOfBounds, NamesTheRangeAndTheValue)
 {
     Host &host = Start();
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [] { RaiseOutOfBoundsException(GetParam().value, GetParam().count); }, "OutOfBoundsException",
         GetParam().message);
 }
@@ -208,14 +207,14 @@ TEST_P(StandardExceptions, BecomeHostExceptions)
     Host &host = Start(2024.01, ThrowingBuilder::Install);
     ThrowingBuilder::ThrowNext(GetParam().thrower);
     REALstring result = reinterpret_cast<REALstring>(this);
-    ExpectRaised(
+    ExpectRaisedBy(
         host, [&] { result = REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8); },
         GetParam().className, GetParam().message);
     EXPECT_EQ(result, nullptr);
     EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, StandardExceptions, ::testing::ValuesIn(kStandardRows), RowName);
+INSTANTIATE_TEST_SUITE_P(Rows, StandardExceptions, ::testing::ValuesIn(kStandardRows), kNameOfRow);
 
 TEST_F(Errors, TextOfAStandardExceptionIsTaggedASCII)
 {
@@ -233,10 +232,8 @@ TEST_F(Errors, StringBuilderThatKeepsThrowingEndsWithAnEmptyMessage)
     static constexpr BuildString kThrows = [](const char *, int32_t) -> REALstring {
         throw std::bad_alloc();
     };
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALBuildString", reinterpret_cast<void *>(kThrows));
-    });
-    ExpectRaised(
+    Host &host = StartReplacing("REALBuildString", reinterpret_cast<void *>(kThrows));
+    ExpectRaisedBy(
         host, [] { REALBuildUnicodeString("text", 4, kCFStringEncodingUTF8); }, "OutOfMemoryException", "");
 }
 

@@ -115,22 +115,6 @@ private:
     CFStringRef string_;
 };
 
-std::string Repeated(const std::string &bytes, size_t count)
-{
-    std::string text;
-    for (size_t index = 0; index < count; ++index)
-        text += bytes;
-    return text;
-}
-
-void ExpectRaised(Host &host, const std::string &className, const std::string &message)
-{
-    const Value exception = host.TakeException();
-    ASSERT_FALSE(exception.IsNil()) << "nothing was raised";
-    EXPECT_EQ(host.ClassOf(exception), className);
-    EXPECT_EQ(host.Get(exception, "Message").AsString(), message);
-}
-
 } // namespace
 
 TEST_F(Heap, IsNotUsedForCocoaStringsOfUpTo99Units)
@@ -145,7 +129,7 @@ TEST_F(Heap, IsNotUsedForCocoaStringsOfUpTo99Units)
 
         ASSERT_EQ(allocations, 0) << length;
         EXPECT_EQ(string, kBuiltString);
-        EXPECT_EQ(Built(), Repeated("\xE4\xB8\xAD", length));
+        EXPECT_EQ(Built(), Repeated("\xE4\xB8\xAD"s, length));
     }
 }
 
@@ -162,7 +146,7 @@ TEST_F(Heap, HoldsSixBytesForEachUnitOfLongerCocoaStringsUntilTheyAreBuilt)
         EXPECT_EQ(heap.LastSize(), length * 6);
         EXPECT_EQ(heap.Unfreed(), 0);
         EXPECT_EQ(string, kBuiltString);
-        EXPECT_EQ(Built(), Repeated("\xE4\xB8\xAD", length));
+        EXPECT_EQ(Built(), Repeated("\xE4\xB8\xAD"s, length));
     }
 }
 
@@ -255,7 +239,7 @@ TEST_F(NoMemory, GivesTheNullStringForALongCocoaStringAndRaisesNothing)
     }
     EXPECT_EQ(gConversions, 0) << "there is no buffer";
     EXPECT_TRUE(host.Trace().empty());
-    EXPECT_TRUE(host.TakeException().IsNil());
+    ExpectNothingRaised();
 
     EXPECT_EQ(Owned(CFString2RBString(text.Get())).StringBytes(), std::string(100, 'a')) << "now there is";
     EXPECT_EQ(gConversions, 1);
@@ -274,7 +258,7 @@ TEST_F(NoMemory, GivesTheNullStringForLongUTF32)
     EXPECT_EQ(host.CallsOf("REALBuildStringWithEncoding"), 0);
     // It need not be raised; if it is, then as this.
     if (host.CallsOf("RuntimeRaiseException") != 0)
-        ExpectRaised(host, "OutOfMemoryException", "Failed to allocate memory.");
+        ExpectRaised("OutOfMemoryException", "Failed to allocate memory.");
 
     const REALstring string = REALBuildUnicodeString(points.data(), 800, kCFStringEncodingUTF32);
     EXPECT_EQ(Owned(string).StringBytes(), std::string(200, 'a')) << "now there is";
@@ -290,7 +274,7 @@ TEST_F(NoMemory, ForTheTextLeavesAnOutOfBoundsExceptionWithAShortOne)
             RaiseOutOfBoundsException(value, 3);
             EXPECT_TRUE(heap.HasFailed());
         }
-        ExpectRaised(host, "OutOfBoundsException", "Out of Bounds");
+        ExpectRaised("OutOfBoundsException", "Out of Bounds");
     }
     EXPECT_EQ(host.CallsOf("RuntimeRaiseException"), 2);
 }

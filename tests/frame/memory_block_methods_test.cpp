@@ -1,5 +1,6 @@
 // The methods of host memory blocks: the constructor that makes one of any size, the pointer to its bytes.
 #include "frame/memory_blocks.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/linked_test.h"
 #include "tests/support/trace.h"
 
@@ -7,9 +8,6 @@ using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr char kConstructor[] = "Constructor(bytes as Integer)";
-constexpr char kConvertToPointer[] = "Operator_Convert() As Ptr";
 
 /// The size that a block reports after the constructor has run.
 int64_t gReportedSize;
@@ -25,16 +23,8 @@ void *NoPointer(REALobject)
     return nullptr;
 }
 
-class MemoryBlockMethods : public LinkedTest {
-protected:
-    Host &StartLacking(const char *function)
-    {
-        return Start(2024.01, [&](Host &unloaded) { unloaded.Lack(function); });
-    }
-};
-
-using MemoryBlockWork = MemoryBlockMethods;
-using MemoryBlockPointer = MemoryBlockMethods;
+using MemoryBlockWork = LinkedTest;
+using MemoryBlockPointer = LinkedTest;
 
 /// The block that a request for the size ends with.
 Value BlockOfSize(int64_t size)
@@ -73,46 +63,39 @@ TEST_F(MemoryBlockWork, ConstructorMakesABlockOfTheSize)
 
 TEST_F(MemoryBlockWork, ConstructorMayMakeMoreThanAsked)
 {
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&ReportSize));
-    });
+    StartReplacing("REALGetPropValueInteger", reinterpret_cast<void *>(&ReportSize));
     gReportedSize = 17;
     EXPECT_FALSE(BlockOfSize(16).IsNil());
 }
 
 TEST_F(MemoryBlockWork, ConstructorsBlockHasItsSizeFromTheHostFunctionWithoutTheProperty)
 {
-    Host &host = StartLacking("REALGetPropValueInteger");
+    Host &host = StartLacking({"REALGetPropValueInteger"});
     EXPECT_FALSE(BlockOfSize(16).IsNil());
     EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
 }
 
 TEST_F(MemoryBlockWork, ConstructorsBlockWithoutAnySizeIsGivenBack)
 {
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Lack("REALGetPropValueInteger");
-        unloaded.Lack("memoryBlockGetSize");
-    });
+    StartLacking({"REALGetPropValueInteger", "memoryBlockGetSize"});
     EXPECT_TRUE(BlockOfSize(16).IsNil());
 }
 
 TEST_F(MemoryBlockWork, ConstructorIsLookedUpOnce)
 {
     Host &host = Start();
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 3; ++round)
         EXPECT_FALSE(BlockOfSize(16).IsNil());
-    }
-    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kMemoryBlockConstructor), 1);
     EXPECT_EQ(host.CallsOf("MemoryBlock.Constructor"), 3);
 }
 
 TEST_F(MemoryBlockWork, MissingConstructorIsLookedUpOnce)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConstructor); });
-    for (int round = 0; round < 3; ++round) {
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kMemoryBlockConstructor); });
+    for (int round = 0; round < 3; ++round)
         EXPECT_TRUE(BlockOfSize(16).IsNil());
-    }
-    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kMemoryBlockConstructor), 1);
     EXPECT_EQ(host.CallsOf("PluginNewInstance"), 3);
     EXPECT_TRUE(host.TakeException().IsNil());
 }
@@ -121,9 +104,9 @@ TEST_F(MemoryBlockWork, ConstructorIsLookedUpWithTheFirstInstanceThatThereIs)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.AnswerFrom("PluginNewInstance", 2); });
     EXPECT_TRUE(BlockOfSize(16).IsNil());
-    EXPECT_EQ(LoadsOf(host, kConstructor), 0);
+    EXPECT_EQ(LoadsOf(host, kMemoryBlockConstructor), 0);
     EXPECT_FALSE(BlockOfSize(16).IsNil());
-    EXPECT_EQ(LoadsOf(host, kConstructor), 1);
+    EXPECT_EQ(LoadsOf(host, kMemoryBlockConstructor), 1);
     EXPECT_EQ(host.CallsOf("MemoryBlock.Constructor"), 1);
 }
 
@@ -151,19 +134,17 @@ TEST_F(MemoryBlockPointer, PointerMethodIsFoundOnceThroughATemporaryBlock)
 TEST_F(MemoryBlockPointer, PointerMethodIsThatOfTheTemporaryBlockNotOfAProgramsOwnClass)
 {
     Host &host = Start();
-    qzlhost::ClassDefinition definition;
-    definition.name = "ProgramBlock";
-    definition.super = "MemoryBlock";
-    definition.methods.push_back(
-        {kConvertToPointer, [](const Value &, const std::vector<Value> &) { return Value(int64_t{0}); }});
-    host.DefineClass(std::move(definition));
+    host.DefineClass(
+        {.name = "ProgramBlock",
+         .super = "MemoryBlock",
+         .methods = {{kConvertToPointer, [](const Value &, const auto &) { return Value(int64_t{0}); }}}});
     const Value block = host.New("ProgramBlock", {3});
     EXPECT_NE(MyREALMemoryBlockGetPtr(BlockHandle(block)), nullptr);
 }
 
 TEST_F(MemoryBlockPointer, PointerMethodIsAskedOfTheBlockItselfWithoutATemporaryOne)
 {
-    Host &host = StartLacking("newMemoryBlock");
+    Host &host = StartLacking({"newMemoryBlock"});
     const Value block = host.NewMemoryBlock("bytes");
     EXPECT_EQ(TextAtPointer(block), "bytes");
     EXPECT_EQ(LoadsOf(host, kConvertToPointer), 1);

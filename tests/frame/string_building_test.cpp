@@ -179,6 +179,15 @@ TEST_F(StringBuilding, TagsBytesBelow0x80AsASCIIInEightBitEncodings)
     EXPECT_EQ(Build("plain", 0x0A01).StringEncoding(), 0x0A01u);
 }
 
+TEST_F(StringBuilding, KeepsBytesAndTagOfAnUnknownEncoding)
+{
+    Start();
+    const std::string bytes("te\0xt\xFF", 6);
+    const Value string = Build(bytes, 0x0BFE);
+    EXPECT_EQ(string.StringBytes(), bytes);
+    EXPECT_EQ(string.StringEncoding(), 0x0BFEu);
+}
+
 TEST_P(StringBuildingByVersion, OfBytesBuildsAndTags)
 {
     Host &host = Start(GetParam());

@@ -69,3 +69,21 @@ inline qzlhost::Value Convert(id object)
 {
     return Owned(NewVariantFromNSObject(object));
 }
+
+/// Expects that each conversion of the object makes a new wrapper of the host class, which is not registered.
+inline void ExpectNewWrapperEachTime(qzlhost::Host &host, id object, const std::string &hostClass)
+{
+    const Registry registry;
+    const NSUInteger retains = [object retainCount];
+    {
+        const qzlhost::Value first = Convert(object);
+        const qzlhost::Value second = Convert(object);
+        EXPECT_EQ(host.ClassOf(first), hostClass);
+        EXPECT_EQ(HandleOf<id>(host, first), object);
+        EXPECT_EQ(host.References(first), 1);
+        EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
+        EXPECT_EQ([object retainCount], retains + 2);
+        EXPECT_EQ(registry.At(object), nullptr);
+    }
+    EXPECT_EQ([object retainCount], retains);
+}

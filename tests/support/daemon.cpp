@@ -1,11 +1,8 @@
 // A notification daemon of a test's own: what GNUstep carries notifications between processes with.
 #include "tests/support/daemon.h"
 
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
-#include <system_error>
 
 namespace {
 
@@ -16,15 +13,6 @@ constexpr auto kStartLimit = 30s;
 /// Under the daemon's folder, the file that tells clients where it listens: the name that it registers, in
 /// base 64.
 constexpr char kRegisteredName[] = "/NSMessagePort/names/R0ROQ1NlcnZlcg==";
-
-std::string NewFolder()
-{
-    // Not where TMPDIR says, which may be a long way down.
-    char path[] = "/tmp/qzl-test-XXXXXX";
-    if (mkdtemp(path) == nullptr)
-        throw std::system_error(errno, std::generic_category(), "mkdtemp");
-    return path;
-}
 
 EnvironmentVariables ClientsEnvironment(const std::string &folder)
 {
@@ -39,14 +27,6 @@ EnvironmentVariables DaemonsEnvironment(const std::string &folder)
 }
 
 } // namespace
-
-PrivateFolder::PrivateFolder() : path_(NewFolder()) {}
-
-PrivateFolder::~PrivateFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
 
 Daemon::Daemon()
     : process_({"gdnc", "--no-fork"}, DaemonsEnvironment(folder_.Path()), ChildProcess::Pipes::None)

@@ -4,22 +4,7 @@
 #include <string>
 
 #include "tests/support/child_process.h"
-
-/// A folder that is removed with all that is in it.
-class PrivateFolder {
-public:
-    /// A new one that only this user can enter. Its path is short: names of sockets are, and GNUstep has its
-    /// own below it. Throws std::system_error.
-    PrivateFolder();
-    ~PrivateFolder();
-    PrivateFolder(const PrivateFolder &) = delete;
-    PrivateFolder &operator=(const PrivateFolder &) = delete;
-
-    const std::string &Path() const { return path_; }
-
-private:
-    std::string path_;
-};
+#include "tests/support/private_folder.h"
 
 /// A running daemon, which only processes that know its folder reach. It is killed in the
 /// destructor, which returns once it has ended and its folder is gone.

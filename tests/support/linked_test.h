@@ -1,6 +1,8 @@
 // A test of the library's own functions, linked into the test, with the stand-in host behind them.
 #pragma once
 
+#include <initializer_list>
+
 #include "frame/host_types.h"
 #include "frame/loaded_host.h"
 #include "tests/support/plugin_test.h"
@@ -21,6 +23,33 @@ protected:
         rbversion_rbversion = version;
         return host;
     }
+
+    /// Start with a host that lacks these functions.
+    qzlhost::Host &StartLacking(std::initializer_list<const char *> functions)
+    {
+        return Start(2024.01, [&](qzlhost::Host &unloaded) {
+            for (const char *function : functions)
+                unloaded.Lack(function);
+        });
+    }
+
+    /// Start with this in place of a host function.
+    qzlhost::Host &StartReplacing(const char *function, void *replacement)
+    {
+        return Start(2024.01, [&](qzlhost::Host &unloaded) { unloaded.Replace(function, replacement); });
+    }
+
+    /// Expects that the library raised this host exception last, and takes it.
+    void ExpectRaised(const std::string &className, const std::string &message)
+    {
+        const qzlhost::Value exception = host().TakeException();
+        ASSERT_FALSE(exception.IsNil()) << "nothing was raised";
+        EXPECT_EQ(host().ClassOf(exception), className);
+        EXPECT_EQ(host().Get(exception, "Message").AsString(), message);
+        EXPECT_EQ(host().Get(exception, "ErrorNumber").AsInteger(), 0);
+    }
+
+    void ExpectNothingRaised() { EXPECT_TRUE(host().TakeException().IsNil()); }
 };
 
 /// The library's handle for a value that the host holds, borrowed.

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/host.h"
@@ -92,6 +93,16 @@ Object HandleOf(qzlhost::Host &host, const qzlhost::Value &instance)
 {
     return *static_cast<Object *>(host.InstanceData(instance));
 }
+
+#ifdef __OBJC__
+/// A new instance of a host class that wraps Cocoa objects, around this one, with a retain of its own.
+inline qzlhost::Value WrapperOf(qzlhost::Host &host, std::string_view className, id object)
+{
+    const qzlhost::Value instance = host.NewWithoutConstructor(className);
+    *static_cast<id *>(host.InstanceData(instance)) = [object retain];
+    return instance;
+}
+#endif
 
 /// Calls `member` and expects the host exception with this class and message.
 void ExpectException(const std::function<void()> &member, const std::string &className,

@@ -42,12 +42,3 @@ private:
     std::map<id, std::string> labels_;
     std::vector<std::string> messages_;
 };
-
-/// An instance of the host class around the object.
-inline qzlhost::Value WrapperOf(qzlhost::Host &host, const char *className, id object)
-{
-    const qzlhost::Value instance = host.NewWithoutConstructor(className);
-    // The instance gives this retain back at its end.
-    *static_cast<id *>(host.InstanceData(instance)) = [object retain];
-    return instance;
-}

@@ -27,6 +27,22 @@ inline Class MakeClass(const std::string &name, Class super, const std::vector<R
     return made;
 }
 
+/// Whether the class is the other one or derives from it. No class receives a message.
+inline bool DescendsFrom(Class cocoaClass, Class ancestor)
+{
+    while (cocoaClass != Nil && cocoaClass != ancestor)
+        cocoaClass = class_getSuperclass(cocoaClass);
+    return cocoaClass != Nil;
+}
+
+/// The same for a class that may be missing.
+inline bool DescendsFrom(Class cocoaClass, const std::string &ancestor)
+{
+    while (cocoaClass != Nil && class_getName(cocoaClass) != ancestor)
+        cocoaClass = class_getSuperclass(cocoaClass);
+    return cocoaClass != Nil;
+}
+
 /// Gives an object a class of its own that has these methods, too.
 inline void AddMethods(id object, const std::string &className, const std::vector<RuntimeMethod> &methods)
 {

@@ -22,16 +22,6 @@ struct StandardRow {
     std::string message;
 };
 
-inline void PrintTo(const StandardRow &row, std::ostream *stream)
-{
-    *stream << row.name;
-}
-
-inline std::string RowName(const ::testing::TestParamInfo<StandardRow> &info)
-{
-    return info.param.name;
-}
-
 /// A class of a program's own below one of the standard's.
 template <typename Base>
 struct Derived : Base {

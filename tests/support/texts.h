@@ -13,6 +13,17 @@ std::optional<std::string> Recode(std::string_view bytes, const char *from, cons
 std::optional<std::u16string> DecodedText(std::string_view bytes, const char *charset);
 std::optional<std::string> EncodedText(std::u16string_view text, const char *charset);
 
+/// The text that many times over.
+template <typename Unit>
+std::basic_string<Unit> Repeated(const std::basic_string<Unit> &text, size_t count)
+{
+    std::basic_string<Unit> repeated;
+    repeated.reserve(text.size() * count);
+    for (; count > 0; --count)
+        repeated += text;
+    return repeated;
+}
+
 /// The bytes of units in the machine's order, borrowed.
 template <typename Unit>
 std::string_view BytesOfUnits(const std::basic_string<Unit> &units)

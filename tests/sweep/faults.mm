@@ -1,5 +1,6 @@
 // One fault in one call of a host function that the library makes.
 #include "tests/sweep/faults.h"
+#include "tests/support/values.h"
 
 #import <Foundation/Foundation.h>
 
@@ -41,10 +42,8 @@ thread_local bool gIsFaulty = false;
 void ComeBack(Host &host)
 {
     const LibraryCall outside(false);
-    const Value inner = host.NewDictionary();
-    host.DictionarySet(inner, "inner", "text");
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "outer", inner);
+    const Value inner = NewDictionary(host, {{"inner", "text"}});
+    const Value outer = NewDictionary(host, {{"outer", inner}});
     const Value array = host.NewArray(qzlhost::code::Object, {outer, Value("text").Boxed()});
     const Value notification =
         host.CallShared(kNotification, "notificationWithName", {"again", array, outer});

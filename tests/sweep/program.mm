@@ -1,5 +1,6 @@
 // A host program that visits the whole library.
 #include "tests/sweep/program.h"
+#include "tests/support/values.h"
 
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
@@ -223,11 +224,7 @@ void SweptProgram::Heard(const Value &notification)
 
 void SweptProgram::AddMembers()
 {
-    const auto info = [this] {
-        const Value dictionary = host_.NewDictionary();
-        host_.DictionarySet(dictionary, "key", "value");
-        return dictionary;
-    };
+    const auto info = [this] { return NewDictionary(host_, {{"key", "value"}}); };
     for (const char *className : {kObserver, kNotification, kCenter, kDistributed, kDiscs})
         AddStep(std::string("bare ") + className, [this, className] {
             const LibraryCall call;
@@ -301,9 +298,7 @@ void SweptProgram::AddValuesToCocoa()
     const auto add = [this](const char *name, std::function<Value()> make) {
         AddStep(std::string("to Cocoa: ") + name, [this, make = std::move(make)] {
             const Value object = make();
-            const Value info = host_.NewDictionary();
-            host_.DictionarySet(info, "key", object);
-            const Value notification = Notification(object, info);
+            const Value notification = Notification(object, NewDictionary(host_, {{"key", object}}));
             return Shown(Get(notification, "objectVariant")) + Shown(Get(notification, "userInfo"));
         });
     };
@@ -329,13 +324,8 @@ void SweptProgram::AddValuesToCocoa()
     add("a missing folder item", [this] { return host_.NewFolderItem("/usr/missing \xC3\xBC"); });
     add("the root folder", [this] { return host_.NewFolderItem("/"); });
     add("a Dictionary", [this] {
-        const Value inner = host_.NewDictionary();
-        host_.DictionarySet(inner, 1, "one");
-        const Value outer = host_.NewDictionary();
-        host_.DictionarySet(outer, "inner", inner);
-        host_.DictionarySet(outer, "nothing", Value());
-        host_.DictionarySet(outer, "last", 2);
-        return outer;
+        const Value inner = NewDictionary(host_, {{1, "one"}});
+        return NewDictionary(host_, {{"inner", inner}, {"nothing", Value()}, {"last", 2}});
     });
     add("an empty Dictionary", [this] { return host_.NewDictionary(); });
     addArray("integers", code::Int32, [](Host &) { return std::vector<Value>{1, 2}; });
@@ -427,8 +417,7 @@ void SweptProgram::AddDelivery()
     AddStep("delivery on the main thread", [this] {
         const Value observer = New("ProgramObserver");
         const Value center = CallShared(kCenter, "defaultCenter");
-        const Value info = host_.NewDictionary();
-        host_.DictionarySet(info, "key", "value");
+        const Value info = NewDictionary(host_, {{"key", "value"}});
         Call(center, "addObserver", {observer, kName});
         Call(center, "postNotificationName", {kName});
         Call(center, "postNotificationName", {kName, "object"});

@@ -24,7 +24,7 @@ protected:
     {
         DefineWrapperClass(host(), "NSPathComponentCellQZL");
         NSObject *const handle = [[[NSObject alloc] init] autorelease];
-        EXPECT_EQ(Convert(NewHolder(host(), "NSPathComponentCellQZL", handle)), handle);
+        EXPECT_EQ(Convert(WrapperOf(host(), "NSPathComponentCellQZL", handle)), handle);
     }
 };
 
@@ -57,7 +57,7 @@ TEST_F(FirstLookUps, AreAllMadeForAnObjectOfTheFirstClass)
 {
     Host &host = Start();
     DefineWrapperClass(host, "NSPathComponentCellQZL");
-    const Value object = NewHolder(host, "NSPathComponentCellQZL", @"handle");
+    const Value object = WrapperOf(host, "NSPathComponentCellQZL", @"handle");
     EXPECT_EQ(AskedFor(object), AndRemembered({"MemoryBlock", "Dictionary"}));
     EXPECT_EQ(AskedFor(object), (Names{"MemoryBlock", "Dictionary"}));
 }
@@ -81,7 +81,7 @@ TEST_F(FirstLookUps, AreNotMadeAgainForClassesThatWereNotThere)
         if (host.HasClass(className))
             continue;
         DefineWrapperClass(host, className);
-        const Value object = NewHolder(host, className, @"handle");
+        const Value object = WrapperOf(host, className, @"handle");
         EXPECT_EQ(AskedFor(object), AndOthers({"MemoryBlock", "Dictionary"})) << className;
         EXPECT_EQ(Convert(object), nil) << className;
     }

@@ -1,6 +1,8 @@
 // When the host values that a conversion reads on its way are given back: after Cocoa has what they became.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/row_names.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -66,16 +68,11 @@ struct ElementKind {
     Value (*make)(Host &host);
 };
 
-void PrintTo(const ElementKind &kind, std::ostream *stream)
-{
-    *stream << kind.name;
-}
-
 constexpr ElementKind kKinds[] = {
     {"Strings", code::String, [](Host &) { return Value("string"); }},
     {"Texts", code::Text, [](Host &) { return Value::TextOf("text"); }},
     {"Dates", code::Date, [](Host &host) { return host.NewDate(2024, 2, 29, 14, 5, 9); }},
-    {"Objects", code::Object, [](Host &host) { return NewHolder(host, "NSTimerQZL", @"object"); }},
+    {"Objects", code::Object, [](Host &host) { return WrapperOf(host, "NSTimerQZL", @"object"); }},
 };
 
 class ElementsGivenBack : public MemberConversion, public ::testing::WithParamInterface<ElementKind> {};
@@ -84,8 +81,7 @@ protected:
     /// What happens while a Dictionary with this one entry is converted.
     std::vector<std::string> EventsOfEntry(const Value &key, const Value &value)
     {
-        const Value dictionary = host().NewDictionary();
-        host().DictionarySet(dictionary, key, value);
+        const Value dictionary = NewDictionary(host(), {{key, value}});
         gNames = {{key.ObjectPointer(), "key"}, {value.ObjectPointer(), "value"}};
         gNames.erase(nullptr);
         gEvents.clear();
@@ -128,16 +124,15 @@ TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
     EXPECT_EQ(gEvents, (std::vector<std::string>{"append", "unlock element", "append", "unlock element"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, ElementsGivenBack, ::testing::ValuesIn(kKinds),
-                         [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Kinds, ElementsGivenBack, ::testing::ValuesIn(kKinds), kNameOfRow);
 
 TEST_F(EntriesGivenBack, KeyThenValueAfterTheyAreStored)
 {
     using Events = std::vector<std::string>;
     Host &host = Start({}, StandInForUnlocks);
     DefineWrapperClass(host, "NSTimerQZL");
-    const Value key = NewHolder(host, "NSTimerQZL", @"key");
-    const Value value = NewHolder(host, "NSTimerQZL", @"value");
+    const Value key = WrapperOf(host, "NSTimerQZL", @"key");
+    const Value value = WrapperOf(host, "NSTimerQZL", @"value");
     EXPECT_EQ(EventsOfEntry(key, 1), (Events{"store", "unlock key"}));
     EXPECT_EQ(EventsOfEntry("key", value), (Events{"store", "unlock value"}));
     EXPECT_EQ(EventsOfEntry(key, value), (Events{"store", "unlock key", "unlock value"}));

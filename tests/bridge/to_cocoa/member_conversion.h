@@ -38,11 +38,3 @@ protected:
         return raised.IsNil() ? nil : [[HandleOf<NSException *>(host(), raised) retain] autorelease];
     }
 };
-
-/// A new instance of a wrapper class, with a retain of its own on the Cocoa object.
-inline qzlhost::Value NewHolder(qzlhost::Host &host, const std::string &className, id handle)
-{
-    const qzlhost::Value holder = host.New(className);
-    *static_cast<id *>(host.InstanceData(holder)) = [handle retain];
-    return holder;
-}

@@ -7,8 +7,10 @@
 
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/random_values.h"
 #include "tests/support/value_model.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -150,7 +152,7 @@ protected:
         for (const char *name : kWrapperNames) {
             DefineWrapperClass(host, name);
             wrapped_[name] = [[[NSObject alloc] init] autorelease];
-            wrappers_.push_back(NewHolder(host, name, wrapped_[name]));
+            wrappers_.push_back(WrapperOf(host, name, wrapped_[name]));
         }
         return host;
     }
@@ -211,14 +213,10 @@ TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
 TEST_F(Trees, EntriesAfterANestedDictionaryAreAllThere)
 {
     Host &host = Start();
-    const Value inner = host.NewDictionary();
-    host.DictionarySet(inner, "inner", 1);
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "first", inner);
-    host.DictionarySet(outer, "second", 2);
-    host.DictionarySet(outer, "third", inner);
-    host.DictionarySet(outer, "fourth", host.NewDictionary());
-    host.DictionarySet(outer, "fifth", 5);
+    const Value inner = NewDictionary(host, {{"inner", 1}});
+    const Value outer = NewDictionary(
+        host,
+        {{"first", inner}, {"second", 2}, {"third", inner}, {"fourth", host.NewDictionary()}, {"fifth", 5}});
 
     NSDictionary *const converted = Convert(outer);
 
@@ -235,38 +233,26 @@ TEST_F(Trees, EntriesAfterANestedDictionaryAreAllThere)
 TEST_F(Trees, NestedDictionaryTakesTheMethodsOver)
 {
     Host &host = Start();
-    const Value inner = host.NewDictionary();
-    host.DictionarySet(inner, "inner", 1);
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "first", inner);
-    host.DictionarySet(outer, "second", 2);
-    host.DictionarySet(outer, "third", 3);
+    const Value inner = NewDictionary(host, {{"inner", 1}});
+    const Value outer = NewDictionary(host, {{"first", inner}, {"second", 2}, {"third", 3}});
     host.ClearTrace();
 
     Convert(outer);
 
-    EXPECT_EQ(LoadsOf(host, "Key(index As Integer) As Variant"), 3)
-        << "for the outer, the inner, and the outer again";
+    EXPECT_EQ(LoadsOf(host, kDictionaryKeyGetter), 3) << "for the outer, the inner, and the outer again";
 }
 
 TEST_F(Trees, NestedDictionaryOfAnotherClassIsReadByItsOwnMethodsAndTheOuterByIts)
 {
     Host &host = Start();
-    qzlhost::ClassDefinition definition;
-    definition.name = "ProgramDictionary";
-    definition.super = "Dictionary";
-    definition.methods = {
-        {"Key(index As Integer) As Variant",
-         [](const Value &, const std::vector<Value> &) { return Value("own key"); }},
-        {"Value(key As Variant) As Variant",
-         [](const Value &, const std::vector<Value> &) { return Value("own value"); }},
-    };
-    host.DefineClass(std::move(definition));
+    host.DefineClass(
+        {.name = "ProgramDictionary",
+         .super = "Dictionary",
+         .methods = {{kDictionaryKeyGetter, [](const Value &, const auto &) { return Value("own key"); }},
+                     {kDictionaryGetter, [](const Value &, const auto &) { return Value("own value"); }}}});
     const Value inner = host.New("ProgramDictionary");
     host.DictionarySet(inner, "key", "value");
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "first", inner);
-    host.DictionarySet(outer, "second", 2);
+    const Value outer = NewDictionary(host, {{"first", inner}, {"second", 2}});
 
     NSDictionary *const converted = Convert(outer);
 
@@ -277,8 +263,7 @@ TEST_F(Trees, NestedDictionaryOfAnotherClassIsReadByItsOwnMethodsAndTheOuterByIt
 TEST_F(Trees, SameDictionaryTwiceIsConvertedTwice)
 {
     Host &host = Start();
-    const Value inner = host.NewDictionary();
-    host.DictionarySet(inner, "key", "value");
+    const Value inner = NewDictionary(host, {{"key", "value"}});
     const Value array = host.NewArray(qzlhost::code::Object, {inner, inner});
     NSArray *const converted = Convert(array);
     EXPECT_TRUE([converted isEqual:(@[ @{@"key" : @"value"}, @{@"key" : @"value"} ])]);
@@ -288,9 +273,7 @@ TEST_F(Trees, SameDictionaryTwiceIsConvertedTwice)
 TEST_F(Trees, LaterOfTwoKeysThatAreEqualToCocoaWins)
 {
     Host &host = Start();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, true, "boolean");
-    host.DictionarySet(dictionary, 1, "number");
+    const Value dictionary = NewDictionary(host, {{true, "boolean"}, {1, "number"}});
     ASSERT_EQ(host.DictionaryCount(dictionary), 2);
     NSDictionary *const converted = Convert(dictionary);
     EXPECT_TRUE([converted isEqual:(@{@1 : @"number"})]) << Described(converted);
@@ -299,11 +282,10 @@ TEST_F(Trees, LaterOfTwoKeysThatAreEqualToCocoaWins)
 TEST_F(Trees, NilKeyIsSkippedAndKeyWithoutACocoaObjectIsNull)
 {
     Host &host = StartWithWrappers();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, Value(), "nil key");
-    host.DictionarySet(dictionary, host.New("ProgramObject"), "first");
-    host.DictionarySet(dictionary, host.New("ProgramObject"), "second");
-    host.DictionarySet(dictionary, "key", "third");
+    const Value dictionary = NewDictionary(host, {{Value(), "nil key"},
+                                                  {host.New("ProgramObject"), "first"},
+                                                  {host.New("ProgramObject"), "second"},
+                                                  {"key", "third"}});
     NSDictionary *const expected = @{[NSNull null] : @"second", @"key" : @"third"};
     EXPECT_TRUE([Convert(dictionary) isEqual:expected]);
 }
@@ -315,13 +297,8 @@ TEST_F(Trees, CocoaExceptionInTheMiddleLeavesNothingBehind)
     family.OfferExceptions();
     const Value shared = host.NewArray(qzlhost::code::Int64, {1});
     const Value refused = host.NewArray(qzlhost::code::Object, {shared, Value()});
-    const Value inner = host.NewDictionary();
-    host.DictionarySet(inner, "shared", shared);
-    host.DictionarySet(inner, "refused", refused);
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "before", shared);
-    host.DictionarySet(outer, "inner", inner);
-    host.DictionarySet(outer, "after", shared);
+    const Value inner = NewDictionary(host, {{"shared", shared}, {"refused", refused}});
+    const Value outer = NewDictionary(host, {{"before", shared}, {"inner", inner}, {"after", shared}});
     const std::vector<Value> values = {shared, refused, inner, outer};
     const std::vector<int64_t> references = ReferencesOf(host, values);
 

@@ -16,7 +16,7 @@ protected:
     {
         SCOPED_TRACE(className);
         NSObject *const handle = [[[NSObject alloc] init] autorelease];
-        const Value wrapper = NewHolder(host(), className, handle);
+        const Value wrapper = WrapperOf(host(), className, handle);
         const NSUInteger retains = [handle retainCount];
         {
             const qzlhost::AutoreleasePool pool;
@@ -65,7 +65,7 @@ TEST_F(WrapperClasses, WrapperWithoutAnObjectIsNil)
 {
     Host &host = Start();
     DefineWrapperClass(host, "NSTimerQZL");
-    EXPECT_EQ(Convert(NewHolder(host, "NSTimerQZL", nil)), nil);
+    EXPECT_EQ(Convert(WrapperOf(host, "NSTimerQZL", nil)), nil);
 }
 
 TEST_F(WrapperClasses, ProgramsOwnSubclassGivesTheObject)
@@ -93,7 +93,7 @@ TEST_P(WrapperClassesWithout, NoObjectIsAWrapper)
     NSObject *const handle = [[[NSObject alloc] init] autorelease];
     for (const char *className : {"NSTimerQZL", "PDFActionQZL", "CFObjectQZL"}) {
         DefineWrapperClass(host, className);
-        EXPECT_EQ(Convert(NewHolder(host, className, handle)), nil) << className;
+        EXPECT_EQ(Convert(WrapperOf(host, className, handle)), nil) << className;
     }
 }
 

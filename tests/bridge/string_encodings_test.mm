@@ -2,7 +2,7 @@
 #include <map>
 #include <tuple>
 
-#include "tests/support/encoding_test.h"
+#include "tests/bridge/encoding_test.h"
 
 using qzlhost::Value;
 using namespace std::string_literals;
@@ -19,11 +19,6 @@ struct CodePage {
     /// Bytes that the C library's table has otherwise than the published one.
     std::map<int, char16_t> differences = {};
 };
-
-void PrintTo(const CodePage &page, std::ostream *stream)
-{
-    *stream << page.name;
-}
 
 const std::map<int, char16_t> kMacRomanDifferences = {{0xC6, 0x2206}, {0xF0, 0xF8FF}};
 
@@ -85,11 +80,6 @@ struct Sample {
     const char *charset;
     std::u16string text;
 };
-
-void PrintTo(const Sample &sample, std::ostream *stream)
-{
-    *stream << sample.name;
-}
 
 const std::u16string kWorld =
     u"plain gr\u00FC\u00DF \u0416 \u4E2D\u6587 \u3042 \U0001F600 \U00010000 \U0010FFFD \uFFFD \uE000";

@@ -1,12 +1,7 @@
 // Texts of every length around the library's buffers, and very long ones, in both directions.
-#import <Foundation/Foundation.h>
+#include "tests/bridge/encoding_test.h"
+#include "tests/support/row_names.h"
 
-#include "bridge/to_cocoa/string_to_cocoa.h"
-#include "frame/host_strings.h"
-#include "tests/support/linked_test.h"
-#include "tests/support/texts.h"
-
-using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
@@ -20,11 +15,6 @@ struct Character {
     std::u16string units;
 };
 
-void PrintTo(const Character &character, std::ostream *stream)
-{
-    *stream << character.name;
-}
-
 const Character kCharacters[] = {
     {"OneByte", u"a"},
     {"TwoBytes", u"\u00E4"},
@@ -33,21 +23,7 @@ const Character kCharacters[] = {
     {"Mixed", u"a\u00E4\uD7FF\uE000\uFFFF\U00010000\U0010FFFF"},
 };
 
-std::u16string Repeated(const std::u16string &units, size_t count)
-{
-    std::u16string text;
-    text.reserve(units.size() * count);
-    for (size_t index = 0; index < count; ++index)
-        text += units;
-    return text;
-}
-
-Value Build(std::string_view bytes, uint32_t encoding)
-{
-    return Owned(REALBuildUnicodeString(bytes.data(), static_cast<int64_t>(bytes.size()), encoding));
-}
-
-class EveryLength : public LinkedTest, public ::testing::WithParamInterface<Character> {
+class EveryLength : public EncodingTest, public ::testing::WithParamInterface<Character> {
 protected:
     /// Checks the texts of the parameter's character up to the longest, each with its UTF-8.
     template <typename Check>
@@ -63,51 +39,44 @@ protected:
 
     void ExpectWholeInCocoa()
     {
-        ForEachText([](const std::u16string &text, const std::string &utf8) {
+        ForEachText([this](const std::u16string &text, const std::string &utf8) {
             const qzlhost::AutoreleasePool pool;
-            const Value string = Value::StringOfBytes(utf8, qzlhost::encoding::UTF8);
-            EXPECT_EQ(UnitsOf(NewNSString(StringOf(string))), text);
+            EXPECT_EQ(Read(utf8, qzlhost::encoding::UTF8), text);
         });
     }
 };
 
-std::string CharacterName(const ::testing::TestParamInfo<Character> &info)
-{
-    return info.param.name;
-}
-
 class UTF32OnOldHosts : public EveryLength {};
 
-/// Whether the host answers with Core Foundation strings.
-class LongText : public LinkedTest, public ::testing::WithParamInterface<bool> {};
+class LongText : public EncodingTest, public ::testing::WithParamInterface<Route> {};
 
 } // namespace
 
 TEST_P(EveryLength, ComesFromCocoaWhole)
 {
     Start();
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
+    ForEachText([this](const std::u16string &text, const std::string &utf8) {
         const qzlhost::AutoreleasePool pool;
-        EXPECT_EQ(Owned(CFString2RBString((CFStringRef)CocoaString(text))).StringBytes(), utf8);
+        EXPECT_EQ(Write(text), utf8);
     });
 }
 
 TEST_P(EveryLength, GoesToCocoaWholeAsTheHostsCFString)
 {
-    Start();
+    StartOnRoute(Route::HostsCFString);
     ExpectWholeInCocoa();
 }
 
 TEST_P(EveryLength, GoesToCocoaWholeFromBytes)
 {
-    Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetStringCFString"); });
+    StartOnRoute(Route::Bytes);
     ExpectWholeInCocoa();
 }
 
 TEST_P(EveryLength, IsBuiltWholeFromUTF16)
 {
     Start();
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
+    ForEachText([this](const std::u16string &text, const std::string &utf8) {
         EXPECT_EQ(Build(BytesOfUnits(text), qzlhost::encoding::UTF16).StringBytes(), utf8);
     });
 }
@@ -115,13 +84,13 @@ TEST_P(EveryLength, IsBuiltWholeFromUTF16)
 TEST_P(EveryLength, IsBuiltWholeFromUTF32)
 {
     Start();
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
+    ForEachText([this](const std::u16string &text, const std::string &utf8) {
         const std::string bytes = EncodedText(text, "UTF-32LE").value();
         EXPECT_EQ(Build(bytes, qzlhost::encoding::UTF32).StringBytes(), utf8);
     });
 }
 
-TEST_P(EveryLength, WithTheLongestTextAtItsEndIsRefusedForALoneSurrogate)
+TEST_P(EveryLength, WithALoneSurrogateAtItsEndIsRefused)
 {
     Start();
     ForEachText([](const std::u16string &text, const std::string &) {
@@ -131,12 +100,12 @@ TEST_P(EveryLength, WithTheLongestTextAtItsEndIsRefusedForALoneSurrogate)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(All, EveryLength, ::testing::ValuesIn(kCharacters), CharacterName);
+INSTANTIATE_TEST_SUITE_P(All, EveryLength, ::testing::ValuesIn(kCharacters), kNameOfRow);
 
 TEST_P(UTF32OnOldHosts, IsBuiltWholeWithUpToThreeBytesMore)
 {
     Start(2012.99);
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
+    ForEachText([this](const std::u16string &text, const std::string &utf8) {
         std::string bytes = EncodedText(text, "UTF-32LE").value();
         for (int more = 0; more < 4; ++more, bytes += '\x7F')
             EXPECT_EQ(Build(bytes, qzlhost::encoding::UTF32).StringBytes(), utf8) << more;
@@ -146,14 +115,14 @@ TEST_P(UTF32OnOldHosts, IsBuiltWholeWithUpToThreeBytesMore)
 TEST_P(UTF32OnOldHosts, SurrogatesAndNumbersBeyondUnicodeFitTheBuffers)
 {
     Start(2012.99);
-    ForEachText([](const std::u16string &text, const std::string &utf8) {
+    ForEachText([this](const std::u16string &text, const std::string &utf8) {
         const std::u32string wrong = {0xD800, 0x110000, 0xDFFF, 0xFFFFFFFF};
         const std::string bytes = EncodedText(text, "UTF-32LE").value() + std::string(BytesOfUnits(wrong));
         EXPECT_EQ(Build(bytes, qzlhost::encoding::UTF32).StringBytes(), utf8 + "\xEF\xBF\xBD\xEF\xBF\xBD");
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(All, UTF32OnOldHosts, ::testing::ValuesIn(kCharacters), CharacterName);
+INSTANTIATE_TEST_SUITE_P(All, UTF32OnOldHosts, ::testing::ValuesIn(kCharacters), kNameOfRow);
 
 TEST_P(LongText, Of64MiBPassesBothWays)
 {
@@ -162,15 +131,9 @@ TEST_P(LongText, Of64MiBPassesBothWays)
         u"a text of sixty-four bytes: \u00E4\u00F6\u00FC \u0416 \u4E2D\u6587 \U0001F600 - and so on...";
     const std::string bytesOfPiece = EncodedText(piece, "UTF-8").value();
     ASSERT_EQ(bytesOfPiece.size(), 64u);
-    std::string bytes;
-    bytes.reserve(kBytes);
-    while (bytes.size() < kBytes)
-        bytes += bytesOfPiece;
+    const std::string bytes = Repeated(bytesOfPiece, kBytes / bytesOfPiece.size());
     const std::u16string text = Repeated(piece, kBytes / bytesOfPiece.size());
-    Start(2024.01, [](Host &unloaded) {
-        if (!GetParam())
-            unloaded.Lack("REALGetStringCFString");
-    });
+    StartOnRoute(GetParam());
     const Value string = Value::StringOfBytes(bytes, qzlhost::encoding::UTF8);
 
     NSString *const cocoa = NewNSString(StringOf(string));
@@ -181,5 +144,5 @@ TEST_P(LongText, Of64MiBPassesBothWays)
     EXPECT_TRUE(back.StringBytes() == bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LongText, ::testing::Bool(),
-                         [](const auto &info) { return info.param ? "AsTheHostsCFString" : "FromBytes"; });
+INSTANTIATE_TEST_SUITE_P(All, LongText, ::testing::ValuesIn(kRoutes),
+                         [](const auto &info) { return NameOf(info.param); });

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "tests/bridge/to_host/program_reading_test.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/ordered_dictionary.h"
 #include "tests/support/trace.h"
@@ -32,15 +33,11 @@ using qzlhost::Value;
 
 namespace {
 
-constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
-constexpr char kGetter[] = "Value(key As Variant) As Variant";
-constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
-
-class DictionaryMethods : public ProgramReadingTest {
+class DictionaryMethodsToHost : public ProgramReadingTest {
 protected:
     void ExpectLoadsOfEach(int64_t count)
     {
-        for (const char *declaration : {kSetter, kGetter, kKeyGetter})
+        for (const char *declaration : {kDictionarySetter, kDictionaryGetter, kDictionaryKeyGetter})
             EXPECT_EQ(LoadsOf(host(), declaration), count) << declaration;
     }
 };
@@ -65,7 +62,7 @@ void *MakeOneDictionary(const char *name)
 }
 
 /// With a host that has one Dictionary for all that ask for one, as a new one may lie where an old one lay.
-class OneDictionary : public DictionaryMethods {
+class OneDictionary : public DictionaryMethodsToHost {
 protected:
     Host &StartWithOneDictionary()
     {
@@ -81,7 +78,7 @@ protected:
 
 // Which Dictionary they were loaded for last
 
-TEST_F(DictionaryMethods, AreLoadedOnceForAFlatDictionary)
+TEST_F(DictionaryMethodsToHost, AreLoadedOnceForAFlatDictionary)
 {
     Host &host = Start();
     EXPECT_EQ(host.DictionaryCount(ReadUserInfo(@{@"a" : @1, @"b" : @2, @"c" : @3})), 3);
@@ -89,7 +86,7 @@ TEST_F(DictionaryMethods, AreLoadedOnceForAFlatDictionary)
     EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 3);
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheValues)
+TEST_F(DictionaryMethodsToHost, AreLoadedAgainAfterADictionaryAmongTheValues)
 {
     Host &host = Start();
     NSDictionary *const inner = OrderedDictionary(@[ @"x", @"y" ], @[ @1, @2 ]);
@@ -110,7 +107,7 @@ TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheValues)
     ExpectLoadsOfEach(4);
 }
 
-TEST_F(DictionaryMethods, AreNotLoadedAgainAfterADictionaryWithoutAListOfKeys)
+TEST_F(DictionaryMethodsToHost, AreNotLoadedAgainAfterADictionaryWithoutAListOfKeys)
 {
     Host &host = Start();
     const Value dictionary = ReadUserInfo(
@@ -123,7 +120,7 @@ TEST_F(DictionaryMethods, AreNotLoadedAgainAfterADictionaryWithoutAListOfKeys)
     ExpectLoadsOfEach(1);
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheKeys)
+TEST_F(DictionaryMethodsToHost, AreLoadedAgainAfterADictionaryAmongTheKeys)
 {
     Host &host = Start();
     const Value dictionary =
@@ -133,7 +130,7 @@ TEST_F(DictionaryMethods, AreLoadedAgainAfterADictionaryAmongTheKeys)
     ExpectLoadsOfEach(3);
 }
 
-TEST_F(DictionaryMethods, AreLoadedAfterADictionaryInsideAnArray)
+TEST_F(DictionaryMethodsToHost, AreLoadedAfterADictionaryInsideAnArray)
 {
     Host &host = Start();
     const Value dictionary =
@@ -172,7 +169,7 @@ TEST_F(OneDictionary, HasItsMethodsLoadedAfterAConversionThatRaised)
 
 // An entry
 
-TEST_F(DictionaryMethods, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
+TEST_F(DictionaryMethodsToHost, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
 {
     Host &host = Start();
     host.ClearTrace();
@@ -186,7 +183,7 @@ TEST_F(DictionaryMethods, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
                                                    "REALLoadObjectMethod", "Dictionary.Value="}));
 }
 
-TEST_F(DictionaryMethods, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBack)
+TEST_F(DictionaryMethodsToHost, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBack)
 {
     Host &host = Start();
     const Value dictionary = ReadUserInfo(OrderedDictionary(@[ @"one", @"two" ], @[ @7, @8 ]));
@@ -201,7 +198,7 @@ TEST_F(DictionaryMethods, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBack)
     EXPECT_EQ(calls, (std::vector<std::string>{"stored", "one", "7", "stored", "two", "8"}));
 }
 
-TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
+TEST_F(DictionaryMethodsToHost, StoreAsManyEntriesAsThereWereKeysAtFirst)
 {
     Host &host = Start();
     QZLTestGrowingKeys *const keys = [[[QZLTestGrowingKeys alloc] init] autorelease];
@@ -212,7 +209,7 @@ TEST_F(DictionaryMethods, StoreAsManyEntriesAsThereWereKeysAtFirst)
     EXPECT_TRUE(host.DictionaryGet(dictionary, "key 1").IsNil());
 }
 
-TEST_F(DictionaryMethods, AreNotNeededWithoutAListOfKeys)
+TEST_F(DictionaryMethodsToHost, AreNotNeededWithoutAListOfKeys)
 {
     Host &host = Start();
     const Value dictionary = ReadUserInfo(OrderedDictionary(nil, nil));

@@ -3,15 +3,13 @@
 
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
-constexpr char kGetter[] = "Value(key As Variant) As Variant";
-constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
 
 using LoadMethod = void *(qzlhost::Instance *object, const char *declaration);
 
@@ -21,36 +19,28 @@ qzlhost::Instance *gWithoutGetter;
 
 void *LoadMethodButOneGetter(qzlhost::Instance *object, const char *declaration)
 {
-    const bool withheld = object == gWithoutGetter && std::string_view(declaration) == kGetter;
+    const bool withheld = object == gWithoutGetter && std::string_view(declaration) == kDictionaryGetter;
     return withheld ? nullptr : gLoadMethod(object, declaration);
 }
 
-class DictionaryMethods : public MemberConversion {
+class DictionaryMethodsToCocoa : public MemberConversion {
 protected:
     /// A Dictionary of a program's own class, whose entries its own methods give.
     Value NewProgramDictionary(int entries, std::function<Value(int64_t index)> key,
                                std::function<Value(const Value &key)> value)
     {
-        qzlhost::ClassDefinition definition;
-        definition.name = "ProgramDictionary";
-        definition.super = "Dictionary";
-        definition.methods = {
-            {kKeyGetter,
-             [key](const Value &, const auto &arguments) { return key(arguments[0].AsInteger()); }},
-            {kGetter, [value](const Value &, const auto &arguments) { return value(arguments[0]); }},
-        };
-        host().DefineClass(std::move(definition));
+        host().DefineClass(
+            {.name = "ProgramDictionary",
+             .super = "Dictionary",
+             .methods = {
+                 {kDictionaryKeyGetter,
+                  [key](const Value &, const auto &arguments) { return key(arguments[0].AsInteger()); }},
+                 {kDictionaryGetter,
+                  [value](const Value &, const auto &arguments) { return value(arguments[0]); }},
+             }});
         const Value dictionary = host().New("ProgramDictionary");
         for (int entry = 0; entry < entries; ++entry)
             host().DictionarySet(dictionary, "stored key " + std::to_string(entry), "stored value");
-        return dictionary;
-    }
-
-    Value NewDictionaryOf(const std::vector<const char *> &keys)
-    {
-        const Value dictionary = host().NewDictionary();
-        for (const char *key : keys)
-            host().DictionarySet(dictionary, key, "value");
         return dictionary;
     }
 
@@ -59,7 +49,7 @@ protected:
     {
         std::vector<std::string> loads;
         for (const std::string &arguments : ArgumentsOf(host(), "REALLoadObjectMethod"))
-            for (const char *method : {kSetter, kGetter, kKeyGetter})
+            for (const char *method : {kDictionarySetter, kDictionaryGetter, kDictionaryKeyGetter})
                 if (arguments.find('"' + std::string(method) + '"') != std::string::npos)
                     loads.push_back(arguments.substr(0, arguments.find(' ')) + " " + method);
         return loads;
@@ -71,17 +61,17 @@ std::vector<std::string> LoadsFor(const std::vector<std::string> &classes)
 {
     std::vector<std::string> loads;
     for (const std::string &className : classes)
-        for (const char *method : {kSetter, kGetter, kKeyGetter})
+        for (const char *method : {kDictionarySetter, kDictionaryGetter, kDictionaryKeyGetter})
             loads.push_back(className + " " + method);
     return loads;
 }
 
 } // namespace
 
-TEST_F(DictionaryMethods, AreLoadedOnceForAllEntries)
+TEST_F(DictionaryMethodsToCocoa, AreLoadedOnceForAllEntries)
 {
     Host &host = Start();
-    const Value dictionary = NewDictionaryOf({"first", "second", "third"});
+    const Value dictionary = NewDictionary(host, {{"first", 1}, {"second", 2}, {"third", 3}});
     host.ClearTrace();
 
     EXPECT_EQ([ConvertDictionary(dictionary) count], 3u);
@@ -89,10 +79,10 @@ TEST_F(DictionaryMethods, AreLoadedOnceForAllEntries)
     EXPECT_EQ(Loads(), LoadsFor({"Dictionary"}));
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainByTheNextConversionOfTheSameDictionary)
+TEST_F(DictionaryMethodsToCocoa, AreLoadedAgainByTheNextConversionOfTheSameDictionary)
 {
     Host &host = Start();
-    const Value dictionary = NewDictionaryOf({"key"});
+    const Value dictionary = NewDictionary(host, {{"key", "value"}});
     host.ClearTrace();
 
     EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);
@@ -101,10 +91,10 @@ TEST_F(DictionaryMethods, AreLoadedAgainByTheNextConversionOfTheSameDictionary)
     EXPECT_EQ(Loads(), LoadsFor({"Dictionary", "Dictionary"}));
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainForTheValueAfterAKeyGetterThatConvertsAnotherDictionary)
+TEST_F(DictionaryMethodsToCocoa, AreLoadedAgainForTheValueAfterAKeyGetterThatConvertsAnotherDictionary)
 {
     Host &host = Start();
-    const Value other = NewDictionaryOf({"other"});
+    const Value other = NewDictionary(host, {{"other", "value"}});
     const Value dictionary = NewProgramDictionary(
         2,
         [&](int64_t index) {
@@ -123,10 +113,10 @@ TEST_F(DictionaryMethods, AreLoadedAgainForTheValueAfterAKeyGetterThatConvertsAn
                                  "ProgramDictionary"}));
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainForTheKeyAfterAValueGetterThatConvertsAnotherDictionary)
+TEST_F(DictionaryMethodsToCocoa, AreLoadedAgainForTheKeyAfterAValueGetterThatConvertsAnotherDictionary)
 {
     Host &host = Start();
-    const Value other = NewDictionaryOf({"other"});
+    const Value other = NewDictionary(host, {{"other", "value"}});
     const Value dictionary = NewProgramDictionary(
         2, [](int64_t index) { return Value("key " + std::to_string(index)); },
         [&](const Value &key) {
@@ -142,16 +132,14 @@ TEST_F(DictionaryMethods, AreLoadedAgainForTheKeyAfterAValueGetterThatConvertsAn
     EXPECT_EQ(Loads(), LoadsFor({"ProgramDictionary", "Dictionary", "ProgramDictionary", "Dictionary"}));
 }
 
-TEST_F(DictionaryMethods, OfTheOuterDictionaryAreNotThoseOfOneWithoutThem)
+TEST_F(DictionaryMethodsToCocoa, OfTheOuterDictionaryAreNotThoseOfOneWithoutThem)
 {
     Host &host = Start({}, [](Host &unloaded) {
         gLoadMethod = reinterpret_cast<LoadMethod *>(unloaded.Resolver()("REALLoadObjectMethod"));
         unloaded.Replace("REALLoadObjectMethod", reinterpret_cast<void *>(&LoadMethodButOneGetter));
     });
-    const Value inner = NewDictionaryOf({"inner"});
-    const Value outer = host.NewDictionary();
-    host.DictionarySet(outer, "first", inner);
-    host.DictionarySet(outer, "second", 2);
+    const Value inner = NewDictionary(host, {{"inner", "value"}});
+    const Value outer = NewDictionary(host, {{"first", inner}, {"second", 2}});
     gWithoutGetter = inner.ObjectPointer();
 
     NSDictionary *const converted = ConvertDictionary(outer);
@@ -160,13 +148,12 @@ TEST_F(DictionaryMethods, OfTheOuterDictionaryAreNotThoseOfOneWithoutThem)
     EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
 }
 
-TEST_F(DictionaryMethods, AreLoadedAgainAfterAConversionThatEndedInACocoaException)
+TEST_F(DictionaryMethodsToCocoa, AreLoadedAgainAfterAConversionThatEndedInACocoaException)
 {
     Host &host = Start();
     Family family(host);
     family.OfferExceptions();
-    const Value refused = host.NewDictionary();
-    host.DictionarySet(refused, "key", host.NewArray(qzlhost::code::Object, {Value()}));
+    const Value refused = NewDictionary(host, {{"key", host.NewArray(qzlhost::code::Object, {Value()})}});
     host.ClearTrace();
 
     EXPECT_NE(ExceptionOf(refused), nil);

@@ -1,5 +1,5 @@
 // Host strings with byte-order marks, lone surrogates and bytes that are no text.
-#include "tests/support/encoding_test.h"
+#include "tests/bridge/encoding_test.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -46,17 +46,6 @@ TEST_P(TextByRoute, EncodingThatNobodyKnowsIsNil)
         EXPECT_EQ(Read("text", encoding), std::nullopt) << encoding;
 }
 
-TEST_P(TextByRoute, BuiltInAnEncodingThatNobodyKnowsKeepsBytesAndTag)
-{
-    const std::string bytes = "te\0xt\xFF"s;
-    StartOnRoute(GetParam());
-
-    const Value built = Build(bytes, 0x0BFE);
-
-    EXPECT_EQ(built.StringBytes(), bytes);
-    EXPECT_EQ(built.StringEncoding(), 0x0BFEu);
-}
-
 INSTANTIATE_TEST_SUITE_P(All, TextByRoute, ::testing::ValuesIn(kRoutes),
                          [](const auto &info) { return NameOf(info.param); });
 
@@ -75,10 +64,7 @@ TEST_F(TextFromBytes, WithoutAnEncodingIsMacRoman)
     std::string bytes;
     for (int byte = 0x80; byte < 0x100; ++byte)
         bytes += static_cast<char>(byte);
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Lack("REALGetStringCFString");
-        unloaded.Lack("REALGetStringEncoding");
-    });
+    StartLacking({"REALGetStringCFString", "REALGetStringEncoding"});
 
     EXPECT_EQ(Read(bytes, qzlhost::encoding::UTF8), upperHalf);
 }

@@ -2,7 +2,10 @@
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/string_to_cocoa.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/raising.h"
+#include "tests/support/row_names.h"
 #include "tests/support/texts.h"
 #include "tests/support/throwing.h"
 
@@ -11,63 +14,37 @@ using qzlhost::Value;
 
 namespace {
 
-constexpr char kLenB[] = "LenB( s as string ) as integer";
-
-NSString *const kRaised = @"QZLRaisedByTheHost";
-
-enum class Ending { Thrown, Raised };
-
-/// What a host function ends with, instead of an answer.
-Ending gEnding;
-
-template <typename Answer>
-Answer End(REALstring)
-{
-    if (gEnding == Ending::Thrown)
-        ThrowForTest();
-    [NSException raise:kRaised format:@"on purpose"];
-    return Answer();
-}
-
-/// Where a host that does not answer with Core Foundation strings fails.
+/// Where a host without Core Foundation strings fails, and how.
 struct Failure {
     const char *name;
-    Ending ending;
+    bool isCocoa;
     bool inLenB;
 };
-
-void PrintTo(const Failure &failure, std::ostream *stream)
-{
-    *stream << failure.name;
-}
 
 class StringLock : public LinkedTest, public ::testing::WithParamInterface<Failure> {
 protected:
     Host &StartFailing()
     {
-        gEnding = GetParam().ending;
         return Start(2024.01, [](Host &unloaded) {
+            void *const failure = reinterpret_cast<void *>(GetParam().isCocoa ? RaiseInHost : ThrowInHost);
             unloaded.Lack("REALGetStringCFString");
             if (GetParam().inLenB)
-                unloaded.ReplaceMethod(kLenB, reinterpret_cast<void *>(&End<int64_t>));
+                unloaded.ReplaceMethod(kLenB, failure);
             else
-                unloaded.Replace("StringGetCString", reinterpret_cast<void *>(&End<const char *>));
+                unloaded.Replace("StringGetCString", failure);
         });
     }
-};
 
-/// Whether reading the string ends as the parameter says.
-bool ReadingEnds(const Value &string, Ending ending)
-{
-    if (ending == Ending::Thrown)
-        return EndsThrown([&] { NewNSString(StringOf(string)); });
-    @try {
-        NewNSString(StringOf(string));
-    } @catch (NSException *exception) {
-        return [[exception name] isEqualToString:kRaised];
+    /// Expects that reading the string ends with the host's exception.
+    void ExpectException(const Value &string)
+    {
+        const auto read = [&] { NewNSString(StringOf(string)); };
+        if (GetParam().isCocoa)
+            EXPECT_TRUE([ExceptionRaisedBy(read) isEqualToString:kRaised]);
+        else
+            EXPECT_TRUE(EndsThrown(read));
     }
-    return false;
-}
+};
 
 // A host whose strings have their bytes in place only while they are locked.
 
@@ -128,7 +105,7 @@ TEST_P(StringLock, IsGivenBackWhenTheReadingEndsWithAnException)
         const Value string = Value::StringOfBytes("text", encoding);
         host.ClearTrace();
 
-        EXPECT_TRUE(ReadingEnds(string, GetParam().ending));
+        ExpectException(string);
 
         EXPECT_EQ(host.CallsOf("REALLockString"), 1);
         EXPECT_EQ(host.CallsOf("REALUnlockString"), 1);
@@ -137,8 +114,8 @@ TEST_P(StringLock, IsGivenBackWhenTheReadingEndsWithAnException)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, StringLock,
-                         ::testing::Values(Failure{"ThrownByLenB", Ending::Thrown, true},
-                                           Failure{"RaisedByLenB", Ending::Raised, true},
-                                           Failure{"ThrownByTheContents", Ending::Thrown, false},
-                                           Failure{"RaisedByTheContents", Ending::Raised, false}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         ::testing::Values(Failure{"ThrownByLenB", false, true},
+                                           Failure{"RaisedByLenB", true, true},
+                                           Failure{"ThrownByTheContents", false, false},
+                                           Failure{"RaisedByTheContents", true, false}),
+                         kNameOfRow);

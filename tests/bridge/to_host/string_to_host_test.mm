@@ -47,13 +47,13 @@ TEST_F(StringToHost, EmptyOneIsAVariantOfTheNullString)
 
 TEST_F(StringToHost, OneThatTheHostCannotMakeIsAVariantOfTheNullString)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALBuildString"); });
+    Host &host = StartLacking({"REALBuildString"});
     ExpectVariantOfTheNullString(host, Convert(@"text"));
 }
 
 TEST_F(StringToHost, HostWithoutVariantsOfStringsGetsItsStringBack)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("StringToVariant"); });
+    Host &host = StartLacking({"StringToVariant"});
     EXPECT_EQ(NewVariantFromNSObject(@"text"), nullptr);
     EXPECT_EQ(host.CallsOf("REALUnlockString"), 1);
 }
