@@ -22,11 +22,6 @@ struct ArrayRow {
     id (*missing)();
 };
 
-inline void PrintTo(const ArrayRow &row, std::ostream *out)
-{
-    *out << row.name;
-}
-
 inline constexpr int64_t kStep = -123456789012;
 
 inline qzlhost::Value IntegerElement(qzlhost::Host &, int64_t index)
@@ -160,11 +155,6 @@ inline const ArrayRow kObjects = {
 inline const ArrayRow kNumberRows[] = {kIntegers, kInt64s, kSingles, kDoubles, kBooleans};
 inline const ArrayRow kTextRows[] = {kStrings, kTexts};
 inline const ArrayRow kNilRows[] = {kDates, kObjects};
-
-inline std::string NameOfRow(const ::testing::TestParamInfo<ArrayRow> &info)
-{
-    return info.param.name;
-}
 
 /// Equal, and a number of the same type.
 inline void ExpectSame(id actual, id expected)

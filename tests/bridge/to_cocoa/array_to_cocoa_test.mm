@@ -2,7 +2,9 @@
 #include <algorithm>
 
 #include "tests/bridge/to_cocoa/array_test.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -50,10 +52,10 @@ using ArrayToCocoa = ArrayTest;
 INSTANTIATE_TEST_SUITE_P(Rows, EveryArray,
                          ::testing::Values(kIntegers, kInt64s, kSingles, kDoubles, kBooleans, kStrings,
                                            kTexts, kDates, kObjects),
-                         NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Rows, NumberArray, ::testing::ValuesIn(kNumberRows), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Rows, TextArray, ::testing::ValuesIn(kTextRows), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Rows, NilArray, ::testing::ValuesIn(kNilRows), NameOfRow);
+                         kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, NumberArray, ::testing::ValuesIn(kNumberRows), kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, TextArray, ::testing::ValuesIn(kTextRows), kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, NilArray, ::testing::ValuesIn(kNilRows), kNameOfRow);
 
 TEST_P(EveryArray, HasEveryElementInOrder)
 {
@@ -194,8 +196,7 @@ TEST_P(NilArray, GivesAnElementBackThatHasNoCocoaObject)
 TEST_F(ArrayToCocoa, OtherArrayCodesAreNil)
 {
     Start(2024.01, [](Host &unloaded) {
-        unloaded.ReplaceMethod("VarType(value As Variant) As Integer",
-                               reinterpret_cast<void *>(&AnswerTypeCode));
+        unloaded.ReplaceMethod(kVarType, reinterpret_cast<void *>(&AnswerTypeCode));
     });
     const int64_t known[] = {4098, 4099, 4100, 4101, 4103, 4104, 4105, 4107, 4133};
     const Value array = NewArray(kIntegers, 3);

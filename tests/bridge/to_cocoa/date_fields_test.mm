@@ -4,6 +4,7 @@
 #include "bridge/to_cocoa/date_to_cocoa.h"
 #include "bridge/to_cocoa/variant_to_object.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/row_names.h"
 #include "tests/support/trace.h"
 #include "tests/support/wall_clock.h"
 
@@ -40,9 +41,7 @@ protected:
         SetTimeZone("UTC");
         FieldSource::fields = fields;
         FieldSource::readable = readable;
-        return Start(2024.01, [](Host &unloaded) {
-            unloaded.Replace("REALGetPropValueInteger", reinterpret_cast<void *>(&FieldSource::Get));
-        });
+        return StartReplacing("REALGetPropValueInteger", reinterpret_cast<void *>(&FieldSource::Get));
     }
 
     Value NewDate() { return host().NewDate(2024, 2, 29, 14, 5, 9); }
@@ -52,17 +51,6 @@ struct OutOfRange {
     const char *name;
     Fields fields;
 };
-
-void PrintTo(const OutOfRange &date, std::ostream *stream)
-{
-    *stream << date.name;
-}
-
-template <typename Row>
-std::string RowName(const ::testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
 
 REALobject gRefusedDate;
 
@@ -85,11 +73,6 @@ struct HostRow {
     const char *name;
     void (*prepare)(Host &unloaded);
 };
-
-void PrintTo(const HostRow &row, std::ostream *stream)
-{
-    *stream << row.name;
-}
 
 constexpr char kGetDate[] = "REALGetPropValueObject";
 
@@ -130,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Fields, DateThatCocoaNormalizes,
                                            OutOfRange{"Minute60", {2024, 2, 28, 23, 60, 0}},
                                            OutOfRange{"Second60", {2024, 2, 28, 23, 59, 60}},
                                            OutOfRange{"Second100000", {2024, 3, 1, 0, 0, 100000}}),
-                         RowName<OutOfRange>);
+                         kNameOfRow);
 
 TEST_F(DateFields, AreReadOnceEachInTheirOrder)
 {
@@ -193,7 +176,7 @@ TEST_F(DateFields, OfANullDateAreNotRead)
 
 TEST_F(DateFields, OnAHostThatCannotReadThemGiveNil)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALGetPropValueInteger"); });
+    Host &host = StartLacking({"REALGetPropValueInteger"});
     const Value date = NewDate();
     EXPECT_EQ(NewNSDate(ObjectOf(date)), nil);
     EXPECT_EQ(GetVariantAsNSObject(ObjectOf(date)), nil);
@@ -249,7 +232,7 @@ TEST_P(DateThatTheHostDoesNotGive, IsNotReadAndNothingIsGivenBack)
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, DateThatTheHostDoesNotGive, ::testing::ValuesIn(kHostsWithoutTheDate),
-                         RowName<HostRow>);
+                         kNameOfRow);
 
 TEST_F(DateFields, OfADateVariantAreReadBeforeTheDateIsGivenBack)
 {

@@ -1,14 +1,13 @@
 // How many entries of a host Dictionary are asked for, and what becomes of those that cannot be read.
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr char kGetter[] = "Value(key As Variant) As Variant";
-constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
 
 int64_t gCount;
 
@@ -45,32 +44,24 @@ id RefuseDictionary(id, SEL, NSUInteger capacity)
 class DictionaryCounts : public MemberConversion {
 protected:
     /// A Dictionary with these entries, whose class has a key getter of its own.
-    Value NewDictionary(int64_t entries, std::function<Value(const Value &self, int64_t index)> key)
+    Value NewProgramDictionary(int64_t entries, std::function<Value(const Value &self, int64_t index)> key)
     {
-        qzlhost::ClassDefinition definition;
-        definition.name = "ProgramDictionary";
-        definition.super = "Dictionary";
-        definition.methods = {{kKeyGetter, [key](const Value &self, const auto &arguments) {
-                                   return key(self, arguments[0].AsInteger());
-                               }}};
-        host().DefineClass(std::move(definition));
+        host().DefineClass(
+            {.name = "ProgramDictionary",
+             .super = "Dictionary",
+             .methods = {{kDictionaryKeyGetter, [key](const Value &self, const auto &arguments) {
+                              return key(self, arguments[0].AsInteger());
+                          }}}});
         const Value dictionary = host().New("ProgramDictionary");
         for (int64_t entry = 0; entry < entries; ++entry)
             host().DictionarySet(dictionary, "key " + std::to_string(entry), entry);
         return dictionary;
     }
 
-    Value NewDictionary(const char *key, const Value &value)
-    {
-        const Value dictionary = host().NewDictionary();
-        host().DictionarySet(dictionary, key, value);
-        return dictionary;
-    }
-
     /// Of what the conversion makes of a Dictionary that has an entry.
     void ExpectEmptyAndImmutable()
     {
-        const Value dictionary = NewDictionary("key", "value");
+        const Value dictionary = NewDictionary(host(), {{"key", "value"}});
         host().ClearTrace();
         NSDictionary *const converted = ConvertDictionary(dictionary);
         ASSERT_NE(converted, nil);
@@ -86,7 +77,7 @@ TEST_F(DictionaryCounts, EntriesThatAreAddedMeanwhileAreNotAskedFor)
 {
     Host &host = Start();
     std::vector<int64_t> asked;
-    const Value dictionary = NewDictionary(2, [&](const Value &self, int64_t index) {
+    const Value dictionary = NewProgramDictionary(2, [&](const Value &self, int64_t index) {
         asked.push_back(index);
         host.DictionarySet(self, "added " + std::to_string(index), "added");
         return host.DictionaryKey(self, index);
@@ -108,7 +99,7 @@ TEST_F(DictionaryCounts, EntriesThatAreRemovedMeanwhileAreAskedForAllTheSame)
 {
     Host &host = Start();
     std::vector<int64_t> asked;
-    const Value dictionary = NewDictionary(3, [&](const Value &self, int64_t index) {
+    const Value dictionary = NewProgramDictionary(3, [&](const Value &self, int64_t index) {
         asked.push_back(index);
         if (index == 1)
             host.Call(self, "Clear");
@@ -151,7 +142,7 @@ TEST_F(DictionaryCounts, HostThatFailsToCountGivesTheEmptyImmutableDictionary)
 TEST_F(DictionaryCounts, HostWithoutMethodsGivesAMutableDictionaryWithoutEntries)
 {
     Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("REALLoadObjectMethod"); });
-    const Value dictionary = NewDictionary("key", "value");
+    const Value dictionary = NewDictionary(host, {{"key", "value"}});
     host.ClearTrace();
 
     NSDictionary *const converted = ConvertDictionary(dictionary);
@@ -166,13 +157,12 @@ TEST_F(DictionaryCounts, HostWithoutMethodsGivesAMutableDictionaryWithoutEntries
 TEST_F(DictionaryCounts, ValueOfNoKeyIsAskedForAndGivenBackAndNotStored)
 {
     Host &host = Start({}, [](Host &unloaded) {
-        unloaded.LackMethod(kKeyGetter);
-        unloaded.ReplaceMethod(kGetter, reinterpret_cast<void *>(&GiveValueOfNoKey));
+        unloaded.LackMethod(kDictionaryKeyGetter);
+        unloaded.ReplaceMethod(kDictionaryGetter, reinterpret_cast<void *>(&GiveValueOfNoKey));
     });
     Value value = host.NewMemoryBlock("value");
     gValueOfNoKey = &value;
-    const Value dictionary = NewDictionary("key", "value");
-    host.DictionarySet(dictionary, "another", "value");
+    const Value dictionary = NewDictionary(host, {{"key", "value"}, {"another", "value"}});
 
     NSDictionary *const converted = ConvertDictionary(dictionary);
 
@@ -185,8 +175,7 @@ TEST_F(DictionaryCounts, ValueOfNoKeyIsAskedForAndGivenBackAndNotStored)
 TEST_F(DictionaryCounts, DictionaryIsNilWhereCocoaMakesNoneOfItsCapacity)
 {
     Host &host = Start();
-    const Value dictionary = NewDictionary("key", "value");
-    host.DictionarySet(dictionary, "another", "value");
+    const Value dictionary = NewDictionary(host, {{"key", "value"}, {"another", "value"}});
     host.ClearTrace();
     const ReplacedMethod<decltype(RefuseDictionary)> refused(
         class_getClassMethod([NSMutableDictionary class], @selector(dictionaryWithCapacity:)),
@@ -201,8 +190,8 @@ TEST_F(DictionaryCounts, DictionaryIsNilWhereCocoaMakesNoneOfItsCapacity)
 TEST_F(DictionaryCounts, KeyIsConvertedBeforeItsValue)
 {
     Host &host = Start();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, host.NewDate(2024, 2, 29, 14, 5, 9), host.NewMemoryBlock("value"));
+    const Value dictionary =
+        NewDictionary(host, {{host.NewDate(2024, 2, 29, 14, 5, 9), host.NewMemoryBlock("value")}});
     host.ClearTrace();
 
     EXPECT_EQ([ConvertDictionary(dictionary) count], 1u);

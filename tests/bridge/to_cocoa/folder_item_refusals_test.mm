@@ -6,6 +6,7 @@
 #include "bridge/to_cocoa/object_to_cocoa.h"
 #include "tests/support/core_foundation_double.h"
 #include "tests/support/linked_test.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -24,65 +25,44 @@ bool AnswerMissingItem(REALobject, FSRef *reference, HFSUniStr255 *name)
     return CFURLGetFSRef((CFURLRef)[NSURL fileURLWithPath:@"/tmp"], reference) != 0;
 }
 
-class FolderItemRefusals : public LinkedTest {
-protected:
-    /// What becomes of a missing item of this name where Core Foundation refuses the step.
-    std::string Convert(const std::u16string &leaf, Refusal refusal = Refusal::Nothing)
-    {
-        Host &host = Start(2024.01, [](Host &unloaded) {
-            unloaded.Replace("REALFSRefFromFolderItem", reinterpret_cast<void *>(&AnswerMissingItem));
-        });
-        gLeaf = leaf;
-        const Value item = host.NewFolderItem("/any");
-        const qzlhost::AutoreleasePool pool;
-        TheCoreFoundation().ReleaseMade();
-        TheCoreFoundation().refusal = refusal;
-        const id url = GetObjectAsNSObject(ObjectOf(item));
-        TheCoreFoundation().refusal = Refusal::Nothing;
-        return url == nil ? "nil" : [[url absoluteString] UTF8String];
-    }
-
-    /// Expects that the library got `count` objects and holds none of them.
-    static void ExpectReleased(size_t count)
-    {
-        EXPECT_EQ(TheCoreFoundation().ReleaseMade(), std::pair(count, count));
-    }
+/// A missing item, and what becomes of it where Core Foundation refuses a step.
+struct RefusalRow {
+    const char *name;
+    const char16_t *leaf;
+    Refusal refusal;
+    const char *url;
+    /// How many objects Core Foundation made.
+    size_t objects;
 };
+
+constexpr RefusalRow kRows[] = {
+    {"Nothing", u"\u00E9", Refusal::Nothing, "file:///tmp/e%CC%81", 4},
+    {"CopyOfTheNameWhichStaysAsItIs", u"\u00E9", Refusal::MutableCopy, "file:///tmp/%C3%A9", 3},
+    {"URLOfTheParent", u"leaf", Refusal::ReferenceURL, "nil", 0},
+    {"Name", u"leaf", Refusal::String, "nil", 1},
+    {"LongerURL", u"leaf", Refusal::LongerURL, "nil", 3},
+    {"NothingOfAnItemWithoutAName", u"", Refusal::Nothing, "nil", 1},
+};
+
+class FolderItemRefusals : public LinkedTest, public ::testing::WithParamInterface<RefusalRow> {};
 
 } // namespace
 
-TEST_F(FolderItemRefusals, NothingIsLeftBehindWhereNoneIsMade)
+TEST_P(FolderItemRefusals, LeaveNothingBehind)
 {
-    EXPECT_EQ(Convert(u"\u00E9"), "file:///tmp/e%CC%81");
-    ExpectReleased(4);
+    Host &host = StartReplacing("REALFSRefFromFolderItem", reinterpret_cast<void *>(&AnswerMissingItem));
+    CoreFoundationDouble &platform = TheCoreFoundation();
+    gLeaf = GetParam().leaf;
+    const Value item = host.NewFolderItem("/any");
+    {
+        const qzlhost::AutoreleasePool pool;
+        platform.ReleaseMade();
+        platform.refusal = GetParam().refusal;
+        const id url = GetObjectAsNSObject(ObjectOf(item));
+        platform.refusal = Refusal::Nothing;
+        EXPECT_STREQ(url == nil ? "nil" : [[url absoluteString] UTF8String], GetParam().url);
+    }
+    EXPECT_EQ(platform.ReleaseMade(), std::pair(GetParam().objects, GetParam().objects));
 }
 
-TEST_F(FolderItemRefusals, NameThatCannotBeCopiedIsTakenAsItIs)
-{
-    EXPECT_EQ(Convert(u"\u00E9", Refusal::MutableCopy), "file:///tmp/%C3%A9");
-    ExpectReleased(3);
-}
-
-TEST_F(FolderItemRefusals, ItemWhoseParentHasNoURLIsNil)
-{
-    EXPECT_EQ(Convert(u"leaf", Refusal::ReferenceURL), "nil");
-    ExpectReleased(0);
-}
-
-TEST_F(FolderItemRefusals, ItemWhoseNameCannotBeMadeIsNil)
-{
-    EXPECT_EQ(Convert(u"leaf", Refusal::String), "nil");
-    ExpectReleased(1);
-}
-
-TEST_F(FolderItemRefusals, ItemWhoseNameCannotBeAppendedIsNil)
-{
-    EXPECT_EQ(Convert(u"leaf", Refusal::LongerURL), "nil");
-    ExpectReleased(3);
-}
-
-TEST_F(FolderItemRefusals, ItemWithoutANameGivesItsParentBack)
-{
-    EXPECT_EQ(Convert(u""), "nil");
-    ExpectReleased(1);
-}
+INSTANTIATE_TEST_SUITE_P(Steps, FolderItemRefusals, ::testing::ValuesIn(kRows), kNameOfRow);

@@ -4,12 +4,12 @@
 #include <CoreServices/CoreServices.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/private_folder.h"
 
 /// One question to the host about a folder item.
 struct Question {
@@ -60,22 +60,6 @@ inline bool AnswerFolderItem(qzlhost::Instance *item, FSRef *reference, HFSUniSt
     std::copy(gItems.leaf.begin(), gItems.leaf.end(), name->unicode);
     return gItems.hasParent;
 }
-
-/// A folder of the test's own, by its real path.
-class Folder {
-public:
-    Folder() : path_(std::filesystem::canonical(mkdtemp(pattern_))) {}
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder &) = delete;
-    Folder &operator=(const Folder &) = delete;
-
-    std::string Path() const { return path_; }
-    std::string Path(const std::string &name) const { return path_ / name; }
-
-private:
-    char pattern_[32] = "/tmp/folder_items.XXXXXX";
-    std::filesystem::path path_;
-};
 
 inline std::string URLOf(id converted)
 {

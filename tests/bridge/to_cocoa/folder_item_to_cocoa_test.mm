@@ -1,5 +1,6 @@
 // Which host objects are folder items, and which of them have no URL.
 #include "tests/bridge/to_cocoa/folder_item_test.h"
+#include "tests/support/host_declarations.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -9,13 +10,10 @@ namespace {
 /// A class of a program's own that has the folder item's method.
 void DefineClassWithTrueItem(Host &host, const std::string &name, const std::string &super = "")
 {
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.super = super;
-    definition.dataSize = super.empty() ? sizeof(id) : 0;
-    definition.methods.push_back({"TrueItem(Index as integer) as Folderitem",
-                                  [](const Value &, const std::vector<Value> &) { return Value(); }});
-    host.DefineClass(std::move(definition));
+    host.DefineClass({.name = name,
+                      .super = super,
+                      .dataSize = super.empty() ? sizeof(id) : 0,
+                      .methods = {{kTrueItem, [](const Value &, const auto &) { return Value(); }}}});
 }
 
 using FolderItemToCocoa = FolderItemTest;
@@ -25,14 +23,14 @@ using FolderItemToCocoa = FolderItemTest;
 TEST_F(FolderItemToCocoa, InAMissingFolderIsNil)
 {
     Host &host = Start();
-    const Folder folder;
+    const PrivateFolder folder;
     EXPECT_EQ(Convert(host.NewFolderItem(folder.Path("missing/file.txt"))), nil);
 }
 
 TEST_F(FolderItemToCocoa, IsNilWhereTheHostHasNoReferences)
 {
     Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("REALFSRefFromFolderItem"); });
-    const Folder folder;
+    const PrivateFolder folder;
     std::ofstream(folder.Path("file")) << "content";
     EXPECT_EQ(Convert(host.NewFolderItem(folder.Path("file"))), nil);
 }

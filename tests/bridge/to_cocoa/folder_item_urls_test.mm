@@ -14,7 +14,7 @@ using FolderItemURLs = FolderItemTest;
 TEST_F(FolderItemURLs, EndInASlashForFoldersThatExistAlone)
 {
     Host &host = Start();
-    const Folder folder;
+    const PrivateFolder folder;
     std::ofstream(folder.Path("file")) << "content";
     const auto convert = [&](const std::string &path) { return URLOf(Convert(host.NewFolderItem(path))); };
     EXPECT_EQ(convert(folder.Path()), "file://" + folder.Path() + "/");
@@ -24,7 +24,7 @@ TEST_F(FolderItemURLs, EndInASlashForFoldersThatExistAlone)
 
 TEST_F(FolderItemURLs, MissingItemIsNoFolderAlsoWhereAFolderComesToHaveItsName)
 {
-    const Folder folder;
+    const PrivateFolder folder;
     StartAnswering({.parent = folder.Path(), .leaf = u"folder"});
     std::filesystem::create_directory(folder.Path("folder"));
     EXPECT_EQ(ConvertItem(), "file://" + folder.Path("folder"));

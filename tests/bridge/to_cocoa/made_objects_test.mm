@@ -1,5 +1,7 @@
 // Cocoa objects that conversions make are the caller's only until the pool ends.
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/row_names.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -15,25 +17,10 @@ struct Kind {
     const char *cocoaClass;
 };
 
-void PrintTo(const Kind &kind, std::ostream *stream)
-{
-    *stream << kind.name;
-}
-
 Value NewGeometry(Host &host, const char *className)
 {
-    qzlhost::ClassDefinition definition;
-    definition.name = className;
-    definition.dataSize = 4 * sizeof(double);
-    host.DefineClass(std::move(definition));
+    host.DefineClass({className, "", 4 * sizeof(double)});
     return host.New(className);
-}
-
-Value NewDictionary(Host &host)
-{
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, "key", "value");
-    return dictionary;
 }
 
 /// Numbers and texts that Cocoa has no shared objects for.
@@ -47,7 +34,11 @@ constexpr Kind kKinds[] = {
     {"Block", [](Host &host) { return host.NewMemoryBlock("block"); }, "NSData"},
     {"FolderItem", [](Host &host) { return host.NewFolderItem("/tmp"); }, "NSURL"},
     {"MissingFolderItem", [](Host &host) { return host.NewFolderItem("/missing"); }, "NSURL"},
-    {"Dictionary", NewDictionary, "NSMutableDictionary"},
+    {"Dictionary",
+     [](Host &host) {
+         return NewDictionary(host, {{"key", "value"}});
+     },
+     "NSMutableDictionary"},
     {"Array",
      [](Host &host) {
          return host.NewArray(code::Int64, {1, 2});
@@ -96,7 +87,5 @@ TEST_P(MadeElement, IsTheArraysOnlyOnceThePoolEnds)
     [made release];
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, MadeObject, ::testing::ValuesIn(kKinds),
-                         [](const auto &info) { return std::string(info.param.name); });
-INSTANTIATE_TEST_SUITE_P(Kinds, MadeElement, ::testing::ValuesIn(kKinds),
-                         [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Kinds, MadeObject, ::testing::ValuesIn(kKinds), kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Kinds, MadeElement, ::testing::ValuesIn(kKinds), kNameOfRow);

@@ -1,13 +1,12 @@
 // Host memory blocks become Cocoa data.
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/host_declarations.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr char kConvertToPointer[] = "Operator_Convert() As Ptr";
 
 void *NoPointer(qzlhost::Instance *)
 {

@@ -67,9 +67,7 @@ TEST_F(NoObject, ThatPassesForAFolderItemIsNilAndTheHostIsNotAskedForItsReferenc
 
 TEST_F(NoObject, ThatPassesForAWrapperIsNil)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("RuntimeObjectIsa", reinterpret_cast<void *>(&IsOfEveryClass));
-    });
+    Host &host = StartReplacing("RuntimeObjectIsa", reinterpret_cast<void *>(&IsOfEveryClass));
     Family family(host);
     family.OfferObjectWrapper();
     DefineWrapperClass(host, "NSTimerQZL");

@@ -5,13 +5,13 @@
 
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr char kTrueItem[] = "TrueItem(Index as integer) as Folderitem";
 
 /// Instance data of one kind of numbers.
 template <typename Number, size_t Count>
@@ -25,12 +25,7 @@ qzlhost::Method FolderItemMethod()
 void DefineClass(Host &host, const std::string &name, const std::string &super, uint64_t dataSize = 0,
                  std::vector<qzlhost::Method> methods = {})
 {
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.super = super;
-    definition.dataSize = dataSize;
-    definition.methods = std::move(methods);
-    host.DefineClass(std::move(definition));
+    host.DefineClass({.name = name, .super = super, .dataSize = dataSize, .methods = std::move(methods)});
 }
 
 /// A host object of a new class with these instance data.
@@ -53,9 +48,7 @@ class ObjectToCocoaWithout : public MemberConversion, public ::testing::WithPara
 TEST_F(ObjectToCocoa, DictionaryIsADictionary)
 {
     Host &host = Start();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, "a", 1);
-    NSDictionary *const converted = Convert(dictionary);
+    NSDictionary *const converted = Convert(NewDictionary(host, {{"a", 1}}));
     ASSERT_TRUE([converted isKindOfClass:[NSDictionary class]]);
     EXPECT_EQ([converted count], 1u);
     EXPECT_TRUE([[converted objectForKey:@"a"] isEqual:@1]);

@@ -1,5 +1,6 @@
 // Host arrays that lose elements while they become Cocoa arrays.
 #include "tests/bridge/to_cocoa/array_test.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -77,9 +78,9 @@ class ShrinkingNils : public ShrinkingRow {};
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingNumbers, ::testing::ValuesIn(kNumberRows), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingTexts, ::testing::ValuesIn(kTextRows), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingNils, ::testing::ValuesIn(kNilRows), NameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingNumbers, ::testing::ValuesIn(kNumberRows), kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingTexts, ::testing::ValuesIn(kTextRows), kNameOfRow);
+INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingNils, ::testing::ValuesIn(kNilRows), kNameOfRow);
 
 TEST_P(ShrinkingNumbers, RaiseForEachMissingIndexAndHoldZeros)
 {

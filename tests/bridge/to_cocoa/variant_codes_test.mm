@@ -3,13 +3,13 @@
 #include <iterator>
 
 #include "tests/bridge/to_cocoa/variant_conversion.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
 namespace {
-
-constexpr const char *kVarType = "VarType(value As Variant) As Integer";
 
 constexpr int64_t kConvertedCodes[] = {2,  3,  4,  5,    6,    7,    8,    9,    11,   16,   18,   19,  20,
                                        21, 23, 37, 4098, 4099, 4100, 4101, 4103, 4104, 4105, 4107, 4133};
@@ -44,11 +44,6 @@ struct Fallback {
     const char *getter;
     const char *property;
 };
-
-void PrintTo(const Fallback &fallback, std::ostream *stream)
-{
-    *stream << fallback.name;
-}
 
 Value LargeInteger()
 {
@@ -92,11 +87,6 @@ constexpr Fallback kFallbacks[] = {
 };
 
 class ValueByFallback : public VariantConversion, public ::testing::WithParamInterface<Fallback> {};
-
-std::string FallbackName(const ::testing::TestParamInfo<Fallback> &info)
-{
-    return info.param.name;
-}
 
 } // namespace
 
@@ -197,7 +187,7 @@ TEST_P(ValueByFallback, IsConvertedByTheTypePropertyWithoutVarType)
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Codes, ValueByFallback, ::testing::ValuesIn(kFallbacks), FallbackName);
+INSTANTIATE_TEST_SUITE_P(Codes, ValueByFallback, ::testing::ValuesIn(kFallbacks), kNameOfRow);
 
 TEST_F(VariantCodes, WithoutAnyTypeCodeVariantsAreNil)
 {

@@ -1,5 +1,6 @@
 // Variants without a type, and what Dictionaries become whose methods are not all there.
 #include "tests/bridge/to_cocoa/member_conversion.h"
+#include "tests/support/values.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -31,10 +32,7 @@ TEST_F(VariantToObject, TypeCodeComesFromThePropertyWhereThereIsNoMethod)
 TEST_F(VariantToObject, DictionaryHasEveryEntry)
 {
     Host &host = Start();
-    const Value dictionary = host.NewDictionary();
-    host.DictionarySet(dictionary, "one", "1");
-    host.DictionarySet(dictionary, "two", "2");
-    host.DictionarySet(dictionary, "nothing", Value());
+    const Value dictionary = NewDictionary(host, {{"one", "1"}, {"two", "2"}, {"nothing", Value()}});
     NSDictionary *const converted = ConvertDictionary(dictionary);
     ASSERT_EQ([converted count], 3u);
     EXPECT_TRUE([[converted objectForKey:@"one"] isEqual:@"1"]);

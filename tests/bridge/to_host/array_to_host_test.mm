@@ -2,6 +2,8 @@
 #include <set>
 
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/raising.h"
+#include "tests/support/row_names.h"
 #include "tests/support/trace.h"
 
 using qzlhost::Host;
@@ -246,7 +248,7 @@ TEST_F(ArrayToHost, MutableAndCountedSetsAreArraysToo)
 
 TEST_P(ArrayOnHostWithout, TheFunctionIsNull)
 {
-    Start(2024.01, [](Host &unloaded) { unloaded.Lack(GetParam()); });
+    StartLacking({GetParam()});
     EXPECT_EQ(NewVariantFromNSObject(@[ @1 ]), nullptr);
     EXPECT_EQ(NewVariantFromNSObject([NSSet setWithObject:@1]), nullptr);
     EXPECT_EQ(NewVariantFromNSObject(@[ @[ @1 ] ]), nullptr);
@@ -261,21 +263,13 @@ TEST_P(ArrayOnHostWithout, AnAnswerOfItIsNull)
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, ArrayOnHostWithout, ::testing::Values(kCreate, kInsert),
-                         [](const ::testing::TestParamInfo<const char *> &row) {
-                             return std::string(row.param);
-                         });
+                         kParameterItself);
 
 TEST_F(ArrayToHost, CocoaExceptionBetweenElementsLeavesNothingBehind)
 {
     Start();
     NSArray *const broken = [[[QZLBrokenArray alloc] init] autorelease];
-    bool raised = false;
-    @try {
-        NewVariantFromNSObject(broken);
-    } @catch (NSException *exception) {
-        raised = [[exception name] isEqual:@"Broken"];
-    }
-    EXPECT_TRUE(raised);
+    EXPECT_TRUE([ExceptionRaisedBy([&] { NewVariantFromNSObject(broken); }) isEqual:@"Broken"]);
 }
 
 TEST_F(ArrayToHost, ConversionLeavesRetainsAlone)

@@ -6,6 +6,7 @@
 
 #include "family/family.h"
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -25,12 +26,7 @@ Class gClaimedClass;
 /// An isKindOfClass: that also says yes to the claimed class.
 BOOL IsAlsoOfClaimedClass(id self, SEL, Class asked)
 {
-    if (asked == gClaimedClass)
-        return YES;
-    for (Class reached = object_getClass(self); reached != Nil; reached = class_getSuperclass(reached))
-        if (reached == asked)
-            return YES;
-    return NO;
+    return asked == gClaimedClass || DescendsFrom(object_getClass(self), asked);
 }
 
 /// Lets an object say that it is of this class, too. One object per process.
@@ -47,11 +43,6 @@ struct Kind {
     const char *name;
     id (*make)();
 };
-
-std::ostream &operator<<(std::ostream &stream, const Kind &kind)
-{
-    return stream << kind.name;
-}
 
 id MakeNumber()
 {
@@ -127,10 +118,7 @@ TEST_P(RegisteredObject, IsItsInstanceWithOneMoreReference)
     EXPECT_EQ(host.References(entered), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, RegisteredObject, testing::ValuesIn(kKinds),
-                         [](const testing::TestParamInfo<Kind> &info) {
-                             return std::string(info.param.name);
-                         });
+INSTANTIATE_TEST_SUITE_P(Cocoa, RegisteredObject, testing::ValuesIn(kKinds), kNameOfRow);
 
 TEST_F(ConversionChain, EqualObjectOfARegisteredOneIsConverted)
 {
@@ -271,11 +259,8 @@ TEST_F(ConversionChain, ClassRowsComeBeforeValue)
 
 TEST_F(ConversionChain, StepThatGivesNullEndsTheChain)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.Lack("StringToVariant");
-        unloaded.Lack("RuntimeArrayCreateSingleDimBoundedArray");
-        unloaded.Lack("IntegerToVariant");
-    });
+    Host &host =
+        StartLacking({"StringToVariant", "RuntimeArrayCreateSingleDimBoundedArray", "IntegerToVariant"});
     DefineWrapperClass(host, "NSObjectQZL");
     DefineCFWrapperClass(host, "CFObjectQZL");
     const id objects[] = {[NSData data],

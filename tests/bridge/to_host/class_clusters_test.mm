@@ -2,6 +2,7 @@
 #import <Foundation/Foundation.h>
 
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -18,11 +19,6 @@ struct Form {
     /// The host class; empty for what is boxed.
     const char *hostClass;
 };
-
-std::ostream &operator<<(std::ostream &stream, const Form &form)
-{
-    return stream << form.name;
-}
 
 constexpr int64_t kObjectArray = 4105;
 
@@ -101,7 +97,4 @@ TEST_P(ClassCluster, TwiceConvertedIsTwoValues)
     EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, ClassCluster, testing::ValuesIn(kForms),
-                         [](const testing::TestParamInfo<Form> &info) {
-                             return std::string(info.param.name);
-                         });
+INSTANTIATE_TEST_SUITE_P(Cocoa, ClassCluster, testing::ValuesIn(kForms), kNameOfRow);

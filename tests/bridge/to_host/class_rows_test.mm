@@ -3,10 +3,8 @@
 #include <objc/runtime.h>
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <iterator>
-#include <ostream>
 
 #include "tests/support/conversion_doubles.h"
 
@@ -60,11 +58,6 @@ struct Row {
     const char *className;
     Kind kind;
 };
-
-std::ostream &operator<<(std::ostream &stream, const Row &row)
-{
-    return stream << row.className;
-}
 
 const Row kRows[] = {
     {"NSPathComponentCell", Kind::FixedName},
@@ -178,10 +171,7 @@ const Row kRows[] = {
     {"QCCompositionRepository", Kind::LookedUpOnce},
 };
 
-std::string RowName(const testing::TestParamInfo<Row> &info)
-{
-    return info.param.className;
-}
+constexpr auto RowName = [](const auto &info) { return std::string(info.param.className); };
 
 std::string HostClassOf(const char *className)
 {
@@ -219,14 +209,6 @@ Class MakeSubclass(const char *name)
     class_addMethod(object_getClass(made), @selector(initialize), reinterpret_cast<IMP>(InitializeNothing),
                     "v16@0:8");
     return made;
-}
-
-bool DescendsFrom(Class cocoaClass, const char *ancestor)
-{
-    for (Class reached = cocoaClass; reached != Nil; reached = class_getSuperclass(reached))
-        if (std::strcmp(class_getName(reached), ancestor) == 0)
-            return true;
-    return false;
 }
 
 /// The first row for objects of the class, by the superclasses that it has on this platform.
@@ -470,10 +452,7 @@ TEST_P(ShadowedRow, IsLeftToTheEarlierRow)
     EXPECT_EQ(registry.At(object.Get()) != nullptr, GetParam().registered);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, ShadowedRow, testing::ValuesIn(kShadowedClasses),
-                         [](const testing::TestParamInfo<ShadowedClass> &info) {
-                             return std::string(info.param.className);
-                         });
+INSTANTIATE_TEST_SUITE_P(Cocoa, ShadowedRow, testing::ValuesIn(kShadowedClasses), RowName);
 
 TEST_P(RowLookedUpOnce, DoesNotFindAClassThatAppearsAfterwards)
 {

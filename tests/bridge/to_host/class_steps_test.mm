@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstring>
@@ -58,10 +59,7 @@ using qzlhost::Value;
 - (BOOL)isKindOfClass:(Class)asked
 {
     _asked->push_back(class_getName(asked));
-    for (Class reached = _class; reached != Nil; reached = class_getSuperclass(reached))
-        if (reached == asked)
-            return YES;
-    return NO;
+    return DescendsFrom(_class, asked);
 }
 @end
 
@@ -109,14 +107,6 @@ QZLTestStandIn *MakeStandIn(Class cocoaClass)
     return [[[QZLTestStandIn alloc] initWithClass:cocoaClass] autorelease];
 }
 
-bool DescendsFromNSObject(Class cocoaClass)
-{
-    Class root = cocoaClass;
-    while (class_getSuperclass(root) != Nil)
-        root = class_getSuperclass(root);
-    return root == [NSObject class];
-}
-
 /// Classes that as soon as they are used want a display, start a program, or lose memory.
 constexpr std::initializer_list<const char *> kUnusableClasses = {
     "GSToolTips",         "NSAppIconView", "NSBrowser",       "NSMiniWindowView", "NSToolbarItem",
@@ -125,16 +115,8 @@ constexpr std::initializer_list<const char *> kUnusableClasses = {
 
 bool IsOfAny(Class cocoaClass, std::initializer_list<const char *> names)
 {
-    for (Class reached = cocoaClass; reached != Nil; reached = class_getSuperclass(reached))
-        for (const char *const name : names)
-            if (std::strcmp(class_getName(reached), name) == 0)
-                return true;
-    return false;
-}
-
-bool IsUsable(Class cocoaClass)
-{
-    return !IsOfAny(cocoaClass, kUnusableClasses);
+    return std::any_of(names.begin(), names.end(),
+                       [&](const char *name) { return DescendsFrom(cocoaClass, name); });
 }
 
 std::vector<Class> AllClasses()
@@ -201,7 +183,8 @@ TEST_F(ClassSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutE
     size_t withoutRow = 0;
     for (const Class cocoaClass : AllClasses()) {
         // Objects of other root classes are made otherwise.
-        if (!DescendsFromNSObject(cocoaClass) || !IsUsable(cocoaClass) || BecomesValue(cocoaClass))
+        if (!DescendsFrom(cocoaClass, [NSObject class]) || IsOfAny(cocoaClass, kUnusableClasses) ||
+            BecomesValue(cocoaClass))
             continue;
         SCOPED_TRACE(class_getName(cocoaClass));
         const qzlhost::AutoreleasePool pool;

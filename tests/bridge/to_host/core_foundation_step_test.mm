@@ -6,6 +6,7 @@
 
 #include "tests/support/conversion_doubles.h"
 #include "tests/support/raising.h"
+#include "tests/support/row_names.h"
 #include "tests/support/throwing.h"
 
 using qzlhost::Host;
@@ -61,6 +62,14 @@ protected:
         return host;
     }
 };
+
+/// Makes the object answer as a QZLTestTypedObject; one object in a process.
+void AddTypeID(id object)
+{
+    const IMP answer =
+        class_getMethodImplementation([QZLTestTypedObject class], sel_registerName("_cfTypeID"));
+    AddMethods(object, "QZLTestTyped", {{"_cfTypeID", answer, "Q16@0:8"}});
+}
 
 struct TypeRow {
     const char *hostClass;
@@ -126,20 +135,7 @@ TEST_P(CoreFoundationType, HasItsHostClass)
 {
     Host &host = StartWith({GetParam().hostClass, "CFObjectQZL"});
     gTypeID = GetParam().typeID();
-    const Registry registry;
-    const id object = MakeObject([QZLTestTypedObject class]);
-    const NSUInteger retains = [object retainCount];
-    {
-        const Value first = Convert(object);
-        const Value second = Convert(object);
-        EXPECT_EQ(host.ClassOf(first), GetParam().hostClass);
-        EXPECT_EQ(HandleOf<id>(host, first), object);
-        EXPECT_EQ(host.References(first), 1);
-        EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
-        EXPECT_EQ([object retainCount], retains + 2);
-        EXPECT_EQ(registry.At(object), nullptr);
-    }
-    EXPECT_EQ([object retainCount], retains);
+    ExpectNewWrapperEachTime(host, MakeObject([QZLTestTypedObject class]), GetParam().hostClass);
 }
 
 TEST_P(CoreFoundationType, WithoutItsHostClassIsAnyObject)
@@ -162,10 +158,7 @@ TEST_P(CoreFoundationTypeID, CountsByItsLowBits)
     EXPECT_EQ(host.ClassOf(variant), GetParam().isCoreFoundation ? "CFObjectQZL" : "NSObjectQZL");
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, CoreFoundationTypeID, testing::ValuesIn(kTypeIDs),
-                         [](const testing::TestParamInfo<NumberedTypeID> &info) {
-                             return std::string(info.param.name);
-                         });
+INSTANTIATE_TEST_SUITE_P(Cocoa, CoreFoundationTypeID, testing::ValuesIn(kTypeIDs), kNameOfRow);
 
 TEST_F(CoreFoundationStep, ComesBeforeTheClassChain)
 {
@@ -180,10 +173,8 @@ TEST_F(CoreFoundationStep, ComesAfterTheClassRows)
     Host &host = StartWith({"CFObjectQZL"});
     DefineWrapperClass(host, "NSPipeQZL");
     gTypeID = 1;
-    const IMP answer =
-        class_getMethodImplementation([QZLTestTypedObject class], sel_registerName("_cfTypeID"));
     NSPipe *const pipe = [NSPipe pipe];
-    AddMethods(pipe, "QZLTestTypedPipe", {{"_cfTypeID", answer, "Q16@0:8"}});
+    AddTypeID(pipe);
     EXPECT_EQ(host.ClassOf(Convert(pipe)), "NSPipeQZL");
     EXPECT_EQ(gTypeIDAsks, 0);
 }
@@ -192,10 +183,8 @@ TEST_F(CoreFoundationStep, IsNotReachedByAValue)
 {
     StartWith({"CFObjectQZL"});
     gTypeID = 1;
-    const IMP answer =
-        class_getMethodImplementation([QZLTestTypedObject class], sel_registerName("_cfTypeID"));
     NSValue *const value = [NSValue valueWithPointer:nullptr];
-    AddMethods(value, "QZLTestTypedValue", {{"_cfTypeID", answer, "Q16@0:8"}});
+    AddTypeID(value);
     EXPECT_EQ(NewVariantFromNSObject(value), nullptr);
     EXPECT_EQ(gTypeIDAsks, 0);
 }
@@ -285,9 +274,7 @@ class CoreFoundationInstance : public CoreFoundationStep {
 protected:
     id StartFailing(void (*failure)())
     {
-        Start(2024.01, [](Host &unloaded) {
-            unloaded.Replace("PluginNewInstance", reinterpret_cast<void *>(&FailInsteadOfNewInstance));
-        });
+        StartReplacing("PluginNewInstance", reinterpret_cast<void *>(&FailInsteadOfNewInstance));
         gOnNewInstance = failure;
         gTypeID = 1;
         return MakeObject([QZLTestTypedObject class]);

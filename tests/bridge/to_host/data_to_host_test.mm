@@ -1,15 +1,16 @@
 // Cocoa data become host memory blocks.
-#include "tests/support/conversion_doubles.h"
-#include "tests/support/trace.h"
+#include "bridge/to_host/data_to_host.h"
 
 #include <random>
 
-#include "bridge/to_host/data_to_host.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// Data that say that they are as long as they like.
+/// Data of one byte that claim any length.
 @interface QZLLongData : NSData {
 @public
     NSUInteger claimed;
@@ -30,7 +31,16 @@ using qzlhost::Value;
 
 namespace {
 
-using DataToHost = LinkedTest;
+class DataToHost : public LinkedTest {
+protected:
+    /// Expects that the data become nothing, and the exception for their size.
+    void ExpectOutOfMemory(NSData *data)
+    {
+        EXPECT_EQ(NewVariantFromNSObject(data), nullptr);
+        ExpectRaised("OutOfMemoryException", "Failed to allocate a memoryblock with " +
+                                                 std::to_string([data length]) + " bytes in size.");
+    }
+};
 
 class DataOfSize : public LinkedTest, public ::testing::WithParamInterface<size_t> {};
 
@@ -46,6 +56,13 @@ std::string RandomBytes(size_t size)
 NSData *DataOf(const std::string &bytes)
 {
     return [NSData dataWithBytes:bytes.data() length:bytes.size()];
+}
+
+QZLLongData *MakeLongData(NSUInteger size)
+{
+    QZLLongData *const data = MakeObject([QZLLongData class]);
+    data->claimed = size;
+    return data;
 }
 
 void ConstructNothing(REALobject, int64_t) {}
@@ -80,8 +97,8 @@ TEST_F(DataToHost, EmptyDataAreNullWithoutAnException)
     EXPECT_EQ(NewVariantFromNSObject([NSData data]), nullptr);
     EXPECT_EQ(NewVariantFromNSObject([NSMutableData data]), nullptr);
     // Of length 0, but with an address.
-    EXPECT_EQ(NewVariantFromNSObject(MakeObject([QZLLongData class])), nullptr);
-    EXPECT_TRUE(host.TakeException().IsNil());
+    EXPECT_EQ(NewVariantFromNSObject(MakeLongData(0)), nullptr);
+    ExpectNothingRaised();
     EXPECT_EQ(host.CallsOf("newMemoryBlock"), 0);
 }
 
@@ -94,50 +111,27 @@ TEST_F(DataToHost, NilDataAreNull)
 TEST_F(DataToHost, LargestPlainSizeIsAskedForPlainly)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail("newMemoryBlock"); });
-    QZLLongData *const data = MakeObject([QZLLongData class]);
-    data->claimed = 0x7FFFFFFE;
-    EXPECT_EQ(NewVariantFromNSObject(data), nullptr);
+    ExpectOutOfMemory(MakeLongData(0x7FFFFFFE));
     EXPECT_EQ(ArgumentsOf(host, "newMemoryBlock"), (std::vector<std::string>{"2147483646"}));
     EXPECT_EQ(host.CallsOf("PluginCallFunctionWithExceptionHandler"), 0);
-    const Value exception = host.TakeException();
-    EXPECT_EQ(host.ClassOf(exception), "OutOfMemoryException");
-    EXPECT_EQ(host.Get(exception, "Message").AsString(),
-              "Failed to allocate a memoryblock with 2147483646 bytes in size.");
     host.Fail("newMemoryBlock", false);
 }
 
-TEST_F(DataToHost, LargerSizesGoThroughTheConstructorAndASmallerBlockIsAnError)
+TEST_F(DataToHost, LargerSizesGoThroughTheConstructorAndASmallerBlockIsOutOfMemory)
 {
     Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.ReplaceMethod("Constructor(bytes as Integer)", reinterpret_cast<void *>(&ConstructNothing));
+        unloaded.ReplaceMethod(kMemoryBlockConstructor, reinterpret_cast<void *>(&ConstructNothing));
     });
-    QZLLongData *const data = MakeObject([QZLLongData class]);
-    data->claimed = 0x7FFFFFFF;
-    EXPECT_EQ(NewVariantFromNSObject(data), nullptr);
-    EXPECT_EQ(host.CallsOf("PluginCallFunctionWithExceptionHandler"), 1);
-    EXPECT_EQ(host.CallsOf("newMemoryBlock"), 0);
-    const Value exception = host.TakeException();
-    EXPECT_EQ(host.ClassOf(exception), "OutOfMemoryException");
-    EXPECT_EQ(host.Get(exception, "Message").AsString(),
-              "Failed to allocate a memoryblock with 2147483647 bytes in size.");
+    for (const NSUInteger size : {0x7FFFFFFFul, 0x80000000ul, 0x100000003ul}) {
+        host.ClearTrace();
+        ExpectOutOfMemory(MakeLongData(size));
+        EXPECT_EQ(host.CallsOf("PluginCallFunctionWithExceptionHandler"), 1);
+        EXPECT_EQ(host.CallsOf("newMemoryBlock"), 0);
+    }
 }
 
-TEST_F(DataToHost, HostWithoutMemoryBlocksIsAnError)
+TEST_F(DataToHost, HostWithoutMemoryBlocksIsOutOfMemory)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("newMemoryBlock"); });
-    EXPECT_EQ(NewVariantFromNSObject(DataOf("abc")), nullptr);
-    const Value exception = host.TakeException();
-    EXPECT_EQ(host.ClassOf(exception), "OutOfMemoryException");
-    EXPECT_EQ(host.Get(exception, "Message").AsString(),
-              "Failed to allocate a memoryblock with 3 bytes in size.");
-}
-
-TEST_F(DataToHost, BlockWithoutAPointerIsGivenBackAndAnError)
-{
-    Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.LackMethod("Operator_Convert() As Ptr");
-        unloaded.Lack("memoryBlockGetPtr");
-    });
-    EXPECT_EQ(NewVariantFromNSObject(DataOf("abc")), nullptr);
-    EXPECT_EQ(host.ClassOf(host.TakeException()), "OutOfMemoryException");
+    StartLacking({"newMemoryBlock"});
+    ExpectOutOfMemory(DataOf("abc"));
 }

@@ -1,9 +1,10 @@
 // Cocoa dates become host Dates with the wall clock of the default time zone.
+#include <cmath>
+
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/row_names.h"
 #include "tests/support/trace.h"
 #include "tests/support/wall_clock.h"
-
-#include <cmath>
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -35,7 +36,7 @@ std::string LocalTime(double secondsSince1970)
 }
 
 struct ZoneRow {
-    const char *testName;
+    const char *name;
     const char *zone;
     /// Whether clocks there were ever changed from 1970 on.
     bool changes;
@@ -101,8 +102,7 @@ TEST_P(HostDateInZone, DropsFractions)
         EXPECT_EQ(Convert(DateSince1970(moment)).AsString(), LocalTime(moment)) << moment;
 }
 
-INSTANTIATE_TEST_SUITE_P(Zones, HostDateInZone, ::testing::ValuesIn(kZones),
-                         [](const ::testing::TestParamInfo<ZoneRow> &row) { return row.param.testName; });
+INSTANTIATE_TEST_SUITE_P(Zones, HostDateInZone, ::testing::ValuesIn(kZones), kNameOfRow);
 
 TEST_F(DateToHost, FirstAndLastYearsHaveTheirFields)
 {

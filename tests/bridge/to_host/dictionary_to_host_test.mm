@@ -2,7 +2,9 @@
 #include "bridge/to_host/dictionary_to_host.h"
 
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/host_declarations.h"
 #include "tests/support/ordered_dictionary.h"
+#include "tests/support/raising.h"
 #include "tests/support/trace.h"
 
 using qzlhost::Host;
@@ -10,10 +12,6 @@ using qzlhost::Value;
 namespace code = qzlhost::code;
 
 namespace {
-
-constexpr char kSetter[] = "Value(key As Variant, Assigns _value As Variant)";
-constexpr char kGetter[] = "Value(key As Variant) As Variant";
-constexpr char kKeyGetter[] = "Key(index As Integer) As Variant";
 
 using DictionaryToHost = LinkedTest;
 
@@ -155,7 +153,7 @@ TEST_F(DictionaryToHost, AThousandDictionariesInEachOtherKeepTheirDepth)
 
 TEST_F(DictionaryToHost, HostWithoutTheSetterGivesEmptyDictionaries)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kSetter); });
+    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kDictionarySetter); });
     const Value dictionary = Convert(@{@"key" : @{@"in" : @1}});
     EXPECT_EQ(host.ClassOf(dictionary), "Dictionary");
     EXPECT_EQ(host.DictionaryCount(dictionary), 0);
@@ -163,15 +161,15 @@ TEST_F(DictionaryToHost, HostWithoutTheSetterGivesEmptyDictionaries)
 
 TEST_F(DictionaryToHost, HostThatLoadsNoMethodsGivesEmptyDictionaries)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALLoadObjectMethod"); });
+    Host &host = StartLacking({"REALLoadObjectMethod"});
     EXPECT_EQ(host.DictionaryCount(Convert(@{@"key" : @"value"})), 0);
 }
 
 TEST_F(DictionaryToHost, HostWithoutTheOtherMethodsStoresEverything)
 {
     Host &host = Start(2024.01, [](Host &unloaded) {
-        unloaded.LackMethod(kGetter);
-        unloaded.LackMethod(kKeyGetter);
+        unloaded.LackMethod(kDictionaryGetter);
+        unloaded.LackMethod(kDictionaryKeyGetter);
     });
     EXPECT_EQ(host.DictionaryCount(Convert(@{@"a" : @1, @"b" : @2})), 2);
 }
@@ -194,13 +192,7 @@ TEST_F(DictionaryToHost, CocoaExceptionAtAnEntryLeavesNothingBehind)
 {
     Host &host = Start();
     NSDictionary *const broken = OrderedDictionary(@[ @"whole", @"broken" ], @[ @{@"in" : @1}, @2 ]);
-    bool raised = false;
-    @try {
-        NewVariantFromNSObject(broken);
-    } @catch (NSException *exception) {
-        raised = [[exception name] isEqual:@"Broken"];
-    }
-    EXPECT_TRUE(raised);
+    EXPECT_TRUE([ExceptionRaisedBy([&] { NewVariantFromNSObject(broken); }) isEqual:@"Broken"]);
     for (const std::string &string : ArgumentsOf(host, "StringToVariant"))
         EXPECT_EQ(string.find("broken"), std::string::npos) << "the value is had before the key is converted";
 }

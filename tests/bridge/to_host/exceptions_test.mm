@@ -5,6 +5,7 @@
 #include "family/family.h"
 #include "tests/support/conversion_doubles.h"
 #include "tests/support/raising.h"
+#include "tests/support/row_names.h"
 #include "tests/support/throwing.h"
 
 using qzlhost::Host;
@@ -37,11 +38,6 @@ struct RaisingStep {
     const char *name;
     id (*make)();
 };
-
-std::ostream &operator<<(std::ostream &stream, const RaisingStep &step)
-{
-    return stream << step.name;
-}
 
 const RaisingStep kRaisingSteps[] = {
     {"AnyKind", ObjectThatRaises},
@@ -80,11 +76,6 @@ struct FailingFunction {
     const char *name;
     bool isCocoa;
 };
-
-std::ostream &operator<<(std::ostream &stream, const FailingFunction &function)
-{
-    return stream << function.name;
-}
 
 const FailingFunction kFailingFunctions[] = {
     {"StringToVariant", true},
@@ -128,10 +119,7 @@ TEST_P(RaisingStepOfTheChain, PassesTheExceptionToTheCallerAndLeavesNothing)
     // The accounts at the end show a host array or dictionary that was begun.
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingStepOfTheChain, testing::ValuesIn(kRaisingSteps),
-                         [](const testing::TestParamInfo<RaisingStep> &info) {
-                             return std::string(info.param.name);
-                         });
+INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingStepOfTheChain, testing::ValuesIn(kRaisingSteps), kNameOfRow);
 
 TEST_P(FailingHost, PassesTheExceptionToTheCallerAndLeavesNothing)
 {

@@ -68,10 +68,7 @@ Class gAnsweredClass;
 }
 - (BOOL)isKindOfClass:(Class)asked
 {
-    for (Class reached = _class; reached != Nil; reached = class_getSuperclass(reached))
-        if (reached == asked)
-            return YES;
-    return NO;
+    return DescendsFrom(_class, asked);
 }
 - (BOOL)respondsToSelector:(SEL)selector
 {
@@ -181,20 +178,9 @@ TEST_F(Fallback, TakesTheNearestClassThatTheHostHas)
     Host &host = Start();
     DefineWrapperClass(host, "NSObjectQZL");
     DefineWrapperClass(host, "QZLTestMiddleQZL");
-    const Registry registry;
-    const id object = MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class])));
-    const NSUInteger retains = [object retainCount];
-    {
-        const Value first = Convert(object);
-        const Value second = Convert(object);
-        EXPECT_EQ(host.ClassOf(first), "QZLTestMiddleQZL");
-        EXPECT_EQ(HandleOf<id>(host, first), object);
-        EXPECT_EQ(host.References(first), 1);
-        EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
-        EXPECT_EQ([object retainCount], retains + 2);
-        EXPECT_EQ(registry.At(object), nullptr);
-    }
-    EXPECT_EQ([object retainCount], retains);
+    ExpectNewWrapperEachTime(
+        host, MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))),
+        "QZLTestMiddleQZL");
 }
 
 TEST_F(Fallback, WithoutAHostClassIsNull)
@@ -209,7 +195,7 @@ TEST_F(Fallback, WithoutAHostClassIsNull)
 
 TEST_F(Fallback, WithoutPluginNewInstanceIsNull)
 {
-    Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginNewInstance"); });
+    StartLacking({"PluginNewInstance"});
     EXPECT_EQ(NewVariantFromNSObject(MakeObject([NSObject class])), nullptr);
 }
 

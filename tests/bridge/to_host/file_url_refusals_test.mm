@@ -1,13 +1,15 @@
 // File URLs whose way to a folder item ends early: where it goes on then, and that nothing is left over.
 #include "bridge/to_host/file_url_to_host.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "tests/support/conversion_doubles.h"
 #include "tests/support/core_foundation_double.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/private_folder.h"
 #include "tests/support/raising.h"
+#include "tests/support/row_names.h"
 #include "tests/support/throwing.h"
 #include "tests/support/trace.h"
 
@@ -17,7 +19,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char kGetTrueFolderItem[] = "GetTrueFolderItem(path As String, pathMode As Integer) As FolderItem";
 constexpr char kByParent[] = "REALFolderItemFromParentFSRef";
 
 /// Long enough to be objects of their own in Cocoa. The first character is one, and not two.
@@ -27,20 +28,11 @@ constexpr char kDecomposed[] = "e\u0301 is the first of this name.txt";
 /// With a folder of the test's own, and one file in it.
 class FileURLRefusals : public LinkedTest {
 protected:
-    FileURLRefusals()
-    {
-        std::string name = (fs::canonical(fs::temp_directory_path()) / "folder-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-        std::ofstream(File()) << "content";
-    }
-    ~FileURLRefusals() override
-    {
-        TheCoreFoundation().ReleaseMade();
-        fs::remove_all(folder_);
-    }
+    FileURLRefusals() { std::ofstream(File()) << "content"; }
+    ~FileURLRefusals() override { TheCoreFoundation().ReleaseMade(); }
 
-    fs::path File() const { return folder_ / "file.txt"; }
-    fs::path Missing() const { return folder_ / kComposed; }
+    fs::path File() const { return folder_.Path("file.txt"); }
+    fs::path Missing() const { return folder_.Path(kComposed); }
 
     static NSURL *URL(const fs::path &path)
     {
@@ -97,7 +89,7 @@ protected:
     }
 
 private:
-    fs::path folder_;
+    PrivateFolder folder_;
 };
 
 /// What the parent and the name of an existing item depend on.
@@ -105,7 +97,7 @@ class ExistingItemRefusals : public FileURLRefusals, public ::testing::WithParam
 
 /// What is refused of an item that is not there, and how many objects were made until then.
 struct MissingRow {
-    const char *testName;
+    const char *name;
     Refusal refusal;
     size_t objects;
 };
@@ -135,7 +127,7 @@ REALobject NotePath(REALstring path, int64_t mode)
 
 /// A host function or method that does not return, and how.
 struct FailingRow {
-    const char *testName;
+    const char *name;
     /// A host function's name, or a method's declaration.
     const char *function;
     bool isMethod;
@@ -180,12 +172,6 @@ protected:
 
 class FileURLByPath : public HostExceptions {};
 class FileURLByParent : public HostExceptions {};
-
-template <typename Row>
-std::string NameOf(const ::testing::TestParamInfo<Row> &row)
-{
-    return row.param.testName;
-}
 
 std::string NameOfRefusal(const ::testing::TestParamInfo<Refusal> &info)
 {
@@ -336,7 +322,7 @@ TEST_P(MissingItemRefusals, MakeItAString)
     ExpectReleased(2 * GetParam().objects);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MissingItemRefusals, ::testing::ValuesIn(kMissingRows), NameOf<MissingRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, MissingItemRefusals, ::testing::ValuesIn(kMissingRows), kNameOfRow);
 
 // Exceptions out of the host
 
@@ -349,7 +335,7 @@ TEST_P(FileURLByPath, ExceptionPassesAndTheStringIsGivenBack)
     EXPECT_EQ(host().CallsOf("REALUnlockString"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FileURLByPath, ::testing::ValuesIn(kFailingByPath), NameOf<FailingRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, FileURLByPath, ::testing::ValuesIn(kFailingByPath), kNameOfRow);
 
 TEST_P(FileURLByParent, ExceptionPassesAndLeavesNoObjectsBehind)
 {
@@ -361,4 +347,4 @@ TEST_P(FileURLByParent, ExceptionPassesAndLeavesNoObjectsBehind)
     ExpectReleased(3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FileURLByParent, ::testing::ValuesIn(kFailingByParent), NameOf<FailingRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, FileURLByParent, ::testing::ValuesIn(kFailingByParent), kNameOfRow);

@@ -3,20 +3,22 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "tests/support/conversion_doubles.h"
+#include "tests/support/host_declarations.h"
+#include "tests/support/private_folder.h"
+#include "tests/support/row_names.h"
+#include "tests/support/texts.h"
 #include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 namespace {
-
-constexpr char kGetTrueFolderItem[] = "GetTrueFolderItem(path As String, pathMode As Integer) As FolderItem";
 
 /// "é" as one character, and as a letter and an accent.
 constexpr char kComposed[] = "caf\u00e9.txt";
@@ -35,18 +37,11 @@ NSURL *FileURL(const fs::path &path)
 /// With an empty folder of the test's own.
 class FileURLToHost : public LinkedTest {
 protected:
-    FileURLToHost()
-    {
-        std::string name = (fs::canonical(fs::temp_directory_path()) / "folder-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-    }
-    ~FileURLToHost() override { fs::remove_all(folder_); }
-
-    const fs::path &Folder() const { return folder_; }
+    fs::path Folder() const { return folder_.Path(); }
 
     fs::path NewFile(const std::string &name) const
     {
-        const fs::path path = folder_ / name;
+        const fs::path path = Folder() / name;
         std::ofstream(path) << "content";
         return path;
     }
@@ -61,7 +56,7 @@ protected:
     }
 
 private:
-    fs::path folder_;
+    PrivateFolder folder_;
 };
 
 /// Expects that no folder item comes of the URL, and that its text comes instead.
@@ -84,7 +79,7 @@ REALobject NoteName(const FSRef *, const HFSUniStr255 *name)
 }
 
 struct OtherURLRow {
-    const char *testName;
+    const char *name;
     const char *text;
 };
 
@@ -101,18 +96,10 @@ class OtherURLToHost : public LinkedTest, public ::testing::WithParamInterface<O
 
 /// Names of items that are not there, and what the host is given.
 struct NameRow {
-    const char *testName;
-    std::u16string name;
+    const char *name;
+    std::u16string leaf;
     std::u16string given;
 };
-
-std::u16string Repeated(const std::u16string &unit, size_t count)
-{
-    std::u16string text;
-    for (; count > 0; --count)
-        text += unit;
-    return text;
-}
 
 const NameRow kNames[] = {
     {"Plain", u"new file.txt", u"new file.txt"},
@@ -121,27 +108,15 @@ const NameRow kNames[] = {
     {"Hangul", u"\ud55c", u"\u1112\u1161\u11ab"},
     {"BeyondSixteenBits", u"\U0001F600", u"\U0001F600"},
     {"PercentAndMarks", u"100% #1? a+b;c", u"100% #1? a+b;c"},
-    {"Longest", Repeated(u"a", 255), Repeated(u"a", 255)},
-    {"OneTooLong", Repeated(u"a", 256), Repeated(u"a", 255)},
-    {"MuchTooLong", Repeated(u"ab", 500), Repeated(u"ab", 127) + u"a"},
-    {"TooLongOnceDecomposed", Repeated(u"\u00e9", 130), Repeated(u"e\u0301", 127) + u"e"},
-    {"CutInsideAPair", u"a" + Repeated(u"\U0001F600", 130), u"a" + Repeated(u"\U0001F600", 127)},
-    {"CutBetweenHalvesOfAPair", Repeated(u"\U0001F600", 130), Repeated(u"\U0001F600", 127) + u'\xd83d'},
+    {"Longest", Repeated(u"a"s, 255), Repeated(u"a"s, 255)},
+    {"OneTooLong", Repeated(u"a"s, 256), Repeated(u"a"s, 255)},
+    {"MuchTooLong", Repeated(u"ab"s, 500), Repeated(u"ab"s, 127) + u"a"},
+    {"TooLongOnceDecomposed", Repeated(u"\u00e9"s, 130), Repeated(u"e\u0301"s, 127) + u"e"},
+    {"CutInsideAPair", u"a" + Repeated(u"\U0001F600"s, 130), u"a" + Repeated(u"\U0001F600"s, 127)},
+    {"CutBetweenHalvesOfAPair", Repeated(u"\U0001F600"s, 130), Repeated(u"\U0001F600"s, 127) + u'\xd83d'},
 };
 
 class MissingName : public FileURLToHost, public ::testing::WithParamInterface<NameRow> {};
-
-NSString *TextOfUnits(const std::u16string &units)
-{
-    return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(units.data())
-                                   length:units.size()];
-}
-
-template <typename Row>
-std::string NameOf(const ::testing::TestParamInfo<Row> &row)
-{
-    return row.param.testName;
-}
 
 } // namespace
 
@@ -184,16 +159,14 @@ TEST_F(FileURLToHost, MissingItemInAFolderIsAnItemWithADecomposedName)
 
 TEST_P(MissingName, IsGivenDecomposedAndAtMost255UnitsLong)
 {
-    Start(2024.01, [](Host &unloaded) {
-        unloaded.Replace("REALFolderItemFromParentFSRef", reinterpret_cast<void *>(&NoteName));
-    });
+    StartReplacing("REALFolderItemFromParentFSRef", reinterpret_cast<void *>(&NoteName));
     NSString *const path =
-        [Text(Folder().string()) stringByAppendingFormat:@"/%@", TextOfUnits(GetParam().name)];
+        [Text(Folder().string()) stringByAppendingFormat:@"/%@", CocoaString(GetParam().leaf)];
     EXPECT_EQ(NSURLRBFile([NSURL fileURLWithPath:path]), nullptr);
     EXPECT_EQ(gName, GetParam().given);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MissingName, ::testing::ValuesIn(kNames), NameOf<NameRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, MissingName, ::testing::ValuesIn(kNames), kNameOfRow);
 
 TEST_F(FileURLToHost, ItemInAMissingFolderIsAString)
 {
@@ -263,7 +236,7 @@ TEST_F(FileURLToHost, HostThatLoadsNoMethodsIsAskedOnce)
 
 TEST_F(FileURLToHost, HostWithoutItemsByParentGivesNull)
 {
-    Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALFolderItemFromParentFSRef"); });
+    StartLacking({"REALFolderItemFromParentFSRef"});
     EXPECT_EQ(NSURLRBFile(FileURL(NewFile("file.txt"))), nullptr);
     EXPECT_EQ(NSURLRBFile(FileURL(Folder() / "missing")), nullptr);
     EXPECT_EQ(Convert(FileURL(NewFile("file.txt"))).Code(), qzlhost::code::String);
@@ -290,4 +263,4 @@ TEST_P(OtherURLToHost, IsAString)
     EXPECT_EQ(Convert(url).AsString(), GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, OtherURLToHost, ::testing::ValuesIn(kOtherURLs), NameOf<OtherURLRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, OtherURLToHost, ::testing::ValuesIn(kOtherURLs), kNameOfRow);

@@ -1,11 +1,12 @@
 // Cocoa numbers become host variants, by the type that they say they hold.
-#include "tests/support/conversion_doubles.h"
-
 #include <cfloat>
 #include <climits>
 #include <cmath>
 #include <limits>
 #include <type_traits>
+
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -212,12 +213,6 @@ constexpr MissingRow kMissingRows[] = {
 
 class NumberOnHostWithout : public LinkedTest, public ::testing::WithParamInterface<MissingRow> {};
 
-template <typename Row>
-std::string NameOf(const ::testing::TestParamInfo<Row> &row)
-{
-    return row.param.name;
-}
-
 std::string HostFunctionOf(const ::testing::TestParamInfo<MissingRow> &row)
 {
     return row.param.hostFunction;
@@ -241,7 +236,7 @@ TEST_P(IntegerTypeToHost, IsReadByItsTypeAndKeepsItsValue)
     EXPECT_EQ(host.References(variant), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, IntegerTypeToHost, ::testing::ValuesIn(kIntegerRows), NameOf<IntegerRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, IntegerTypeToHost, ::testing::ValuesIn(kIntegerRows), kNameOfRow);
 
 TEST_P(FloatingToHost, SingleKeepsItsValue)
 {
@@ -271,7 +266,7 @@ TEST_P(FloatingToHost, DoubleKeepsItsValue)
     EXPECT_TRUE(IsSame(variant.AsDouble(), GetParam().number)) << variant.AsDouble();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FloatingToHost, ::testing::ValuesIn(kFloatingRows), NameOf<FloatingRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, FloatingToHost, ::testing::ValuesIn(kFloatingRows), kNameOfRow);
 
 TEST_P(OtherTypeToHost, IsADouble)
 {
@@ -288,7 +283,7 @@ TEST_P(OtherTypeToHost, IsADouble)
     EXPECT_EQ(variant.AsDouble(), 1.5);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, OtherTypeToHost, ::testing::ValuesIn(kOtherTypes), NameOf<OtherTypeRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, OtherTypeToHost, ::testing::ValuesIn(kOtherTypes), kNameOfRow);
 
 TEST_P(FoundationNumberToHost, KeepsKindAndValue)
 {
@@ -298,12 +293,11 @@ TEST_P(FoundationNumberToHost, KeepsKindAndValue)
     EXPECT_EQ(variant.AsInteger(), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, FoundationNumberToHost, ::testing::ValuesIn(kFoundationRows),
-                         NameOf<FoundationRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, FoundationNumberToHost, ::testing::ValuesIn(kFoundationRows), kNameOfRow);
 
 TEST_P(NumberOnHostWithout, ItsFunctionIsNull)
 {
-    Start(2024.01, [](Host &unloaded) { unloaded.Lack(GetParam().hostFunction); });
+    StartLacking({GetParam().hostFunction});
     QZLTypedNumber *const number = TypedNumber(GetParam().type);
     EXPECT_EQ(NewVariantFromNSObject(number), nullptr);
 }

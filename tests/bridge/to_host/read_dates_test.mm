@@ -4,6 +4,7 @@
 
 #include "tests/bridge/to_host/program_reading_test.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/row_names.h"
 #include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
@@ -14,7 +15,7 @@ namespace {
 /// A moment at which the clocks of a zone were changed, in Greenwich, and what they showed one second before
 /// and from then on.
 struct ChangeRow {
-    const char *testName;
+    const char *name;
     const char *zone;
     Fields moment;
     const char *before;
@@ -66,8 +67,7 @@ TEST_P(ReadClockChange, ShowsTheWallClockBeforeAndAfter)
     EXPECT_EQ(ReadDate(change).AsString(), GetParam().after);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, ReadClockChange, ::testing::ValuesIn(kChanges),
-                         [](const ::testing::TestParamInfo<ChangeRow> &row) { return row.param.testName; });
+INSTANTIATE_TEST_SUITE_P(Rows, ReadClockChange, ::testing::ValuesIn(kChanges), kNameOfRow);
 
 namespace {
 

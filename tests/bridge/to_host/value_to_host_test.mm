@@ -1,6 +1,4 @@
 // Structures in Cocoa values become host instances.
-#include "tests/support/conversion_doubles.h"
-
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -8,6 +6,8 @@
 #include <numeric>
 
 #include "family/family.h"
+#include "tests/support/conversion_doubles.h"
+#include "tests/support/row_names.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -57,7 +57,7 @@ NSValue *TypedValue(const char *type)
 }
 
 struct StructureRow {
-    const char *testName;
+    const char *name;
     const char *hostClass;
     NSValue *(*make)();
     /// The instance data, as the doubles or integers that lie in it.
@@ -102,10 +102,7 @@ class StructureToHost : public LinkedTest, public ::testing::WithParamInterface<
 /// The host class with room for the structure and as much again, which must stay as it was.
 void DefineStructureClass(Host &host, const std::string &name)
 {
-    qzlhost::ClassDefinition definition;
-    definition.name = name;
-    definition.dataSize = 64;
-    host.DefineClass(std::move(definition));
+    host.DefineClass({name, "", 64});
 }
 
 class TimeToHost : public LinkedTest, public ::testing::WithParamInterface<FamilyTime> {
@@ -132,7 +129,7 @@ private:
 };
 
 struct OtherRow {
-    const char *testName;
+    const char *name;
     const char *type;
 };
 
@@ -150,12 +147,6 @@ constexpr OtherRow kOtherStructures[] = {
 };
 
 class OtherStructureToHost : public LinkedTest, public ::testing::WithParamInterface<OtherRow> {};
-
-template <typename Row>
-std::string NameOf(const ::testing::TestParamInfo<Row> &row)
-{
-    return row.param.testName;
-}
 
 } // namespace
 
@@ -184,7 +175,7 @@ TEST_P(StructureToHost, HostWithoutTheClassGivesNull)
     EXPECT_EQ(NewVariantFromNSObject(GetParam().make()), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, StructureToHost, ::testing::ValuesIn(kStructures), NameOf<StructureRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, StructureToHost, ::testing::ValuesIn(kStructures), kNameOfRow);
 
 TEST_P(TimeToHost, IsWhatTheFamilysMethodAnswersUnchanged)
 {
@@ -246,7 +237,7 @@ TEST_P(OtherStructureToHost, IsNullAndNoOtherConversionIsTried)
     EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, OtherStructureToHost, ::testing::ValuesIn(kOtherStructures), NameOf<OtherRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, OtherStructureToHost, ::testing::ValuesIn(kOtherStructures), kNameOfRow);
 
 TEST_F(ValueToHost, FoundationsValueOfAnotherStructureIsNull)
 {

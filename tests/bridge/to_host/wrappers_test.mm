@@ -138,7 +138,7 @@ TEST_F(Wrappers, RegisteredWrapperIsNullForNilAndForAnUnknownClass)
 
 TEST_F(Wrappers, KnownWrapperComesWithoutAReferenceWhereTheHostCannotLock)
 {
-    Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("REALLockObject"); });
+    Host &host = StartLacking({"REALLockObject"});
     DefineWrapperClass(host, "NSTimerQZL");
     const Registry registry;
     const id object = MakeObject([NSObject class]);
