@@ -1,9 +1,10 @@
-// The methods of host Dictionaries: when they are loaded, and that each Dictionary is read by its own.
+// When the methods of a host Dictionary are loaded on the way to Cocoa. Each Dictionary is read by its own.
 #include <functional>
 
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/host_declarations.h"
+#include "tests/support/trace.h"
 #include "tests/support/values.h"
 
 using qzlhost::Host;
@@ -14,7 +15,7 @@ namespace {
 using LoadMethod = void *(qzlhost::Instance *object, const char *declaration);
 
 LoadMethod *gLoadMethod;
-/// The Dictionary that has no getter.
+/// The Dictionary without a getter.
 qzlhost::Instance *gWithoutGetter;
 
 void *LoadMethodButOneGetter(qzlhost::Instance *object, const char *declaration)
@@ -25,7 +26,7 @@ void *LoadMethodButOneGetter(qzlhost::Instance *object, const char *declaration)
 
 class DictionaryMethodsToCocoa : public MemberConversion {
 protected:
-    /// A Dictionary of a program's own class, whose entries its own methods give.
+    /// A Dictionary of a program's own class, whose own methods return keys and values.
     Value NewProgramDictionary(int entries, std::function<Value(int64_t index)> key,
                                std::function<Value(const Value &key)> value)
     {
@@ -44,7 +45,7 @@ protected:
         return dictionary;
     }
 
-    /// Which methods were loaded, by the classes of their Dictionaries.
+    /// The methods that were loaded, each with the class of its Dictionary.
     std::vector<std::string> Loads()
     {
         std::vector<std::string> loads;
@@ -56,7 +57,7 @@ protected:
     }
 };
 
-/// What is loaded for each of these Dictionaries, by their classes.
+/// The same for Dictionaries of these classes, each loaded once.
 std::vector<std::string> LoadsFor(const std::vector<std::string> &classes)
 {
     std::vector<std::string> loads;
@@ -106,7 +107,7 @@ TEST_F(DictionaryMethodsToCocoa, AreLoadedAgainForTheValueAfterAKeyGetterThatCon
 
     NSDictionary *const converted = ConvertDictionary(dictionary);
 
-    // The other one's getter would have given what is stored.
+    // The other Dictionary's getter would return the stored values.
     NSDictionary *const expected = @{@"key 0" : @"value of key 0", @"key 1" : @"value of key 1"};
     EXPECT_TRUE([converted isEqual:expected]) << [[converted description] UTF8String];
     EXPECT_EQ(Loads(), LoadsFor({"ProgramDictionary", "Dictionary", "ProgramDictionary", "Dictionary",

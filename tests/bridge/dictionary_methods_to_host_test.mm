@@ -1,5 +1,5 @@
-// When a host Dictionary's methods are loaded while Cocoa dictionaries become Dictionaries, and in which
-// order an entry is converted, stored and given back.
+// When the methods of a host Dictionary are loaded on the way to the host, and in which order an entry is
+// converted, stored and given back.
 #import <Foundation/Foundation.h>
 
 #include <cstring>
@@ -13,7 +13,7 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// Keys of which there is one more each time that they are counted.
+/// Keys that grow by one each time they are counted.
 @interface QZLTestGrowingKeys : NSArray {
 @public
     NSUInteger counts;
@@ -49,7 +49,7 @@ NewInstance *gNewInstance;
 LockObject *gLockObject;
 void *gOnlyDictionary;
 
-/// The host's own function, but that all Dictionaries are one.
+/// The host's own function, except that all Dictionaries are the same.
 void *MakeOneDictionary(const char *name)
 {
     if (std::strcmp(name, "Dictionary") != 0)
@@ -61,7 +61,7 @@ void *MakeOneDictionary(const char *name)
     return gOnlyDictionary;
 }
 
-/// With a host that has one Dictionary for all that ask for one, as a new one may lie where an old one lay.
+/// With a host that returns the same Dictionary each time: a new one may have the address of an old one.
 class OneDictionary : public DictionaryMethodsToHost {
 protected:
     Host &StartWithOneDictionary()
@@ -75,8 +75,6 @@ protected:
 };
 
 } // namespace
-
-// Which Dictionary they were loaded for last
 
 TEST_F(DictionaryMethodsToHost, AreLoadedOnceForAFlatDictionary)
 {
@@ -103,7 +101,7 @@ TEST_F(DictionaryMethodsToHost, AreLoadedAgainAfterADictionaryAmongTheValues)
     EXPECT_EQ(host.DictionaryGet(nested, "x").AsInteger(), 1);
     EXPECT_EQ(host.DictionaryGet(nested, "y").AsInteger(), 2);
     EXPECT_EQ(host.DictionaryCount(host.DictionaryGet(dictionary, "empty")), 0);
-    // For the outer one before and after the nested one and after the empty one; for the nested one once.
+    // For the outer one at first, after the nested one and after the empty one; for the nested one once.
     ExpectLoadsOfEach(4);
 }
 
@@ -167,8 +165,6 @@ TEST_F(OneDictionary, HasItsMethodsLoadedAfterAConversionThatRaised)
     ExpectLoadsOfEach(2);
 }
 
-// An entry
-
 TEST_F(DictionaryMethodsToHost, AreLoadedOnceKeyAndValueAreConvertedInThisOrder)
 {
     Host &host = Start();
@@ -191,7 +187,7 @@ TEST_F(DictionaryMethodsToHost, GetTheEntryBeforeItsKeyAndThenItsValueAreGivenBa
     for (const qzlhost::TraceEntry &entry : host.Trace()) {
         if (entry.function == "Dictionary.Value=")
             calls.push_back("stored");
-        // The content of the variant, behind its class and its number.
+        // The content of the variant, after its class and number.
         if (entry.function == "REALUnlockObject" && entry.arguments.find("Variant") == 0)
             calls.push_back(entry.arguments.substr(entry.arguments.rfind(' ') + 1));
     }

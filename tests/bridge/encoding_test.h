@@ -1,4 +1,4 @@
-// A test of host strings in their encodings, on either way to a string's text.
+// A test of host strings in their encodings, on either route to the text.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -20,7 +20,7 @@ inline std::string NameOf(Route route)
     return route == Route::HostsCFString ? "HostsCFString" : "Bytes";
 }
 
-/// A test on a host that answers with Core Foundation strings, or on one that does not.
+/// A test on a host with or without Core Foundation strings.
 class EncodingTest : public LinkedTest {
 protected:
     qzlhost::Host &StartOnRoute(Route route)
@@ -31,7 +31,7 @@ protected:
         });
     }
 
-    /// The text that the library reads from bytes with this tag; nothing for nil.
+    /// The text that the library reads from bytes in this encoding; nothing for nil.
     std::optional<std::u16string> Read(std::string_view bytes, uint32_t encoding)
     {
         const qzlhost::Value string = qzlhost::Value::StringOfBytes(bytes, encoding);

@@ -1,4 +1,4 @@
-// Host values go to Cocoa and come back: as themselves, or changed as the rules say.
+// Host values go to Cocoa and come back: the same, or changed by the rules of the conversions.
 #import <Foundation/Foundation.h>
 
 #include <cstring>
@@ -38,7 +38,7 @@ void NoteTypes(const Json &model, std::set<std::string> &types)
 
 class RoundTrip : public LinkedTest {
 protected:
-    /// With the clock of Greenwich, where every wall-clock time exists once.
+    /// In universal time, where every wall-clock time exists once.
     Host &StartInUniversalTime()
     {
         Host &host = Start();
@@ -73,7 +73,7 @@ TEST_F(RoundTrip, SecondTripChangesNothingMore)
     Host &host = StartInUniversalTime();
     for (uint64_t seed = 1001; seed <= 1000 + kTrees; ++seed) {
         const Value once = Trip(RandomValues(host, seed).Any(4));
-        // A key that Cocoa has no object for came back as Nil, which is no key there.
+        // A key without a Cocoa counterpart came back as Nil, which Cocoa has no key for.
         const Json model = Sorted(InCocoa(ModelOf(host, once)));
         const Value twice = Trip(once);
         ASSERT_EQ(Sorted(ModelOf(host, twice)), model) << "seed " << seed;
@@ -90,7 +90,7 @@ TEST_F(RoundTrip, DatesKeepTheirFieldsInAZoneWithSummerTime)
         return static_cast<int64_t>(random() % static_cast<uint64_t>(end));
     };
     for (int count = 0; count < 500; ++count) {
-        // Not in the hours that the clock skips, on Sundays at 2.
+        // Not in the hour that the clock skips, on a Sunday at 2.
         const Value date =
             host.NewDate(1950 + below(80), 1 + below(12), 1 + below(28), 4 + below(20), below(60), below(60));
         ASSERT_EQ(Trip(date).AsString(), date.AsString());

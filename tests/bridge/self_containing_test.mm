@@ -1,4 +1,4 @@
-// Containers that hold themselves, directly or through others, and such as are nested deeply.
+// Containers that hold themselves, directly or through others, and deeply nested ones.
 #import <Foundation/Foundation.h>
 
 #include "tests/support/family_fixture.h"
@@ -14,13 +14,13 @@ constexpr int kDepth = 2000;
 
 class SelfContaining : public PluginWithFamily {
 protected:
-    /// What the values become on their way to Cocoa and back: object and user info of a notification.
-    Value ThereAndBack(const Value &object, const Value &info = Value())
+    /// A notification with the values as object and user info.
+    Value NewNotification(const Value &object, const Value &info = Value())
     {
         return host().CallShared("NSNotificationQZL", "notificationWithName", {"name", object, info});
     }
 
-    /// What the program reads of a Cocoa object.
+    /// The value that a program reads for the Cocoa object.
     Value ToHost(id object)
     {
         NSNotification *const notification = [NSNotification notificationWithName:@"name" object:object];
@@ -38,7 +38,7 @@ TEST_F(SelfContaining, DictionaryBecomesNullInsideItselfOnTheWayToCocoa)
     host.DictionarySet(dictionary, "itself", dictionary);
     host.DictionarySet(dictionary, "after", 2);
 
-    const Value made = ThereAndBack(Value(), dictionary);
+    const Value made = NewNotification(Value(), dictionary);
 
     NSDictionary *const info = [HandleOf<NSNotification *>(host, made) userInfo];
     EXPECT_EQ([info count], 3u);
@@ -54,7 +54,7 @@ TEST_F(SelfContaining, DictionaryBecomesNullAsItsOwnKey)
     const Value dictionary = host.NewDictionary();
     host.DictionarySet(dictionary, dictionary, "value");
 
-    const Value made = ThereAndBack(dictionary);
+    const Value made = NewNotification(dictionary);
 
     NSDictionary *const object = [HandleOf<NSNotification *>(host, made) object];
     EXPECT_EQ([object count], 1u);
@@ -62,13 +62,13 @@ TEST_F(SelfContaining, DictionaryBecomesNullAsItsOwnKey)
     host.Call(dictionary, "Clear");
 }
 
-TEST_F(SelfContaining, ArrayInsideItselfIsWhatCocoaMakesOfNil)
+TEST_F(SelfContaining, ArrayInsideItselfEndsInACocoaException)
 {
     Host &host = StartWithFamily();
     family().OfferExceptions();
     const Value array = host.NewArray(code::Object, {Value(1).Boxed(), Value()});
     host.ArraySet(array, 1, array);
-    EXPECT_EQ(ExceptionClassOf([&] { ThereAndBack(array); }), "NSExceptionQZL");
+    EXPECT_EQ(ExceptionClassOf([&] { NewNotification(array); }), "NSExceptionQZL");
     host.ArraySet(array, 1, Value());
 }
 
@@ -79,21 +79,21 @@ TEST_F(SelfContaining, ArrayInADictionaryInItselfIsNullThere)
     const Value dictionary = NewDictionary(host, {{"array", array}});
     host.ArraySet(array, 0, dictionary);
 
-    const Value made = ThereAndBack(array);
+    const Value made = NewNotification(array);
 
     NSNotification *const notification = HandleOf<NSNotification *>(host, made);
     EXPECT_EQ([[[notification object] objectAtIndex:0] objectForKey:@"array"], [NSNull null]);
     host.ArraySet(array, 0, Value());
 }
 
-TEST_F(SelfContaining, DictionaryInAnArrayInItselfIsWhatCocoaMakesOfNil)
+TEST_F(SelfContaining, DictionaryInAnArrayInItselfEndsInACocoaException)
 {
     Host &host = StartWithFamily();
     family().OfferExceptions();
     const Value array = host.NewArray(code::Object, {Value()});
     const Value dictionary = NewDictionary(host, {{"array", array}});
     host.ArraySet(array, 0, dictionary);
-    EXPECT_EQ(ExceptionClassOf([&] { ThereAndBack(Value(), dictionary); }), "NSExceptionQZL");
+    EXPECT_EQ(ExceptionClassOf([&] { NewNotification(Value(), dictionary); }), "NSExceptionQZL");
     host.ArraySet(array, 0, Value());
 }
 
@@ -103,7 +103,7 @@ TEST_F(SelfContaining, ContainerThatComesTwiceSideBySideIsConvertedTwiceOnTheWay
     const Value inner = NewDictionary(host, {{"key", host.NewArray(code::String, {"element"})}});
     const Value array = host.NewArray(code::Object, {inner, inner});
 
-    const Value made = ThereAndBack(array);
+    const Value made = NewNotification(array);
 
     NSArray *const object = [HandleOf<NSNotification *>(host, made) object];
     NSDictionary *const expected = [NSDictionary dictionaryWithObject:[NSArray arrayWithObject:@"element"]
@@ -181,7 +181,7 @@ TEST_F(SelfContaining, TwoThousandLevelsAreConvertedBothWays)
         nested = level % 2 == 0 ? host.NewArray(code::Object, {nested.Boxed()})
                                 : NewDictionary(host, {{"key", nested}});
 
-    const Value made = ThereAndBack(nested);
+    const Value made = NewNotification(nested);
     Value reached = host.Get(made, "objectVariant");
 
     for (int level = kDepth; level-- > 0;)

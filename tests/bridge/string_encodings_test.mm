@@ -14,9 +14,9 @@ struct CodePage {
     const char *name;
     uint32_t encoding;
     const char *charset;
-    /// How many of the 256 bytes it defines.
+    /// The number of bytes that it defines, of 256.
     size_t defined;
-    /// Bytes that the C library's table has otherwise than the published one.
+    /// Bytes for which the C library's table differs from the published one.
     std::map<int, char16_t> differences = {};
 };
 
@@ -52,7 +52,7 @@ const CodePage kCodePages[] = {
     {"KOI8R", 0x0A02, "KOI8-R", 256},
 };
 
-/// Every byte that the page defines, and the text of them.
+/// Every byte that the page defines, and their text.
 std::pair<std::string, std::u16string> AllOf(const CodePage &page)
 {
     std::string bytes;

@@ -1,4 +1,4 @@
-// Elements of host arrays: read and inserted by the procedure that the host gives for the array.
+// Elements of host arrays are read and inserted through the procedure that the host returns for the array.
 #include <gtest/gtest.h>
 
 #include "frame/host_entry_points.h"
@@ -7,10 +7,10 @@
 
 namespace {
 
-/// An element reader that keeps its arguments, behind a host function that gives it for an array.
+/// An element reader that records its arguments, and host functions that return it, or none, for an array.
 template <typename Element>
 struct ElementReader {
-    /// What the host function was asked about.
+    /// The array that the host function was called for.
     static inline REALarray readerOf;
     static inline REALarray array;
     static inline int64_t index;
@@ -60,7 +60,7 @@ void CheckElementReader(const std::string &name, Element (*wrapper)(REALarray, i
     EXPECT_EQ(gAsks[name], 2) << "kept once found";
 }
 
-/// A host function that gives no reader for the array makes its element empty.
+/// Without a reader for the array its elements are empty.
 template <typename Element>
 void CheckElementWithoutReader(const std::string &name, Element (*wrapper)(REALarray, int64_t))
 {
@@ -73,7 +73,7 @@ void CheckElementWithoutReader(const std::string &name, Element (*wrapper)(REALa
     EXPECT_EQ(ElementReader<Element>::readerOf, Sample<REALarray>()) << "asked for a reader";
 }
 
-/// What the host was asked about for a procedure.
+/// The array for which the host was asked for a procedure.
 REALarray gInsertedInto;
 
 } // namespace

@@ -1,4 +1,4 @@
-// Host exceptions: by class name, for indexes, for C++ exceptions.
+// Host exceptions by class name, for indexes and for C++ exceptions.
 #include "frame/errors.h"
 
 #include <new>
@@ -101,7 +101,7 @@ TEST_F(Errors, AreMadeRaisedAndGivenBackInThisOrder)
               }));
 }
 
-TEST_F(Errors, OfAnUnknownClassAreMadeOfTheFallbackNext)
+TEST_F(Errors, OfAnUnknownClassAreMadeOfRuntimeExceptionInThisOrder)
 {
     Host &host = Start();
     RaiseException("NoSuchException", nullptr);
@@ -117,7 +117,7 @@ TEST_F(Errors, OfAnUnknownClassAreMadeOfTheFallbackNext)
               }));
 }
 
-TEST_F(Errors, UnknownClassFallsBackToRuntimeException)
+TEST_F(Errors, OfAnUnknownClassAreRuntimeExceptionsWithTheirMessage)
 {
     Host &host = Start();
     ExpectRaisedBy(

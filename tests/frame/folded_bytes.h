@@ -1,4 +1,4 @@
-// Bytes of any length, on a few pages of memory.
+// Bytes of any length on a few pages of memory, for lengths beyond 32 bits.
 #pragma once
 
 #include <sys/mman.h>
@@ -7,8 +7,8 @@
 #include <cstring>
 #include <new>
 
-/// More addresses than memory: the last few have pages of their own, all before them share a few. Holds at
-/// least one byte more than its length.
+/// More addresses than memory: the pages at the end are its own, all before them share a few. It is at least
+/// one byte longer than its length.
 class FoldedBytes {
 public:
     FoldedBytes(size_t length, char content) : size_((length / kFold + 1) * kFold)

@@ -1,4 +1,4 @@
-// The heap under strings and errors: short texts do without it, and where it is exhausted nothing is made.
+// How strings and errors use the heap: not for short texts; and what becomes of them when it is exhausted.
 #include <cstring>
 #include <string>
 
@@ -12,10 +12,10 @@ using qzlhost::Host;
 using qzlhost::Value;
 using namespace std::string_literals;
 
-/// How often the library had Core Foundation write a text into a buffer.
+/// The library's calls of CFStringGetCString.
 static int gConversions;
 
-// The linker leads the library's calls here.
+// The linker redirects the library's calls here.
 extern "C" Boolean __real_CFStringGetCString(CFStringRef, char *, CFIndex, CFStringEncoding);
 extern "C" Boolean __wrap_CFStringGetCString(CFStringRef string, char *buffer, CFIndex size,
                                              CFStringEncoding encoding)
@@ -26,7 +26,7 @@ extern "C" Boolean __wrap_CFStringGetCString(CFStringRef string, char *buffer, C
 
 namespace {
 
-/// The bytes that a host was last asked to make a string of.
+/// The bytes of the last string that the host was asked for.
 char gBuilt[4096];
 size_t gBuiltLength;
 
@@ -50,7 +50,7 @@ REALstring ConvertString(REALstring, uint32_t)
     return kConvertedString;
 }
 
-/// A host that makes strings without any heap.
+/// A host that makes strings without the heap.
 void *Resolve(const char *name)
 {
     if (std::strcmp(name, "REALBuildString") == 0)
@@ -67,7 +67,7 @@ REALobject ThrowForAnInstance(const char *)
     throw 42;
 }
 
-/// A host that has nothing but a way to instances, which throws.
+/// A host that has only the function for instances, which throws.
 void *ResolveThrowing(const char *name)
 {
     return std::strcmp(name, "PluginNewInstance") == 0 ? reinterpret_cast<void *>(&ThrowForAnInstance)
@@ -192,7 +192,7 @@ TEST_F(Heap, IsGivenBackWhenTheHostThrowsDuringAnOutOfBoundsException)
 
 TEST_P(HeapByVersion, IsNotUsedForUpTo799BytesOfUTF32)
 {
-    // Two units of UTF-16 for each, the most that there can be.
+    // Each becomes two units of UTF-16, the most there are.
     const std::u32string points(200, U'\U0001F600');
     const std::string bytes(BytesOfUnits(points));
     for (int64_t length = 4; length <= 799; ++length) {
@@ -256,7 +256,7 @@ TEST_F(NoMemory, GivesTheNullStringForLongUTF32)
         EXPECT_TRUE(heap.HasFailed());
     }
     EXPECT_EQ(host.CallsOf("REALBuildStringWithEncoding"), 0);
-    // It need not be raised; if it is, then as this.
+    // An exception may be raised, but no other than this.
     if (host.CallsOf("RuntimeRaiseException") != 0)
         ExpectRaised("OutOfMemoryException", "Failed to allocate memory.");
 
@@ -264,7 +264,7 @@ TEST_F(NoMemory, GivesTheNullStringForLongUTF32)
     EXPECT_EQ(Owned(string).StringBytes(), std::string(200, 'a')) << "now there is";
 }
 
-TEST_F(NoMemory, ForTheTextLeavesAnOutOfBoundsExceptionWithAShortOne)
+TEST_F(NoMemory, GivesAnOutOfBoundsExceptionItsShortText)
 {
     Host &host = Start();
     for (const int64_t value : {int64_t{-1}, int64_t{3}}) {

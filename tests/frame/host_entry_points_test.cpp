@@ -1,5 +1,5 @@
-// Each wrapper of a host function: looked up by its exact name, kept once found, harmless while it is
-// missing.
+// Each wrapper of a host function looks it up by its exact name, keeps it once found, and does nothing while
+// it is missing.
 #include <gtest/gtest.h>
 
 #include "frame/host_entry_points.h"
@@ -56,7 +56,7 @@ void CheckWrapper(const std::string &name, Result (*wrapper)(Parameters...))
     CheckWrapperOf<Result>(name, wrapper);
 }
 
-/// The property of a variant, as a host function gives it that reads properties by name.
+/// A host function that reads a property of a variant by name.
 template <typename Value>
 struct PropertyFunction {
     static inline std::string name;
@@ -71,7 +71,7 @@ struct PropertyFunction {
     }
 };
 
-/// A reader of variants: through its own host function or else through the variant's property.
+/// A wrapper that reads a variant through its own host function, or else through the variant's property.
 template <typename Value>
 void CheckVariantReader(const std::string &name, Value (*wrapper)(REALobject),
                         const std::string &propertyFunction, const std::string &property)
@@ -96,7 +96,7 @@ void CheckVariantReader(const std::string &name, Value (*wrapper)(REALobject),
     EXPECT_EQ(wrapper(variant), Sample<Value>());
     EXPECT_EQ((HostFunction<Value, REALobject>::arguments), std::make_tuple(variant));
     EXPECT_EQ(wrapper(variant), Sample<Value>());
-    EXPECT_EQ(PropertyFunction<Value>::name, "") << "the property counts only without the function";
+    EXPECT_EQ(PropertyFunction<Value>::name, "") << "the property is read only without the function";
     EXPECT_EQ(gAsks[name], 3) << "kept once found";
 }
 

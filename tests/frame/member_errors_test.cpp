@@ -1,4 +1,4 @@
-// C++ exceptions while a member builds a string, as the program sees them.
+// C++ exceptions out of the host while a member builds a string become host exceptions.
 #include "tests/support/plugin_test.h"
 #include "tests/support/row_names.h"
 #include "tests/support/standard_exceptions.h"

@@ -1,4 +1,4 @@
-// The methods of host memory blocks: the constructor that makes one of any size, the pointer to its bytes.
+// The methods of host memory blocks: the constructor for any size, and the pointer to the bytes.
 #include "frame/memory_blocks.h"
 #include "tests/support/host_declarations.h"
 #include "tests/support/linked_test.h"
@@ -26,7 +26,7 @@ void *NoPointer(REALobject)
 using MemoryBlockWork = LinkedTest;
 using MemoryBlockPointer = LinkedTest;
 
-/// The block that a request for the size ends with.
+/// The block that a request for this size returns.
 Value BlockOfSize(int64_t size)
 {
     MemoryBlockRequest request = {size, nullptr};
@@ -39,7 +39,7 @@ REALmemoryBlock BlockHandle(const Value &block)
     return reinterpret_cast<REALmemoryBlock>(ObjectOf(block));
 }
 
-/// What lies at the block's pointer, as long as the block.
+/// The bytes at the block's pointer, as many as the block has.
 std::string TextAtPointer(const Value &block)
 {
     const void *const bytes = MyREALMemoryBlockGetPtr(BlockHandle(block));
@@ -68,14 +68,14 @@ TEST_F(MemoryBlockWork, ConstructorMayMakeMoreThanAsked)
     EXPECT_FALSE(BlockOfSize(16).IsNil());
 }
 
-TEST_F(MemoryBlockWork, ConstructorsBlockHasItsSizeFromTheHostFunctionWithoutTheProperty)
+TEST_F(MemoryBlockWork, SizeComesFromTheHostFunctionWithoutTheProperty)
 {
     Host &host = StartLacking({"REALGetPropValueInteger"});
     EXPECT_FALSE(BlockOfSize(16).IsNil());
     EXPECT_EQ(host.CallsOf("memoryBlockGetSize"), 1);
 }
 
-TEST_F(MemoryBlockWork, ConstructorsBlockWithoutAnySizeIsGivenBack)
+TEST_F(MemoryBlockWork, BlockWithoutAnySizeIsGivenBack)
 {
     StartLacking({"REALGetPropValueInteger", "memoryBlockGetSize"});
     EXPECT_TRUE(BlockOfSize(16).IsNil());
@@ -100,7 +100,7 @@ TEST_F(MemoryBlockWork, MissingConstructorIsLookedUpOnce)
     EXPECT_TRUE(host.TakeException().IsNil());
 }
 
-TEST_F(MemoryBlockWork, ConstructorIsLookedUpWithTheFirstInstanceThatThereIs)
+TEST_F(MemoryBlockWork, ConstructorIsLookedUpWithTheFirstInstanceThatTheHostMakes)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.AnswerFrom("PluginNewInstance", 2); });
     EXPECT_TRUE(BlockOfSize(16).IsNil());
@@ -151,7 +151,7 @@ TEST_F(MemoryBlockPointer, PointerMethodIsAskedOfTheBlockItselfWithoutATemporary
     EXPECT_EQ(host.References(block), 1);
 }
 
-TEST_F(MemoryBlockPointer, PointerComesFromTheHostFunctionWithoutTheMethodWhichIsLookedForAgain)
+TEST_F(MemoryBlockPointer, PointerComesFromTheHostFunctionWithoutTheMethodWhichIsLookedUpAgain)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.LackMethod(kConvertToPointer); });
     const Value block = host.NewMemoryBlock("bytes");

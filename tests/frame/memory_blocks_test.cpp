@@ -1,4 +1,4 @@
-// New host memory blocks: their bytes, sizes beyond 32 bits, and where none can be made.
+// New host memory blocks: their bytes, sizes beyond 32 bits, and failures to make one.
 #include "frame/memory_blocks.h"
 
 #include <new>
@@ -77,7 +77,7 @@ REALobject OutOfMemoryForTheFirstInstance(const char *className)
     return gRealNewInstance(className);
 }
 
-/// What the exception handler returns, with a reference of its own.
+/// What the exception handler returns, with one reference each time.
 REALobject gReport;
 
 REALobject CallWithReport(void (*function)(void *), void *argument)

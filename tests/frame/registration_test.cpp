@@ -1,4 +1,4 @@
-// What the library registers with a host, and what it makes of the host's version.
+// The classes that the library registers with a host, and the record version for each host version.
 #include <limits>
 
 #include "tests/support/plugin_test.h"
@@ -34,7 +34,7 @@ const std::vector<std::string> kClassesInOrder = {
 
 enum class Access { Field, Getter, Method, GetterAndSetter, None };
 
-/// A member as its record must give it.
+/// The expected record of a member.
 struct Member {
     const char *kind;
     const char *text;
@@ -165,7 +165,7 @@ Access AccessOf(const qzlhost::MethodRecord &method)
     return method.setter != nullptr ? Access::GetterAndSetter : Access::Method;
 }
 
-/// One line a member, as both the expectation and the record are compared.
+/// A member as a line, for comparison.
 std::string Line(const std::string &kind, const std::string &text, const std::string &type, uint64_t flags,
                  Access access)
 {
@@ -246,7 +246,7 @@ TEST_F(Registration, KeepsToTheRecordFormat)
         EXPECT_EQ(record.faults, std::vector<std::string>()) << record.name;
 }
 
-TEST_F(Registration, WithoutAPlaceToRegisterTriesEachClassAndGoesOn)
+TEST_F(Registration, WithoutTheHostFunctionTriesEachClassAndGoesOn)
 {
     const Host &host = Start({}, [](Host &unloaded) { unloaded.Lack("PluginRegisterClass"); });
     EXPECT_TRUE(host.RegisteredClasses().empty());

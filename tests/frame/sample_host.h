@@ -1,4 +1,4 @@
-// A resolver whose answers a test chooses, and functions for it that keep what they are called with.
+// A resolver whose results a test chooses, and host functions that record their arguments.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <tuple>
 #include <type_traits>
 
-/// What the resolver returns, and how often it was asked.
+/// The resolver's results, and how often it was asked for each name.
 inline std::map<std::string, void *> gAnswers;
 inline std::map<std::string, int> gAsks;
 
@@ -18,7 +18,7 @@ inline void *Resolve(const char *name)
     return found == gAnswers.end() ? nullptr : found->second;
 }
 
-/// A value of a type that is not the type's empty value.
+/// A value other than the type's empty value.
 template <typename T>
 T Sample()
 {
@@ -32,7 +32,7 @@ T Sample()
         return static_cast<T>(-7);
 }
 
-/// A host function that keeps its arguments and returns the sample of its result.
+/// A host function that records its arguments and returns a sample.
 template <typename Result, typename... Parameters>
 struct HostFunction {
     static inline std::tuple<std::decay_t<Parameters>...> arguments;

@@ -1,5 +1,4 @@
-// The library's own state before its start and after it.
-#include <cmath>
+// The library's state before and after its start.
 #include <limits>
 
 #include "frame/class_records.h"
@@ -45,7 +44,7 @@ protected:
 
 } // namespace
 
-TEST_F(BeforeTheStart, NothingIsKnownOfTheHostAndTheLatestRecordVersionStands)
+TEST_F(BeforeTheStart, HostIsUnknownAndTheRecordVersionIsTheLatest)
 {
     EXPECT_EQ(gResolver, nullptr);
     EXPECT_EQ(rbversion_rbversion, 0.0);

@@ -1,5 +1,4 @@
-// Host strings of bytes: by which of the host's functions they are made, in which order, and which bytes
-// count.
+// Host strings of bytes: which host functions make them, in which order, and of which bytes.
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -39,16 +38,16 @@ Value Build(std::string_view bytes, uint32_t encoding)
     return Owned(REALBuildUnicodeString(bytes.data(), static_cast<int64_t>(bytes.size()), encoding));
 }
 
-// Functions that stand in the place of the host's, and what they were called with.
+// Replacements of host functions, and their arguments.
 
 const char *gBytes;
 int32_t gLength;
 uint32_t gEncoding;
 std::vector<REALstring> gConverted;
 std::u16string gUnits;
-/// Behind the units, where nobody looks.
+/// The unit behind them.
 char16_t gUnitBehind;
-/// What they answer, with its reference.
+/// What they return, with its one reference.
 REALstring gAnswer;
 
 REALstring Note(const char *bytes, int32_t length)
@@ -79,7 +78,7 @@ REALstring NoteUnits(const char *bytes, int32_t length)
     return nullptr;
 }
 
-/// A string for a replaced function to hand out with its one reference.
+/// A string for a replacement to return, with one reference.
 REALstring NewString(Host &host, std::string_view bytes)
 {
     const auto build =

@@ -1,4 +1,4 @@
-// A child process of a test, which does not outlive it.
+// A child process that does not outlive its test.
 #include "tests/support/child_process.h"
 
 #include <fcntl.h>
@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <map>
 #include <system_error>
 #include <thread>
@@ -23,7 +22,7 @@ constexpr int kNoSuchCommand = 127;
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// Both ends closed in children, but for the one that a child is given.
+/// No child inherits the ends; a child gets its own by dup2.
 std::pair<int, int> NewPipe()
 {
     int ends[2];
@@ -32,7 +31,7 @@ std::pair<int, int> NewPipe()
     return {ends[0], ends[1]};
 }
 
-/// The environment of this process with these variables set, as exec takes it.
+/// The environment of this process with these variables set, in the form for exec.
 std::vector<std::string> EnvironmentWith(const EnvironmentVariables &variables)
 {
     std::map<std::string, std::string> values;
@@ -75,7 +74,7 @@ bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limi
 ChildProcess::ChildProcess(const std::vector<std::string> &command, const EnvironmentVariables &environment,
                            Pipes pipes)
 {
-    // All memory is taken before the fork: the child may only make system calls.
+    // All memory is allocated before the fork: the child may only make system calls.
     std::vector<std::string> arguments = command;
     const std::vector<char *> argumentPointers = Pointers(arguments);
     std::vector<std::string> variables = EnvironmentWith(environment);

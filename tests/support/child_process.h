@@ -1,4 +1,4 @@
-// A child process of a test, which does not outlive it.
+// A child process that does not outlive its test.
 #pragma once
 
 #include <sys/types.h>
@@ -13,17 +13,17 @@
 /// Names and values.
 using EnvironmentVariables = std::vector<std::pair<std::string, std::string>>;
 
-/// Asks `done` until it returns true or the time is over. Returns whether it was done.
+/// Calls `done` until it returns true or the time is up. Returns whether it returned true.
 bool WaitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit);
 
-/// A program that was started. Killed and waited for in the destructor, and by the system when the test ends
-/// before.
+/// A running program. The destructor kills it and waits for its end; the system kills it if the test dies
+/// first.
 class ChildProcess {
 public:
     enum class Pipes { None, InputAndOutput };
 
     /// Starts `command`, found along PATH, with these variables added to the environment. Throws
-    /// std::system_error. On the main thread: the child dies with the thread that started it.
+    /// std::system_error. Main thread only: the child dies with the thread that started it.
     ChildProcess(const std::vector<std::string> &command, const EnvironmentVariables &environment,
                  Pipes pipes);
     ~ChildProcess();
@@ -31,7 +31,7 @@ public:
     ChildProcess &operator=(const ChildProcess &) = delete;
 
     pid_t Id() const { return id_; }
-    /// The ends of its pipes that the test holds; -1 without pipes.
+    /// The test's ends of its pipes; -1 without pipes.
     int Input() const { return input_; }
     int Output() const { return output_; }
     void CloseInput();

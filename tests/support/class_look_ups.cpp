@@ -1,4 +1,4 @@
-// Stands in the place of the runtime's look-ups of classes by name.
+// Replaces the runtime's look-ups of classes by name.
 #include "tests/support/class_look_ups.h"
 
 #include <dlfcn.h>

@@ -1,14 +1,14 @@
-// Stands in the place of the runtime's look-ups of classes by name: counts them, and hides a class.
+// Replaces the runtime's look-ups of classes by name: counts them and can hide a class.
 #pragma once
 
 #include <atomic>
 
-/// One for all look-ups of the process. Code for Linux asks whenever it uses a class, and the loader of
-/// dylibs when it binds a weak import.
+/// Code compiled for Linux looks a class up whenever it uses it, the loader of dylibs when it binds a weak
+/// import.
 struct ClassLookUps {
-    /// The class that is not found by its name, for now; null for none.
+    /// The class that no look-up finds for now; null for none.
     static inline const char *hidden = nullptr;
-    /// How often the executable's own code called objc_getClass, where the linker leads such calls to
+    /// The calls of objc_getClass from the executable's own code, where the linker redirects them to
     /// __wrap_objc_getClass.
     static inline std::atomic<int> count{0};
 };

@@ -1,10 +1,10 @@
-// Counts the Cocoa objects that live, by class.
+// Counts the live Cocoa objects of a class.
 #pragma once
 
 #include <string>
 
-/// Starts counting. Objects made before do not count.
+/// Starts counting. Objects made earlier do not count.
 void CountCocoaObjects();
 
-/// How many objects of exactly this class live now, of those made since the counting began.
+/// The live objects of exactly this class that were made since the counting began.
 int LiveCocoaObjects(const std::string &className);

@@ -8,7 +8,7 @@
 void CountCocoaObjects()
 {
     GSDebugAllocationActive(YES);
-    // Foundation loses count of a class whose first objects come from several threads at once.
+    // Foundation miscounts a class whose first objects are made on several threads at once.
     NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
     [NSNotification notificationWithName:@"First" object:nil];
     [pool release];

@@ -1,4 +1,4 @@
-// Host classes and Cocoa objects that stand in for real ones where Cocoa objects become host values.
+// Doubles for tests that turn Cocoa objects into host values: host classes and the registry.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -14,7 +14,7 @@
 #include "tests/support/linked_test.h"
 #include "tests/support/runtime_classes.h"
 
-/// A host class that holds a Core Foundation object. Its constructor sets the signature or not.
+/// Defines a host class of wrappers of Core Foundation objects, whose constructor writes this signature.
 inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
                                  int64_t signature = kCFWrapperSignature)
 {
@@ -34,7 +34,7 @@ inline void DefineCFWrapperClass(qzlhost::Host &host, const std::string &name,
     host.DefineClass(std::move(definition));
 }
 
-/// The registry of wrappers, while this lives.
+/// Replaces the registry of wrappers while it lives.
 struct Registry {
     Registry() : before(family::gRegistry)
     {
@@ -50,7 +50,7 @@ struct Registry {
     Registry(const Registry &) = delete;
     Registry &operator=(const Registry &) = delete;
 
-    /// The host instance that is entered for the object, borrowed; null where none is.
+    /// The host instance registered for the object, borrowed; null for none.
     REALobject At(id object) const
     {
         return static_cast<REALobject>(const_cast<void *>(CFDictionaryGetValue(instances, object)));
@@ -60,7 +60,7 @@ struct Registry {
         CFDictionarySetValue(instances, object, instance.ObjectPointer());
     }
 
-    /// The family's own, which lives on.
+    /// The family's own registry.
     const CFMutableDictionaryRef before;
 };
 

@@ -1,5 +1,5 @@
-// Stands between the library and Core Foundation's and the File Manager's calls for files and their URLs:
-// notes them, and lets them fail.
+// Replaces the functions of Core Foundation and the File Manager for files and their URLs: records the
+// library's calls and can let one of them fail.
 #pragma once
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -8,34 +8,34 @@
 #include <string>
 #include <vector>
 
-/// What fails. Everything else is the platform's own.
+/// The request that fails. The platform answers every other.
 enum class Refusal {
     Nothing,
     /// The number of an item and the reference of its parent.
     NodeAndParent,
     /// The name of an item.
     Name,
-    /// Whether a reference refers to anything.
+    /// The existence of an item.
     Existence,
     /// The path of an item.
     Path,
-    /// The URL of the folder that an item is in.
+    /// The URL of an item's folder.
     FolderURL,
     /// The reference of that folder.
     FolderReference,
     /// The name at the end of a URL.
     LastComponent,
-    /// A copy of a string that can be changed.
+    /// A mutable copy of a string.
     MutableCopy,
     /// The URL of a reference.
     ReferenceURL,
-    /// A string of characters.
+    /// A string made of characters.
     String,
     /// A URL with one more component.
     LongerURL,
 };
 
-/// A call of FSGetCatalogInfo: what was asked about which item.
+/// A call of FSGetCatalogInfo.
 struct CatalogCall {
     /// The 80 bytes of the reference.
     std::string reference;
@@ -50,28 +50,27 @@ struct CatalogCall {
     }
 };
 
-/// For the messages of the test framework.
 std::ostream &operator<<(std::ostream &stream, const CatalogCall &call);
 
 std::string BytesOf(const FSRef &reference);
 
-/// One for all calls of the process; the linker leads them here.
+/// There is one in the process; the linker redirects the library's calls to it.
 struct CoreFoundationDouble {
     Refusal refusal = Refusal::Nothing;
-    /// The number that every item has; 0 for its own.
+    /// The number of every item; with 0 each has its own.
     UInt32 nodeID = 0;
-    /// Whether the last byte of a parent's reference is to be 1, and not the 0 that it is here.
+    /// Whether the last byte of a parent's reference is 1 instead of 0.
     bool marksParents = false;
-    /// The path that every item has; empty for its own. It is given without a zero byte behind it.
+    /// The path of every item, written without a zero byte at its end; when empty, each has its own.
     std::string path;
 
     std::vector<CatalogCall> catalogCalls;
-    /// The buffers for paths, as they were before they were filled.
+    /// The contents of the buffers for paths before they were filled.
     std::vector<std::string> pathBuffers;
-    /// The objects that were made for the library, each with one retain more.
+    /// The objects made for the library, each with one retain of the double's.
     std::vector<CFTypeRef> made;
 
-    /// Gives back those retains. Returns how many there were, and how many of the objects nobody else held.
+    /// Releases these objects. Returns how many there were, and how many of them nobody else held.
     std::pair<size_t, size_t> ReleaseMade();
 };
 

@@ -1,4 +1,4 @@
-// The platform's calls for files and their URLs, as the linker leads the library's to them.
+// Replaces the platform's functions for files and their URLs.
 #include "tests/support/core_foundation_double.h"
 
 #import <Foundation/Foundation.h>
@@ -17,7 +17,7 @@ bool Refuses(Refusal refusal)
     return TheCoreFoundation().refusal == refusal;
 }
 
-/// Notes an object that goes to the library; null stays null.
+/// Records an object that goes to the library; null stays null.
 template <typename Reference>
 Reference Noted(Reference object)
 {
@@ -79,10 +79,10 @@ OSErr __wrap_FSGetCatalogInfo(const FSRef *item, FSCatalogInfoBitmap information
     const OSErr error = __real_FSGetCatalogInfo(item, information, catalog, name, oldReference, parent);
     if (error == noErr && catalog != nullptr && manager.nodeID != 0)
         catalog->nodeID = manager.nodeID;
-    // The platform here reads only the beginning of a reference. All of it counts.
+    // The platform here reads only the beginning of a reference, but the library must pass all of it.
     if (error == noErr && parent != nullptr && manager.marksParents)
         parent->hidden[sizeof parent->hidden - 1] = 1;
-    // The results are filled in even so, for a caller that ignores the error.
+    // A refusal fills the results in too, to catch a caller that ignores the error.
     const bool wantsNothing = catalog == nullptr && name == nullptr && parent == nullptr;
     const bool refuses = (Refuses(Refusal::NodeAndParent) && parent != nullptr) ||
                          (Refuses(Refusal::Name) && name != nullptr) ||

@@ -1,4 +1,4 @@
-// A notification daemon of a test's own: what GNUstep carries notifications between processes with.
+// A test's own notification daemon, through which GNUstep sends notifications between processes.
 #include "tests/support/daemon.h"
 
 #include <filesystem>
@@ -10,8 +10,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kStartLimit = 30s;
 
-/// Under the daemon's folder, the file that tells clients where it listens: the name that it registers, in
-/// base 64.
+/// The file below the daemon's folder that says where the daemon listens: its registered name in base 64.
 constexpr char kRegisteredName[] = "/NSMessagePort/names/R0ROQ1NlcnZlcg==";
 
 EnvironmentVariables ClientsEnvironment(const std::string &folder)

@@ -1,4 +1,4 @@
-// A notification daemon of a test's own: what GNUstep carries notifications between processes with.
+// A test's own notification daemon, through which GNUstep sends notifications between processes.
 #pragma once
 
 #include <string>
@@ -6,16 +6,16 @@
 #include "tests/support/child_process.h"
 #include "tests/support/private_folder.h"
 
-/// A running daemon, which only processes that know its folder reach. It is killed in the
-/// destructor, which returns once it has ended and its folder is gone.
+/// A running daemon. Only processes that know its folder can reach it. The destructor returns once the
+/// daemon has ended and its folder is gone.
 class Daemon {
 public:
-    /// Returns once clients can reach it. Throws std::runtime_error. On the main thread.
+    /// Returns once clients can reach it. Throws std::runtime_error. Main thread only.
     Daemon();
     Daemon(const Daemon &) = delete;
     Daemon &operator=(const Daemon &) = delete;
 
-    /// Variables for the environment of a process that is to use this daemon.
+    /// Environment variables for a process that uses this daemon.
     EnvironmentVariables Environment() const;
     const std::string &Folder() const { return folder_.Path(); }
     pid_t ProcessId() const { return process_.Id(); }

@@ -1,11 +1,10 @@
-// The tests' own daemon: it is there when it should be, and leaves nothing behind.
+// The tests' own daemon runs as long as its test, and leaves nothing behind.
 #include "tests/support/daemon.h"
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -37,7 +36,7 @@ TEST(TestDaemon, IsGoneWithItsFolderAfterTheDestructor)
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
-TEST(TestDaemon, IsGoneAlsoWhenItsClientsWereKilled)
+TEST(TestDaemon, IsGoneEvenAfterItsClientsWereKilled)
 {
     auto daemon = std::make_unique<Daemon>();
     const pid_t process = daemon->ProcessId();
@@ -63,7 +62,7 @@ TEST(TestDaemon, IsGoneAlsoWhenItsClientsWereKilled)
 
 TEST(TestDaemon, DiesWithTheTestThatStartedIt)
 {
-    // Processes whose parent has gone become children of this one.
+    // Orphaned processes become children of this one.
     ASSERT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
     struct {
         pid_t process;
@@ -93,7 +92,7 @@ TEST(TestDaemon, DiesWithTheTestThatStartedIt)
     std::filesystem::remove_all(started.folder);
 }
 
-// As in a test run that has a daemon for all.
+// As in a test run with one daemon for all tests.
 TEST(TestDaemon, IsReachedWhateverFolderTheTestItselfHas)
 {
     ASSERT_EQ(setenv("TEMP", "/tmp/qzl-no-such-folder", 1), 0);

@@ -1,4 +1,4 @@
-// Stands between the code that is linked into a test and the allocator: the linker leads the calls here.
+// Replaces the allocator's functions for the code linked into a test.
 #include "tests/support/heap_watch.h"
 
 #include <algorithm>
@@ -58,8 +58,8 @@ void HeapWatch::Freed(void *block)
                      static_cast<void *>(nullptr));
 }
 
-// What the linker calls instead of a function, and how that one is reached: operators under their mangled
-// names.
+// The linker redirects calls of a function to its __wrap_ form; __real_ is the function itself. Operators
+// have their mangled names.
 extern "C" {
 void *__real_malloc(size_t size);
 void *__real_calloc(size_t count, size_t size);

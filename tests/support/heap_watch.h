@@ -1,10 +1,10 @@
-// What the code that is linked into a test allocates on the heap, and allocations of its that fail.
+// Records what the code linked into a test allocates on the heap, and can let an allocation fail.
 #pragma once
 
 #include <cstddef>
 
-/// Follows the allocations of the thread while it lives; one at a time. Those inside shared libraries do not
-/// count. A test that uses this is linked with heap_watch.cpp and the linker's --wrap for what that defines.
+/// Follows the thread's allocations while it lives; one at a time. Those inside shared libraries do not
+/// count. A test that uses it is linked with heap_watch.cpp and with --wrap for the functions defined there.
 class HeapWatch {
 public:
     HeapWatch();
@@ -19,12 +19,12 @@ public:
 
     /// How many allocations there were.
     int Allocations() const { return allocations_; }
-    /// The bytes that the last of them was for.
+    /// The size of the last of them in bytes.
     size_t LastSize() const { return lastSize_; }
     /// How many of them were not freed.
     int Unfreed() const;
 
-    // For the functions that stand before the allocator.
+    // For the functions in place of the allocator's
 
     /// Whether the allocation that begins now is to fail.
     static bool Fails();
@@ -38,6 +38,6 @@ private:
     bool hasFailed_ = false;
     int allocations_ = 0;
     size_t lastSize_ = 0;
-    /// Blocks that are not freed yet; null for a free place. Nothing here may allocate.
+    /// The blocks not freed yet; null in a free place. An array, since nothing here may allocate.
     void *blocks_[kMostBlocks] = {};
 };

@@ -1,4 +1,4 @@
-// Allocations of others that the leak checker is not to report.
+// Keeps the leak checker from reporting what other code loses.
 #pragma once
 
 #if defined(__has_feature)
@@ -8,7 +8,7 @@
 #endif
 #endif
 
-/// While this lives, what the thread allocates may be lost.
+/// While it lives, the thread's allocations may leak.
 class LeakCheckPause {
 public:
 #ifdef QZL_HAS_LEAK_CHECKER

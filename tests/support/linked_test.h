@@ -63,7 +63,7 @@ inline REALstring StringOf(const qzlhost::Value &value)
     return reinterpret_cast<REALstring>(value.StringPointer());
 }
 
-/// A value that owns what the library handed over; the null string stays a string.
+/// A value that owns what the library returned; the null string stays a string.
 inline qzlhost::Value Owned(REALstring string)
 {
     return qzlhost::Value::Adopt(reinterpret_cast<qzlhost::String *>(string));

@@ -1,10 +1,10 @@
-// What goes to Foundation's log.
+// Captures Foundation's log.
 #pragma once
 
 #include <string>
 #include <vector>
 
-/// Takes what NSLog writes, in place of standard error, while it lives. One at a time.
+/// While it lives, NSLog writes here instead of to standard error. One at a time.
 class LogCapture {
 public:
     LogCapture();

@@ -1,11 +1,11 @@
-// Takes what goes to Foundation's log.
+// Captures Foundation's log.
 #include "tests/support/log_capture.h"
 
 #import <Foundation/Foundation.h>
 
 namespace {
 
-/// Foundation calls the handler under a lock of its own.
+/// Guarded by the lock under which Foundation calls the handler.
 std::vector<std::string> gLines;
 NSLog_printf_handler *gOuter;
 

@@ -3,6 +3,6 @@
 
 #import <Foundation/Foundation.h>
 
-/// An autoreleased dictionary that keeps its entries in order. Without a list of keys it has not even an
-/// empty one. It raises when asked for the value of the key "broken".
+/// An autoreleased dictionary with its entries in this order. With nil `keys` its list of keys is nil, not
+/// empty. The value of the key "broken" raises.
 NSDictionary *OrderedDictionary(NSArray *keys, NSArray *values);

@@ -1,4 +1,4 @@
-// Another process in which a host program runs, driven by a test.
+// A host program in another process, driven by a test.
 #include "tests/support/peer.h"
 
 #include <unistd.h>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long nothing may come: enough for a busy machine and the sanitizers.
+/// The longest wait: enough for a busy machine and the sanitizers.
 constexpr auto kLimit = 120s;
 
 void WriteAll(int descriptor, std::string_view text)
@@ -32,7 +32,7 @@ Peer::Peer(const Daemon &daemon, const std::string &name)
     : name_(name),
       process_({QZL_PEER_PROGRAM, LibraryPath()}, daemon.Environment(), ChildProcess::Pipes::InputAndOutput)
 {
-    // A peer that has ended makes writing fail instead.
+    // Writing to a peer that has ended fails instead.
     std::signal(SIGPIPE, SIG_IGN);
     reader_ = std::thread([this] { Read(); });
     try {

@@ -1,4 +1,4 @@
-// Another process in which a host program runs, driven by a test.
+// A host program in another process, driven by a test.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -14,7 +14,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/daemon.h"
 
-/// The program did not answer in time, ended, or was refused something.
+/// The program did not answer in time, ended, or met an exception of the library.
 class PeerError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -31,29 +31,29 @@ public:
     Peer(const Peer &) = delete;
     Peer &operator=(const Peer &) = delete;
 
-    /// What the command returns. Throws PeerError where the library raises an exception.
+    /// The result of the command. Throws PeerError if the library raises an exception.
     nlohmann::json Do(const nlohmann::json &command);
-    /// The two halves of Do: in between the program is at work.
+    /// The two halves of Do. Between them the program works.
     void Begin(const nlohmann::json &command);
     nlohmann::json Finish();
-    /// The class and message of the exception that the command ends with; null where it ends well.
+    /// The class and message of the exception that the command raises; null for none.
     nlohmann::json RefusalOf(const nlohmann::json &command);
-    /// The next `count` events, in their order, once they are there.
+    /// The next `count` events in order; waits for them.
     std::vector<nlohmann::json> Events(size_t count);
-    /// Those that are left, without waiting.
+    /// The events that have arrived; does not wait.
     std::vector<nlohmann::json> RemainingEvents();
 
-    /// How many events the program had had altogether when it gave its last answer.
+    /// The number of all events before the program's last answer.
     size_t EventsAtLastAnswer() const { return eventsAtLastAnswer_; }
 
     void Kill();
-    /// Keeps the program from running, or lets it go on.
+    /// Suspends the program, or resumes it.
     void Stop(bool stops);
     /// Lets the program end. Returns what its host reports: "leaks" and "mistakes".
     nlohmann::json Quit();
     bool IsAlive() { return !process_.HasEnded(); }
     pid_t ProcessId() const { return process_.Id(); }
-    /// As ChildProcess has it.
+    /// As ChildProcess::Status.
     std::optional<int> ExitStatus() { return process_.Status(); }
 
 private:

@@ -13,7 +13,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// Cocoa classes whose objects the library makes or holds; none of them may be left over.
+/// Cocoa classes whose objects the library makes or holds. A test ends without any left.
 constexpr const char *kCountedClasses[] = {"NSNotificationObserver", "GSNotification"};
 
 const std::thread::id kMainThread = std::this_thread::get_id();
@@ -68,7 +68,7 @@ void HostTest::TearDown()
     EXPECT_TRUE(mistakes.empty()) << "misuse of the host:\n" << Joined(mistakes);
     for (const char *className : kCountedClasses) {
         const int expected = expectedCocoaObjects_[className];
-        // Foundation posts notifications of its own, which may wait for the run loop.
+        // Foundation's own notifications may wait for the run loop.
         host_->RunUntil([&] { return LiveCocoaObjects(className) == expected; }, 2);
         EXPECT_EQ(LiveCocoaObjects(className), expected) << className << " objects left over";
     }
@@ -140,10 +140,4 @@ std::string ExceptionClassOf(const std::function<void()> &member)
     } catch (const ProgramException &exception) {
         return exception.ClassName();
     }
-}
-
-bool AnyHolds(const std::vector<std::string> &texts, const std::string &part)
-{
-    return std::any_of(texts.begin(), texts.end(),
-                       [&](const std::string &text) { return text.find(part) != std::string::npos; });
 }

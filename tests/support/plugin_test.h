@@ -1,4 +1,4 @@
-// A test that loads the library into a host and looks at the accounts when it ends.
+// A test that loads the library into a host and checks the accounts at its end.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@
 #include "host/host.h"
 #include "tests/support/library_under_test.h"
 
-/// A test with a host, which looks at the accounts when it ends. The library keeps what it learnt of its host
-/// for the life of the process, so each test runs in a process of its own; ctest sees to that.
+/// A test with a host, which checks the accounts at its end. The library keeps what it learnt of its host for
+/// the life of the process, so ctest runs each test in a process of its own.
 class HostTest : public ::testing::Test {
 protected:
     HostTest();
@@ -25,11 +25,10 @@ protected:
 
     qzlhost::Host &host() { return *host_; }
 
-    /// What stays behind on purpose: values whose description holds this text. Fails unless there are so
-    /// many.
+    /// Expects that exactly `count` values are left over whose description contains this text.
     void ExpectLeaks(const std::string &text, size_t count);
 
-    /// Cocoa objects of this class, of those that are counted, that stay behind on purpose.
+    /// Expects that `count` Cocoa objects of this class are left over, one of those that are counted.
     void ExpectCocoaObjects(const std::string &className, int count);
 
     /// Checks the accounts of the host's references and of the Cocoa objects that the library makes.
@@ -59,11 +58,11 @@ protected:
 struct Received {
     std::string name;
     bool onMainThread = false;
-    /// The wrapper that the event brought; Nil unless the program keeps it.
+    /// The event's argument; Nil unless the program keeps it.
     qzlhost::Value notification;
 };
 
-/// A host class of a program's own that implements "GotNotification" and notes what it gets.
+/// A program's own host class that implements "GotNotification" and records each event.
 class ObserverProgram {
 public:
     /// Defines the class in the host. `onEvent` runs inside each event.
@@ -73,7 +72,7 @@ public:
     /// A new observer of the class.
     qzlhost::Value NewObserver();
 
-    /// Keep the wrappers that events bring.
+    /// From now on `received` keeps the notifications, too.
     void KeepNotifications() { keeps_ = true; }
 
     std::vector<Received> received;
@@ -87,7 +86,7 @@ private:
 /// A new wrapper of the process's notification centre.
 qzlhost::Value DefaultCenter(qzlhost::Host &host);
 
-/// What the handle in a wrapper's instance data refers to.
+/// The handle in a wrapper's instance data.
 template <typename Object>
 Object HandleOf(qzlhost::Host &host, const qzlhost::Value &instance)
 {
@@ -108,8 +107,5 @@ inline qzlhost::Value WrapperOf(qzlhost::Host &host, std::string_view className,
 void ExpectException(const std::function<void()> &member, const std::string &className,
                      const std::string &message);
 
-/// The class of the host exception that `member` ends with; empty where it ends well.
+/// The class of the host exception that `member` raises; empty for none.
 std::string ExceptionClassOf(const std::function<void()> &member);
-
-/// Whether a text of `texts` holds `part`.
-bool AnyHolds(const std::vector<std::string> &texts, const std::string &part);

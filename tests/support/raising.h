@@ -1,4 +1,4 @@
-// Cocoa objects and methods that raise, whatever they are asked.
+// Cocoa objects and methods that raise.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -6,13 +6,13 @@
 
 #include "tests/support/replaced_method.h"
 
-/// The name of the exceptions that they raise; the reason names the selector.
+/// The name of their exceptions; the reason names the selector.
 extern NSString *const kRaised;
 
-/// Raises in the place of a host function with any arguments.
+/// Replaces a host function of any signature.
 void *RaiseInHost();
 
-/// The name of the Cocoa exception that the body raises; nil where it raises none.
+/// The name of the Cocoa exception that the body raises; nil for none.
 template <typename Body>
 NSString *ExceptionRaisedBy(Body body)
 {
@@ -24,7 +24,7 @@ NSString *ExceptionRaisedBy(Body body)
     return nil;
 }
 
-/// An object that raises at every message, those of its root class among them.
+/// An object that raises at every message, even one of its root class.
 class RaisingObject {
 public:
     RaisingObject();
@@ -38,8 +38,8 @@ private:
     id object_;
 };
 
-/// A class method that raises while this lives, sent to this class; one at a time. The method has at most
-/// three arguments, all of them objects.
+/// While it lives, the class method raises for this class; one at a time. The method has at most three
+/// arguments, all of them objects.
 class RaisingMethod {
 public:
     RaisingMethod(Class cocoaClass, SEL selector);
@@ -48,7 +48,7 @@ private:
     ReplacedMethod<id(id, SEL, id, id, id)> replaced_;
 };
 
-/// An object, a constant for one, that raises at every message while this lives.
+/// While it lives, an existing object, such as a constant, raises at every message.
 class RaisingMeanwhile {
 public:
     explicit RaisingMeanwhile(id object);

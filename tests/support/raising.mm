@@ -1,4 +1,4 @@
-// Cocoa objects and methods that raise, whatever they are asked.
+// Cocoa objects and methods that raise.
 #include "tests/support/raising.h"
 
 #include <cstdlib>
@@ -23,7 +23,7 @@ id Raise(id, SEL selector)
     return RaiseAt(selector);
 }
 
-/// The runtime asks for a method's signature for a message that no method takes.
+/// For a message without a method the runtime asks for a signature first.
 id RaiseForUnknown(id, SEL, SEL asked)
 {
     return RaiseAt(asked);
@@ -34,8 +34,8 @@ using ClassMethod = id(id, SEL, id, id, id);
 Class gRaisingClass;
 ClassMethod *gOriginal;
 
-/// The runtime cannot give a class its own version of a class method that it inherits, so this stands in the
-/// place of the inherited one.
+/// Replaces the inherited method for all classes: the runtime cannot override an inherited class method for
+/// one class alone.
 id RaiseForOneClass(id self, SEL selector, id first, id second, id third)
 {
     return self == (id)gRaisingClass ? RaiseAt(selector) : gOriginal(self, selector, first, second, third);

@@ -22,9 +22,9 @@ struct Range {
     char32_t last;
 };
 
-/// Where characters are taken from: letters and controls, Latin, combining marks, Greek, Hebrew, joiners,
-/// Chinese, Hangul, private ones, the byte-order mark's neighbours, wide forms, mathematics, emoji, the end
-/// of Unicode.
+/// The ranges of characters: ASCII, controls, Latin, combining marks, Greek, Hebrew, joiners, Chinese,
+/// Hangul, private use, around the byte-order mark, wide forms, specials, mathematics, emoji, the end of
+/// Unicode.
 constexpr Range kCharacters[] = {
     {0x20, 0x7F},     {0x00, 0x1F},       {0xA0, 0xFF},       {0x300, 0x36F},
     {0x391, 0x3C9},   {0x5D0, 0x5EA},     {0x200B, 0x200F},   {0x4E00, 0x9FA5},
@@ -32,8 +32,7 @@ constexpr Range kCharacters[] = {
     {0xFFFC, 0xFFFD}, {0x1D400, 0x1D454}, {0x1F600, 0x1F64F}, {0x10FF00, 0x10FFFD},
 };
 
-/// A way of writing a string: the encoding, its name for the C library, and the last character that it has
-/// here.
+/// How a string is written: the encoding, its name for the C library, and its last character here.
 struct Writing {
     uint32_t encoding;
     const char *charset;
@@ -157,7 +156,7 @@ Value RandomValues::Scalar()
     }
 }
 
-/// Few different ones, so that some are equal in Cocoa though they differ in the host.
+/// One of few, so that some keys are equal in Cocoa though they differ in the host.
 Value RandomValues::Key()
 {
     switch (Pick(10)) {
@@ -267,7 +266,7 @@ Value RandomValues::Block()
     return Keep(host_.NewMemoryBlock(bytes));
 }
 
-/// Up to `last`. The byte-order mark never comes first: there it may be taken for one.
+/// Characters up to `last`. U+FEFF never comes first, where it would be read as a byte-order mark.
 std::u32string RandomValues::Characters(char32_t last)
 {
     std::u32string characters;

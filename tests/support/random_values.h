@@ -1,4 +1,4 @@
-// Random host values that nest each other.
+// Random host values, nested in each other.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 #include "host/host.h"
 
-/// Makes values; the same seed gives the same ones. None of them ends a conversion with an exception.
+/// Makes values; the same seed gives the same ones. Each can be converted without an exception.
 class RandomValues {
 public:
-    /// The host has a class "ProgramObject". `wrappers` are host objects that wrap Cocoa objects.
+    /// The host must have a class "ProgramObject". `wrappers` are host objects that wrap Cocoa objects.
     RandomValues(qzlhost::Host &host, uint64_t seed, std::vector<qzlhost::Value> wrappers = {});
 
     /// A value of any kind, with at most `depth` containers in each other.
@@ -18,7 +18,7 @@ public:
     /// A Dictionary with random entries, of the same depth.
     qzlhost::Value Dictionary(int depth);
 
-    /// Every value with references that was made.
+    /// Every value made so far that has references.
     const std::vector<qzlhost::Value> &Made() const { return made_; }
 
 private:
@@ -31,9 +31,9 @@ private:
     }
     qzlhost::Value Keep(qzlhost::Value value);
 
-    /// What Cocoa has an object for, so that an array may hold it.
+    /// A value that has a Cocoa counterpart, as each element of an array must.
     qzlhost::Value Something(int depth);
-    /// What Cocoa has no object for.
+    /// A value without a Cocoa counterpart.
     qzlhost::Value Nothing();
     qzlhost::Value Scalar();
     qzlhost::Value Key();

@@ -1,4 +1,4 @@
-// An object in the place of a notification centre, which writes down what it is asked to do.
+// Replaces a notification centre by an object that records its messages.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -9,7 +9,7 @@
 
 #include "tests/support/plugin_test.h"
 
-/// Takes the messages of every kind of centre, and passes nothing on.
+/// Accepts the messages of every kind of centre, and posts nothing.
 @interface QZLRecordingCenter : NSObject {
 @public
     std::string label;
@@ -19,8 +19,8 @@
 }
 @end
 
-/// Messages that recording centres got, as text: "postNotificationName: 'AName' object: nil". Strings are in
-/// quotes, a dictionary is like {'key': 'value'}, and other objects have the label that the test gave them.
+/// The messages to recording centres as text: "postNotificationName: 'AName' object: nil". Strings are in
+/// quotes, a dictionary reads {'key': 'value'}, and other objects have the label that the test gave them.
 class RecordedMessages {
 public:
     RecordedMessages() = default;
@@ -28,13 +28,13 @@ public:
     RecordedMessages(const RecordedMessages &) = delete;
     RecordedMessages &operator=(const RecordedMessages &) = delete;
 
-    /// A centre that lives as long as this. With a label each of its messages begins with it and a blank.
+    /// A centre that lives as long as this. A label and a blank begin each of its messages.
     QZLRecordingCenter *NewCenter(const std::string &label = "");
 
-    /// The object is written as this from now on.
+    /// From now on the object is written as this label.
     void Label(id object, const std::string &label) { labels_[object] = label; }
 
-    /// All messages since the last call of this.
+    /// The messages since the last call.
     std::vector<std::string> Take();
 
 private:

@@ -1,4 +1,4 @@
-// Writes down the messages that a notification centre gets.
+// Records the messages to a notification centre.
 #include "tests/support/recording_center.h"
 
 namespace {
@@ -17,7 +17,7 @@ std::string Quoted(NSString *string)
 
 @implementation QZLRecordingCenter (Texts)
 
-/// Borrowed from the autorelease pool.
+/// The object as text, which the autorelease pool owns.
 - (const char *)text:(id)object
 {
     std::string text;

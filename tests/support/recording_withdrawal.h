@@ -1,11 +1,11 @@
-// Centres that record, in the places of the four from which an observer withdraws itself.
+// Recording centres in place of the four from which an observer withdraws.
 #pragma once
 
 #include <functional>
 
 #include "tests/support/recording_center.h"
 
-/// What the centres get while `body` runs. Each message begins with "distributed", "default", "service" or
+/// The messages to the centres while `body` runs. Each begins with "distributed", "default", "service" or
 /// "workspace".
 std::vector<std::string> MessagesToTheFourCenters(RecordedMessages &recorded,
                                                   const std::function<void()> &body);

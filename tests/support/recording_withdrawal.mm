@@ -1,4 +1,4 @@
-// Puts centres that record in the places of four of Cocoa's.
+// Replaces four of Cocoa's centres by recording ones.
 #include "tests/support/recording_withdrawal.h"
 
 #import <AppKit/AppKit.h>
@@ -32,7 +32,7 @@ id Workspace(id, SEL)
     return gWorkspace;
 }
 
-/// Also where the test hides the class from the library.
+/// Finds the class even where the test hides it from the library.
 Method ClassMethod(const char *className, SEL selector)
 {
     return class_getClassMethod(objc_lookUpClass(className), selector);
@@ -47,7 +47,7 @@ std::vector<std::string> MessagesToTheFourCenters(RecordedMessages &recorded,
     gDefault = recorded.NewCenter("default");
     gService = recorded.NewCenter("service");
     gWorkspace = recorded.NewCenter("workspace");
-    // Made before, since it asks for centres of its own.
+    // Made first, since it asks for centres itself.
     NSWorkspace *const workspace = [NSWorkspace sharedWorkspace];
     const ReplacedMethod distributed(ClassMethod("NSDistributedNotificationCenter", @selector(defaultCenter)),
                                      &Distributed);

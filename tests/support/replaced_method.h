@@ -1,10 +1,10 @@
-// A method of Cocoa's with an implementation of the test's.
+// Replaces a Cocoa method while a test runs.
 #pragma once
 
 #include <objc/runtime.h>
 
-/// The method is this function while it lives. The runtime looks methods up by class, so a method that the
-/// class inherits is replaced for the superclass, too.
+/// While it lives, the method is this function. A method that the class inherits is replaced for the
+/// superclass, too.
 template <typename Function>
 class ReplacedMethod {
 public:

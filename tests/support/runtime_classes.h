@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-/// A method that a class made at run time gets.
+/// A method for a class made at run time.
 struct RuntimeMethod {
     const char *selector;
     IMP implementation;
     const char *types;
 };
 
-/// A class made at run time, under a name that no class has yet.
+/// A new class. No class may have the name yet.
 inline Class MakeClass(const std::string &name, Class super, const std::vector<RuntimeMethod> &methods = {})
 {
     const Class made = objc_allocateClassPair(super, name.c_str(), 0);
@@ -43,20 +43,20 @@ inline bool DescendsFrom(Class cocoaClass, const std::string &ancestor)
     return cocoaClass != Nil;
 }
 
-/// Gives an object a class of its own that has these methods, too.
+/// Gives an object a new class, derived from its own, that has these methods, too.
 inline void AddMethods(id object, const std::string &className, const std::vector<RuntimeMethod> &methods)
 {
     object_setClass(object, MakeClass(className, object_getClass(object), methods));
 }
 
-/// A new autoreleased object without initialisation: for classes that need none to be deallocated.
+/// A new autoreleased object without initialisation, for classes whose -dealloc needs none.
 inline id MakeObject(Class cocoaClass)
 {
     return [NSAllocateObject(cocoaClass, 0, nullptr) autorelease];
 }
 
-/// An object of any class, in the state in which `alloc` leaves it. Nothing but the code under test sends it
-/// messages; its memory is freed without -dealloc, which few classes survive without initialisation.
+/// An object of any class, in the state after +alloc. Only the code under test sends it messages. Its memory
+/// is freed without -dealloc, which few classes survive without initialisation.
 class UninitializedObject {
 public:
     explicit UninitializedObject(Class cocoaClass) : object_(NSAllocateObject(cocoaClass, 0, nullptr)) {}

@@ -6,7 +6,6 @@
 #include <exception>
 #include <functional>
 #include <new>
-#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
@@ -22,7 +21,7 @@ struct StandardRow {
     std::string message;
 };
 
-/// A class of a program's own below one of the standard's.
+/// A program's own class derived from a standard one.
 template <typename Base>
 struct Derived : Base {
     using Base::Base;
@@ -68,7 +67,7 @@ inline const StandardRow kStandardRows[] = {
     {"Pointer", [] { throw "text"; }, "RuntimeException", "Sorry, but there was an unnamed C++ Exception."},
 };
 
-/// Throws the exception that it is given, once, in the place of the host's string builder.
+/// Replaces the host's string builder. Throws a given exception once.
 class ThrowingBuilder {
 public:
     using Function = REALstring (*)(const char *, int32_t);

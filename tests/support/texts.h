@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-/// The bytes in another charset, by the C library's converter, which neither the host nor the library uses.
-/// Nothing where it refuses them. Charsets are the C library's names; "UTF-16LE" is the machine's UTF-16.
+/// The bytes in another charset, by the C library's converter, which neither the host nor the library uses;
+/// nothing if it refuses them. Charsets have the C library's names; "UTF-16LE" is the machine's UTF-16.
 std::optional<std::string> Recode(std::string_view bytes, const char *from, const char *to);
 
-/// The text of bytes in a charset, and the other way round, as above.
+/// The text of bytes in a charset, and the bytes of a text; nothing as above.
 std::optional<std::u16string> DecodedText(std::string_view bytes, const char *charset);
 std::optional<std::string> EncodedText(std::u16string_view text, const char *charset);
 

@@ -1,13 +1,13 @@
-// C++ exceptions for tests in Objective-C++, where neither a typed catch nor, for safety, a throw stands.
+// C++ exceptions for tests in Objective-C++, where a typed catch does not work.
 #pragma once
 
 #include <functional>
 
-/// Throws what `EndsThrown` recognises, an exception of the C++ library.
+/// Throws the C++ exception that `EndsThrown` recognises.
 [[noreturn]] void ThrowForTest();
 
-/// The same in the place of a host function with any arguments.
+/// The same, in place of a host function of any signature.
 void *ThrowInHost();
 
-/// Runs `body`; returns whether it ended with that exception. Any other passes.
+/// Runs `body`; returns whether it threw that exception. Any other passes.
 bool EndsThrown(const std::function<void()> &body);

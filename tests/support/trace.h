@@ -1,4 +1,4 @@
-// What a host's trace says about the calls of its functions.
+// The calls of host functions, from the host's trace.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ inline std::vector<std::string> FunctionsCalled(const qzlhost::Host &host)
     return functions;
 }
 
-/// The same of those functions alone that have one of these names.
+/// The same for the functions with one of these names alone.
 inline std::vector<std::string> FunctionsCalled(const qzlhost::Host &host,
                                                 const std::vector<std::string> &among)
 {
@@ -28,7 +28,7 @@ inline std::vector<std::string> FunctionsCalled(const qzlhost::Host &host,
     return functions;
 }
 
-/// The calls, with their arguments, in order; without those that the host makes itself.
+/// The calls with their arguments, in order, without the host's own.
 inline std::vector<std::string> CallsWithArguments(const qzlhost::Host &host)
 {
     std::vector<std::string> calls;
@@ -48,7 +48,7 @@ inline std::vector<std::string> ArgumentsOf(const qzlhost::Host &host, std::stri
     return arguments;
 }
 
-/// How often a method of an instance was loaded.
+/// How often the method was loaded from an instance.
 inline int64_t LoadsOf(const qzlhost::Host &host, const std::string &declaration)
 {
     const std::vector<std::string> loads = ArgumentsOf(host, "REALLoadObjectMethod");

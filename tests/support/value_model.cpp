@@ -1,4 +1,4 @@
-// What a host value is worth, as JSON that says the type of each value, and what Cocoa makes of it.
+// Models of host values: their types and content as JSON, and what Cocoa makes of them.
 #include "tests/support/value_model.h"
 
 #include <algorithm>
@@ -129,8 +129,8 @@ Value DictionaryOf(Host &host, const Json &entries)
     return dictionary;
 }
 
-/// Whether Cocoa has no object for the value. An empty block and empty data are nothing to each other, and
-/// only the family could wrap an object of a program's own.
+/// Whether the value has no Cocoa counterpart. An empty block has none, and only the family could wrap a
+/// program's own object.
 bool IsNothing(const Json &model)
 {
     if (model.is_null() || model == typed::Memory("") || model == Json{{"object", "ProgramObject"}})
@@ -150,7 +150,7 @@ Json Compared(const Json &key)
     return content.is_boolean() ? Json(content.get<bool>() ? 1 : 0) : content;
 }
 
-/// Enters the value for a key that is equal, else the entry.
+/// Replaces the value of an equal key, or else adds the entry.
 void Enter(Json &entries, const Json &key, const Json &value)
 {
     for (Json &entry : entries) {
@@ -162,7 +162,7 @@ void Enter(Json &entries, const Json &key, const Json &value)
     entries.push_back(Json::array({key, value}));
 }
 
-/// What comes back of a model in Cocoa.
+/// The model after the way back from Cocoa.
 Json BackFromCocoa(const Json &model)
 {
     if (model.is_null())

@@ -1,4 +1,4 @@
-// What a host value is worth, as JSON that says the type of each value, and what Cocoa makes of it.
+// Models of host values: their types and content as JSON, and what Cocoa makes of them.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -12,22 +12,23 @@
 
 using Json = nlohmann::json;
 
-/// A type of scalars or arrays, with its name in a model.
+/// A type of scalars or arrays.
 struct ValueType {
     int64_t code;
+    /// Its name in a model.
     const char *name;
-    /// The type that comes back from a trip to Cocoa; null where Cocoa has nothing for such a value.
+    /// The type after a trip to Cocoa and back; null for a type without a Cocoa counterpart.
     const char *afterTrip;
     const char *reason;
 };
 
-/// One row for each code that a program's values have, objects aside.
+/// One row for each type code of a program's values, objects aside.
 extern const std::vector<ValueType> kValueTypes;
 
 /// Nil is null. Any other model is an object of one entry, the type's name and the content:
-///   integers and booleans  as JSON has them
-///   numbers                as printf's %a has them, which is exact
-///   dates                  as in "2024-02-29 14:05:09"
+///   integers and booleans  JSON's own
+///   numbers                as printf writes them with %a, which is exact
+///   dates                  like "2024-02-29 14:05:09"
 ///   strings and texts      text
 ///   arrays                 the models of the elements
 ///   "dictionary"           pairs of models, key and value, in the host's order
@@ -37,17 +38,18 @@ extern const std::vector<ValueType> kValueTypes;
 /// Throws std::runtime_error for a value of a type that is not in the table.
 Json ModelOf(qzlhost::Host &host, const qzlhost::Value &value);
 
-/// A value of the types for which there is a builder below. Throws std::runtime_error for any other.
+/// A value of a type that has a builder below. Throws std::runtime_error for any other.
 qzlhost::Value ValueOf(qzlhost::Host &host, const Json &model);
 
-/// The same model with the entries of every dictionary sorted by their keys, for comparing.
+/// The same model with the entries of every dictionary sorted by key, for comparisons.
 Json Sorted(const Json &model);
 
-/// The model of what Cocoa holds: without what it has no object for, without Nil keys, and with the later of
-/// two entries whose keys are equal to Cocoa. The host has no class of its own but "ProgramObject".
+/// The model of the Cocoa object: null for values without a counterpart, no entries with Nil keys, and only
+/// the later of two entries whose keys are equal in Cocoa. Of a program's own classes it knows
+/// "ProgramObject" alone.
 Json InCocoa(const Json &model);
 
-/// The model of what comes back, sorted.
+/// The model after a trip to Cocoa and back, sorted.
 Json AfterTrip(const Json &model);
 
 /// Every digit of a number, and the sign of zero and of what is no number.

@@ -12,17 +12,17 @@ using Fields = std::array<int64_t, 6>;
 
 inline constexpr std::time_t kHour = 3600;
 inline constexpr std::time_t kDay = 24 * kHour;
-/// The end of 2037, up to which the C library and Foundation know each change of a clock.
+/// The end of 2037: until then the C library and Foundation know each change of a clock.
 inline constexpr std::time_t kLastInstant = 2145916800;
 
-/// As in "2024-02-29 14:05:09".
+/// Like "2024-02-29 14:05:09".
 std::string TextOf(const Fields &fields);
 
-/// What the clock shows at an instant: the local one, and that of Greenwich.
+/// The time on the local clock at an instant, and on that of Greenwich.
 Fields LocalFields(std::time_t instant);
 Fields UniversalFields(std::time_t instant);
 
-/// The instant of fields that may be out of range, by the local clock and by that of Greenwich.
+/// The instant at which the local clock, or that of Greenwich, shows the fields, which may be out of range.
 std::time_t LocalInstant(const Fields &fields);
 std::time_t UniversalInstant(const Fields &fields);
 

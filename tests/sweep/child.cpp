@@ -15,7 +15,7 @@ using nlohmann::json;
 
 namespace {
 
-/// The seconds after which a program that hangs is ended.
+/// Seconds until a program that hangs is ended.
 constexpr unsigned kPatience = 60;
 
 /// Classes whose objects the library makes or keeps.
@@ -94,7 +94,7 @@ std::optional<Sight> SightOf(qzlhost::Host &host, SweptProgram &program, const F
         alarm(kPatience);
         const auto lenient = json::error_handler_t::replace;
         Write(ends[1], Run(host, program, call).dump(-1, ' ', false, lenient));
-        _exit(0); // posters that wait for ever are left where they are
+        _exit(0); // posters may wait for ever
     }
     close(ends[1]);
     const std::string text = ReadAll(ends[0]);

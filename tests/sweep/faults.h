@@ -15,7 +15,7 @@ enum class Fault {
     ThrowsOther,
     /// It raises an NSException.
     RaisesCocoa,
-    /// It uses the library itself before it does its work.
+    /// It calls the library before it does its work.
     ComesBack,
 };
 
@@ -26,11 +26,11 @@ struct FaultyCall {
     Fault fault = Fault::Fails;
 };
 
-/// Whether the function gives a reference back: one that throws has given it back before.
+/// Whether the function gives a reference back. Such a function throws only after it has done so.
 bool GivesBack(const std::string &function);
 
 /// Counts the library's calls of each host function from now on, and makes this one faulty.
 void MakeFaulty(qzlhost::Host &host, const FaultyCall &call);
 
-/// Ends that. Returns how often each function was called.
+/// Stops that. Returns the number of calls of each function.
 std::map<std::string, int> EndFaults(qzlhost::Host &host);

@@ -15,7 +15,7 @@ using qzlhost::CallMoment;
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// An exception that raises another while it is described, as for a log.
+/// An exception that raises another when it is described for a log.
 @interface QZLSweptException : NSException
 @end
 
@@ -35,10 +35,10 @@ struct Plan {
     std::map<std::string, int> calls;
 } gPlan;
 
-/// Whether the call that runs on this thread, of a function that gives a reference back, is the faulty one.
+/// Whether this thread is in the faulty call of a function that gives a reference back.
 thread_local bool gIsFaulty = false;
 
-/// Both directions, nested, with every cache that the library fills.
+/// Calls members that convert nested values both ways and fill every cache of the library.
 void ComeBack(Host &host)
 {
     const LibraryCall outside(false);

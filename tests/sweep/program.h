@@ -1,4 +1,4 @@
-// A host program that visits the whole library: every class and member, each value both ways, delivery on two
+// A host program that covers the whole library: every class and member, each value both ways, delivery on two
 // threads.
 #pragma once
 
@@ -10,25 +10,25 @@
 
 class Family;
 
-/// What one step of the program came to.
+/// The outcome of one step of the program.
 struct Outcome {
     std::string step;
-    /// What the step gave, readable, or how it ended: one of the endings below with what came.
+    /// The step's result as text, or one of the endings below with its details.
     std::string result;
 };
 
 inline constexpr char kHostException[] = "host exception ";
 inline constexpr char kStandardException[] = "std::bad_alloc";
 inline constexpr char kOtherException[] = "int";
-/// A member of what the host did not make.
+/// A member was called on an instance that the host did not make.
 inline constexpr char kNoInstance[] = "no instance";
-/// An exception of Cocoa's came out of the library.
+/// A Cocoa exception left the library.
 inline constexpr char kCocoaException[] = "Cocoa exception";
 
-/// Whether a call into the library runs on this thread, as opposed to the program's own work.
+/// Whether this thread is in a call of the library, not in the program's own work.
 bool InLibrary();
 
-/// Marks such a call while it lives, or the program's own work inside of one.
+/// While it lives, this thread is in a call of the library, or in the program's own work inside one.
 class LibraryCall {
 public:
     explicit LibraryCall(bool in = true);
@@ -40,13 +40,13 @@ private:
     bool outer_;
 };
 
-/// Runs `body` and returns what it gave, or how it ended.
+/// Runs `body` and returns its result, or how it ended.
 std::string ResultOf(const std::function<std::string()> &body);
 
-/// The steps of the program. Each is independent of the others and leaves nothing behind.
+/// The program. Its steps are independent of each other and leave nothing behind.
 class SweptProgram {
 public:
-    /// Adds what the program needs to the host and the family.
+    /// Defines the classes in the host and the family that the program needs.
     SweptProgram(qzlhost::Host &host, Family &family);
 
     /// Runs all steps. Main thread.
@@ -64,7 +64,7 @@ private:
     void AddValuesToHost();
     void AddDelivery();
 
-    // Members, called as the library's
+    // Calls of the library's members
     qzlhost::Value New(const char *className, const std::vector<qzlhost::Value> &arguments = {});
     qzlhost::Value Call(const qzlhost::Value &self, const char *member,
                         const std::vector<qzlhost::Value> &arguments = {});
@@ -72,12 +72,12 @@ private:
                               const std::vector<qzlhost::Value> &arguments = {});
     qzlhost::Value Get(const qzlhost::Value &self, const char *property);
     std::string Shown(const qzlhost::Value &value);
-    /// A notification of these.
+    /// A new notification with this object and user info.
     qzlhost::Value Notification(const qzlhost::Value &object = {}, const qzlhost::Value &info = {});
     void Heard(const qzlhost::Value &notification);
 
     qzlhost::Host &host_;
     std::vector<Step> steps_;
-    /// What steps that run inside of others came to, as the handler's.
+    /// The outcomes of the steps that ran inside another, such as the handler's.
     std::vector<Outcome> inner_;
 };

@@ -1,4 +1,4 @@
-// A host program that visits the whole library.
+// A host program that covers the whole library.
 #include "tests/sweep/program.h"
 #include "tests/support/values.h"
 
@@ -8,7 +8,6 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <thread>
 
 #include "family/family.h"
@@ -22,7 +21,7 @@ using qzlhost::Value;
 namespace code = qzlhost::code;
 namespace encoding = qzlhost::encoding;
 
-/// A distributed centre that knows no daemon: thousands of processes would wait for it.
+/// A distributed centre without a daemon, for which thousands of processes would wait.
 @interface QZLQuietCenter : NSDistributedNotificationCenter
 @end
 
@@ -50,7 +49,7 @@ namespace encoding = qzlhost::encoding;
 
 namespace {
 
-/// What the class of distributed centres returns in place of its own centres.
+/// Replaces the methods that return a distributed centre.
 id QuietCenter(id, SEL)
 {
     static const id center = NSAllocateObject([QZLQuietCenter class], 0, nullptr);
@@ -69,14 +68,14 @@ thread_local bool gInLibrary = false;
 constexpr double kPatience = 10;
 constexpr char kName[] = "Swept";
 
-/// What a thread that posts is at.
+/// The state of a thread that posts.
 struct Poster {
     std::atomic<bool> done{false};
     std::string result;
 };
 
-/// Runs a thread and waits for its end, as it says by a notification that it ends; but not for a poster whose
-/// delivery ended with an exception that nobody takes: that one waits for ever.
+/// Runs a thread and joins it at the end. A poster that is not done waits for ever, because its delivery
+/// ended with an exception that nobody caught; it is left behind.
 class PosterThread {
 public:
     PosterThread(std::shared_ptr<Poster> poster, std::function<void()> body)
@@ -438,7 +437,7 @@ void SweptProgram::AddDelivery()
                 return std::string("resumed");
             });
             poster->done = true;
-            // Wakes the main thread's loop, which would sleep on.
+            // Wakes the main thread's run loop.
             [NSObject performSelectorOnMainThread:@selector(class) withObject:nil waitUntilDone:NO];
         });
         const LibraryCall call;

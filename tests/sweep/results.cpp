@@ -1,4 +1,4 @@
-// How a step of the swept program ended. Typed handlers of C++ exceptions stand in a C++ source.
+// How a step of the swept program ended. In a C++ source, where typed handlers work.
 #include <new>
 
 #include "tests/sweep/program.h"

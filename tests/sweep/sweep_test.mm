@@ -1,4 +1,4 @@
-// Makes each call of a host function faulty, one at a time, and looks at what becomes of the program.
+// Makes each call of a host function faulty, one at a time, and checks how the program ends.
 #import <Foundation/Foundation.h>
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using qzlhost::Host;
 
 namespace {
 
-/// How many calls of a function are made faulty if it is called more often, from the first to the last.
+/// The most calls of one function that are made faulty, spread from the first to the last.
 int MostCalls()
 {
     const char *const number = std::getenv("QZL_SWEPT_CALLS");
@@ -31,7 +31,7 @@ std::vector<int> CallNumbers(int calls)
     return numbers;
 }
 
-/// Functions that the host calls itself to tell a program of an exception.
+/// Whether the host itself calls the function, to report an exception to a program.
 bool IsTheHostsOwn(const std::string &function)
 {
     return function.compare(0, 17, "RuntimeException.") == 0;
@@ -41,7 +41,7 @@ class Sweep : public testing::TestWithParam<std::pair<const char *, Fault>> {
 protected:
     Sweep() : family_(host_), program_(host_, family_) { host_.Load(LibraryPath()); }
 
-    /// The complaints about one case.
+    /// What is wrong in one case.
     std::vector<std::string> Try(const FaultyCall &call, const Sight &sound)
     {
         std::string end;

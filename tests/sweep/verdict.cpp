@@ -18,27 +18,27 @@ bool StartsWith(const std::string &text, const std::string &beginning)
     return text.compare(0, beginning.size(), beginning) == 0;
 }
 
-/// Exceptions out of these end in the guard of the string builder, which nothing else calls.
+/// Only the string builder calls these, and its guard ends their exceptions.
 bool IsOfTheStringBuilder(const std::string &function)
 {
     return IsOneOf(function, {"REALBuildString", "REALBuildStringWithEncoding", "REALSetStringEncoding",
                               "REALConvertString"});
 }
 
-/// Found or not, the library keeps what it learns of these the first time.
+/// The library keeps the first result of these, even a failure.
 bool IsKeptWhenItFails(const std::string &function)
 {
     return IsOneOf(function, {"pluginObjectType", "REALLoadGlobalMethod"});
 }
 
-/// Without its work there is a reference too many or too few, or an array with a hole.
+/// Without the function's work there is a reference too many or too few, or an array with a hole.
 bool UnsettlesAccountsWhenItFails(const std::string &function)
 {
     return GivesBack(function) ||
            IsOneOf(function, {"REALLockObject", "REALLockString", "PluginLockText", "insert an object"});
 }
 
-/// What each step came to, with what happened inside of it.
+/// The outcomes by step, with those of the steps inside it.
 std::map<std::string, Results> ByStep(const std::vector<Outcome> &outcomes)
 {
     std::map<std::string, Results> steps;
@@ -65,7 +65,7 @@ bool AnyEndsWith(const Results &results, const std::string &end)
     });
 }
 
-/// Whether a step with the fault ended where an exception of its kind is to end.
+/// Whether the step with the fault ended where an exception of its kind must end.
 bool EndsWhereItShould(const FaultyCall &call, const std::string &step, const Results &results,
                        const Results &sound)
 {
@@ -75,7 +75,7 @@ bool EndsWhereItShould(const FaultyCall &call, const std::string &step, const Re
         const std::string guarded = isStandard
                                         ? "OutOfMemoryException: Failed to allocate memory."
                                         : "RuntimeException: Sorry, but there was an unnamed C++ Exception.";
-        // A message that cannot be built is left out of the exception that it is for.
+        // An exception whose message cannot be built has none.
         const std::string exception = sound.front().substr(0, sound.front().rfind(": ") + 2);
         return AnyEndsWith(results, kHostException + guarded) || results.front() == exception;
     }
@@ -87,10 +87,10 @@ bool EndsWhereItShould(const FaultyCall &call, const std::string &step, const Re
                AnyEndsWith(results,
                            "OutOfMemoryException: Failed to allocate a memoryblock with 5 bytes in size.");
     case Fault::RaisesCocoa:
-        // A delivery has nobody to raise it in: it is logged, and what comes after it does not happen.
+        // A delivery has no caller to raise it in: it is logged, and the rest of the delivery is skipped.
         if (StartsWith(step, "delivery") && results.size() < sound.size())
             return true;
-        // Nor has what reports an exception.
+        // The report of another exception has none either.
         if (IsOneOf(call.function, {"PluginNewInstance", "REALSetPropValueString", "REALSetPropValueInteger",
                                     "RuntimeRaiseException", "REALUnlockObject"}) &&
             StartsWith(sound.front(), step + ": " + kHostException))
@@ -138,7 +138,7 @@ std::vector<std::string> Complaints(const FaultyCall &call, const Sight &seen, c
             complaints.push_back("left over: " + leak);
         for (const std::string &mistake : seen.mistakes)
             complaints.push_back("mistake: " + mistake);
-        // Cocoa's own frames give nothing back when a C++ exception passes them, or stay where they wait.
+        // Cocoa's frames release nothing when a C++ exception passes them, or wait for ever.
         const bool passesCocoa = (call.fault == Fault::ThrowsOther || call.fault == Fault::ThrowsStandard) &&
                                  !differing.empty() && StartsWith(differing.front(), "delivery");
         for (const auto &[name, count] : seen.cocoaObjects)

@@ -8,18 +8,18 @@
 #include "tests/sweep/faults.h"
 #include "tests/sweep/program.h"
 
-/// What one process saw, which ran the program twice: once with a faulty call, or none, and once without.
+/// What one process observed in two runs of the program, the first with a faulty call or none.
 struct Sight {
     std::vector<Outcome> first;
     std::vector<Outcome> second;
     /// How often each host function was called in the first run.
     std::map<std::string, int> calls;
-    /// What the host's books say at the end.
+    /// The host's accounts at the end.
     std::vector<std::string> leaks;
     std::vector<std::string> mistakes;
-    /// How many Cocoa objects of each class that is looked at have been left over.
+    /// The Cocoa objects left over, of each class that is counted.
     std::map<std::string, int> cocoaObjects;
-    /// What went to Foundation's log.
+    /// The lines of Foundation's log.
     std::vector<std::string> log;
 };
 

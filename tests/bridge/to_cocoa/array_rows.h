@@ -1,4 +1,4 @@
-// The element types of host arrays, and what Cocoa must make of arrays of them.
+// The element types of host arrays, with elements and their Cocoa objects.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -14,11 +14,11 @@ struct ArrayRow {
     const char *name;
     int64_t arrayCode;
     int64_t elementCode;
-    /// The host function that gives the element reader.
+    /// The host function that returns the element reader.
     const char *reader;
     qzlhost::Value (*element)(qzlhost::Host &host, int64_t index);
     id (*expected)(int64_t index);
-    /// What an element becomes that cannot be read; nil where Cocoa refuses it.
+    /// The Cocoa object of an element that cannot be read; nil where Cocoa refuses it.
     id (*missing)();
 };
 

@@ -1,4 +1,4 @@
-// A test of what becomes of host arrays, in a program where the family raises Cocoa's exceptions.
+// A test that converts host arrays, in a program where the family raises Cocoa's exceptions.
 #pragma once
 
 #include <optional>
@@ -28,7 +28,7 @@ protected:
         return host().NewArray(row.elementCode, elements);
     }
 
-    /// The name of the Cocoa exception that converting the array ends with; nil where it ends well.
+    /// The name of the Cocoa exception that converting the array raises; nil for none.
     NSString *ExceptionNameOf(const qzlhost::Value &array) { return [ExceptionOf(array) name]; }
 
 private:

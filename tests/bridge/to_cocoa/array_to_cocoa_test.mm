@@ -13,7 +13,7 @@ namespace {
 
 namespace code = qzlhost::code;
 
-/// Returns another byte for each index, not only the two that a boolean has.
+/// Returns each byte for its index, not only 0 and 1.
 uint8_t ReadIndexAsBoolean(qzlhost::Instance *, int64_t index)
 {
     return static_cast<uint8_t>(index);
@@ -31,7 +31,7 @@ int64_t AnswerTypeCode(qzlhost::Instance *)
     return gTypeCode;
 }
 
-/// What Cocoa is given for booleans.
+/// The arguments of numberWithBool:.
 std::vector<int> gBooleans;
 
 id NoteBoolean(id, SEL, uint8_t boolean)

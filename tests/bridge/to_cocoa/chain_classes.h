@@ -1,5 +1,4 @@
-// The host classes that an object is compared with after MemoryBlock and Dictionary, in the order of the
-// tests.
+// The host classes that an object is compared with after MemoryBlock and Dictionary, in that order.
 #pragma once
 
 #include <iterator>

@@ -1,4 +1,4 @@
-// What Cocoa is given to make a date of, and that its answer is the conversion's.
+// The arguments with which Cocoa makes a date. Its result is the conversion's.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/replaced_method.h"
 #include "tests/support/wall_clock.h"
@@ -8,7 +8,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// What the host's dates hold, in range or not.
+/// The fields of every host date, in range or not.
 Fields gFields;
 
 bool AnswerField(qzlhost::Instance *, const char *name, int64_t *value)
@@ -20,7 +20,7 @@ bool AnswerField(qzlhost::Instance *, const char *name, int64_t *value)
     return true;
 }
 
-/// One question to Cocoa.
+/// The arguments of one call.
 struct Question {
     Fields fields;
     NSTimeZone *zone;
@@ -42,7 +42,7 @@ id NoteQuestion(id, SEL, NSInteger year, NSUInteger month, NSUInteger day, NSUIn
 
 class DateArguments : public MemberConversion {
 protected:
-    /// Converts a date with these fields where Cocoa's answer is the test's.
+    /// Converts a date with these fields; Cocoa returns `gAnswer`.
     id ConvertFields(const Fields &fields)
     {
         gFields = fields;
@@ -85,7 +85,7 @@ TEST_F(DateArguments, HaveTheLocalTimeZone)
     EXPECT_NE(gQuestions[0].zone, [NSTimeZone defaultTimeZone]);
 }
 
-TEST_F(DateArguments, MakeWhatCocoaAnswers)
+TEST_F(DateArguments, MakeWhatCocoaReturns)
 {
     StartWithFields();
     gAnswer = [NSCalendarDate distantPast];

@@ -1,4 +1,4 @@
-// How the fields of a host date are read, and what becomes of dates that lack or overstep them.
+// How the fields of a host date are read, and what becomes of dates with missing or excessive fields.
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/date_to_cocoa.h"
@@ -15,8 +15,7 @@ namespace {
 
 const std::vector<std::string> kFieldNames = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
 
-/// Stands in for the host's reading of integer properties: knows the first `readable` fields of a date, as
-/// they are.
+/// Replaces the host's function for integer properties: reads the first `readable` of these fields.
 struct FieldSource {
     static inline Fields fields;
     static inline size_t readable;
@@ -35,7 +34,7 @@ struct FieldSource {
 
 class DateFields : public LinkedTest {
 protected:
-    /// A host that reads these fields, out of range or not, as they are, but only the first ones.
+    /// A host whose dates have the first `readable` of these fields, in range or not.
     Host &StartWithFields(const Fields &fields, size_t readable = 6)
     {
         SetTimeZone("UTC");
@@ -61,14 +60,14 @@ bool GiveNullDate(REALobject, const char *name, REALobject *value)
     return true;
 }
 
-/// Hands nothing over, though it names a date.
+/// Writes a date, without a reference, but returns failure.
 bool RefuseDate(REALobject, const char *, REALobject *value)
 {
     *value = gRefusedDate;
     return false;
 }
 
-/// A host that does not give the date of a variant.
+/// A host that does not return the date of a variant.
 struct HostRow {
     const char *name;
     void (*prepare)(Host &unloaded);
@@ -135,7 +134,7 @@ TEST_F(DateFields, AreAllThatIsAskedOfTheHost)
     EXPECT_NE(NewNSDate(ObjectOf(date)), nil);
 
     EXPECT_EQ(host.Trace().size(), 12u);
-    EXPECT_EQ(host.CallsOf("Date field"), 6) << "what the reads lead to";
+    EXPECT_EQ(host.CallsOf("Date field"), 6) << "one for each read";
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 6);
 }
 

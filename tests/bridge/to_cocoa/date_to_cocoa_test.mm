@@ -1,4 +1,4 @@
-// Host dates become Cocoa dates: the instants are the C library's.
+// Host dates become Cocoa dates at the instants of the C library.
 #include <cctype>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
@@ -53,8 +53,8 @@ Fields FieldsOf(NSCalendarDate *date)
             [date hourOfDay],       [date minuteOfHour], [date secondOfMinute]};
 }
 
-/// The instants at which the clock would show the fields if it had not changed: by its distance from UTC a
-/// day before and a day after, as the C library knows it.
+/// The instants at which the clock would show the fields without the change: by its distance from UTC two
+/// days before and two days after, from the C library.
 std::vector<std::time_t> InstantsWithoutAChange(const Fields &fields)
 {
     const std::time_t inUTC = UniversalInstant(fields);
@@ -79,7 +79,7 @@ protected:
     }
 };
 
-/// Of the zones here, since 1971.
+/// Whether the zone, one of those here, has had the same time since 1971.
 bool ChangesNever(std::string_view zone)
 {
     return zone == "UTC" || zone == "Asia/Kolkata";
@@ -158,8 +158,8 @@ TEST_P(DateInZone, OfLeapDaysAndYearEndsIsTheCLibrarysInstant)
     }
 }
 
-/// Before 1902 and after 2037 Foundation on Linux knows one offset a zone, and not always the C library's:
-/// the clock reads the same, but the instant is Cocoa's own.
+/// Before 1902 and after 2037 Foundation on Linux knows one offset for each zone, which may differ from the C
+/// library's: the clock reads the same, but the instant may not.
 TEST_P(DateInZone, FarFromTodayReadsAsTheHostsDate)
 {
     SetTimeZone(GetParam());
@@ -191,7 +191,7 @@ TEST_F(DateToCocoa, FarFromTodayIsTheCLibrarysInstantInUTC)
     }
 }
 
-/// Which of the two is Cocoa's to say.
+/// Cocoa chooses one of the two.
 TEST_P(MissingHour, IsTheInstantBeforeOrAfterTheChange)
 {
     const auto &[zone, fields] = GetParam();
@@ -218,7 +218,7 @@ INSTANTIATE_TEST_SUITE_P(Zones, MissingHour,
                                            ClockTime{"Australia/Lord_Howe", {2024, 10, 6, 2, 15, 0}},
                                            ClockTime{"Pacific/Apia", {2011, 12, 30, 12, 0, 0}}));
 
-/// Which of the two is Cocoa's to say: on Linux it is now the first, now the second.
+/// Cocoa chooses one of the two: on Linux sometimes the first, sometimes the second.
 TEST_P(HourThatComesTwice, IsOneOfBothInstants)
 {
     const auto &[zone, fields] = GetParam();

@@ -1,7 +1,8 @@
-// How many entries of a host Dictionary are asked for, and what becomes of those that cannot be read.
+// How many entries of a host Dictionary are read, and what becomes of unreadable ones.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/host_declarations.h"
 #include "tests/support/replaced_method.h"
+#include "tests/support/trace.h"
 #include "tests/support/values.h"
 
 using qzlhost::Host;
@@ -18,7 +19,7 @@ bool AnswerCount(qzlhost::Instance *, const char *name, int64_t *count)
     return true;
 }
 
-/// What the getter below gives, with a reference each time, and how often it was asked for no key.
+/// What the getter below returns, with one reference each time, and how often it was called without a key.
 Value *gValueOfNoKey;
 int gAsksForNoKey;
 
@@ -32,7 +33,7 @@ qzlhost::Instance *GiveValueOfNoKey(qzlhost::Instance *, qzlhost::Instance *key)
     return reference.ObjectPointer();
 }
 
-/// The capacities of the dictionaries that Cocoa was asked for, and refused.
+/// The capacities of the dictionaries that Cocoa refused.
 std::vector<NSUInteger> gCapacities;
 
 id RefuseDictionary(id, SEL, NSUInteger capacity)
@@ -58,7 +59,7 @@ protected:
         return dictionary;
     }
 
-    /// Of what the conversion makes of a Dictionary that has an entry.
+    /// Expects an empty, immutable dictionary for a Dictionary with an entry.
     void ExpectEmptyAndImmutable()
     {
         const Value dictionary = NewDictionary(host(), {{"key", "value"}});
@@ -73,7 +74,7 @@ protected:
 
 } // namespace
 
-TEST_F(DictionaryCounts, EntriesThatAreAddedMeanwhileAreNotAskedFor)
+TEST_F(DictionaryCounts, EntriesThatAreAddedMeanwhileAreNotRead)
 {
     Host &host = Start();
     std::vector<int64_t> asked;
@@ -95,7 +96,7 @@ TEST_F(DictionaryCounts, EntriesThatAreAddedMeanwhileAreNotAskedFor)
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 1);
 }
 
-TEST_F(DictionaryCounts, EntriesThatAreRemovedMeanwhileAreAskedForAllTheSame)
+TEST_F(DictionaryCounts, EntriesThatAreRemovedMeanwhileAreReadAllTheSame)
 {
     Host &host = Start();
     std::vector<int64_t> asked;

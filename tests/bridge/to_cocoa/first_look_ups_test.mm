@@ -1,4 +1,4 @@
-// When the references of the remembered wrapper classes are looked up: together, once, by whom it takes.
+// When the remembered wrapper classes are looked up: all at once, for the first object that needs them.
 #include <algorithm>
 
 #include "tests/bridge/to_cocoa/chain_classes.h"
@@ -19,7 +19,7 @@ protected:
         return ClassesAskedFor(host());
     }
 
-    /// A class that appears now is one that was not looked up yet.
+    /// Expects that a class that appears now is found.
     void ExpectNothingRemembered()
     {
         DefineWrapperClass(host(), "NSPathComponentCellQZL");
@@ -77,7 +77,7 @@ TEST_F(FirstLookUps, AreNotMadeAgainForClassesThatWereNotThere)
     host.DefineClass({"Unrelated", ""});
     Convert(host.New("Unrelated"));
     for (const char *className : kRememberedNames) {
-        // The library's own were there.
+        // The library's own classes are there.
         if (host.HasClass(className))
             continue;
         DefineWrapperClass(host, className);

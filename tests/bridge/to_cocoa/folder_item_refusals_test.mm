@@ -1,4 +1,4 @@
-// Folder items where Core Foundation refuses a step on the way to the URL, and what the steps leave behind.
+// Folder items for which Core Foundation refuses a step on the way to the URL.
 #import <Foundation/Foundation.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 
 std::u16string gLeaf;
 
-/// Every item is missing, in a folder that is there.
+/// Every item is missing from a folder that exists.
 bool AnswerMissingItem(REALobject, FSRef *reference, HFSUniStr255 *name)
 {
     if (name == nullptr)

@@ -1,24 +1,21 @@
-// A test of what becomes of host folder items, with a host that answers as the test says.
+// A test that converts host folder items, on a host whose references the test chooses.
 #pragma once
 
 #include <CoreServices/CoreServices.h>
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
-#include "tests/support/private_folder.h"
 
-/// One question to the host about a folder item.
+/// One request to the host for a folder item's reference.
 struct Question {
     bool asksForName = false;
     /// Whether all 512 bytes of the name were zero.
     bool isNameZeroed = false;
 };
 
-/// How the host answers, and what it was asked.
+/// The host's answers, and the requests that it got.
 struct FolderItems {
     /// Whether the item itself has a reference, and the path that it refers to; nothing for no path.
     bool hasItself = false;
@@ -40,7 +37,7 @@ inline void Refer(const std::string &path, FSRef *reference)
         CFURLGetFSRef((CFURLRef)[NSURL fileURLWithPath:@(path.c_str())], reference);
 }
 
-/// Stands in for REALFSRefFromFolderItem.
+/// Replaces REALFSRefFromFolderItem.
 inline bool AnswerFolderItem(qzlhost::Instance *item, FSRef *reference, HFSUniStr255 *name)
 {
     static_assert(sizeof(HFSUniStr255) == 512);
@@ -68,7 +65,7 @@ inline std::string URLOf(id converted)
 
 class FolderItemTest : public MemberConversion {
 protected:
-    /// A host whose every folder item answers this.
+    /// A host that gives these answers for every folder item.
     qzlhost::Host &StartAnswering(const FolderItems &items)
     {
         gItems = items;

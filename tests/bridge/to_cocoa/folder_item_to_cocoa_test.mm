@@ -1,6 +1,9 @@
-// Which host objects are folder items, and which of them have no URL.
+// Which host objects are folder items, and which of those have no URL.
+#include <fstream>
+
 #include "tests/bridge/to_cocoa/folder_item_test.h"
 #include "tests/support/host_declarations.h"
+#include "tests/support/private_folder.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -42,7 +45,7 @@ TEST_F(FolderItemToCocoa, AnyObjectWithTheFolderItemsMethodIsAFolderItem)
     EXPECT_EQ(URLOf(Convert(host.New("Odd"))), "file:///tmp/leaf");
 }
 
-TEST_F(FolderItemToCocoa, MayHaveANameOf255Units)
+TEST_F(FolderItemToCocoa, KeepsANameOf255Units)
 {
     Host &host = StartAnswering({.leaf = std::u16string(255, u'n')});
     EXPECT_EQ(URLOf(Convert(host.NewFolderItem("/tmp/any"))), "file:///tmp/" + std::string(255, 'n'));

@@ -1,6 +1,10 @@
-// The URLs of host folder items, whole, and what the host is asked for to make them.
+// The URLs of host folder items, and the requests to the host for them.
+#include <filesystem>
+#include <fstream>
+
 #include "family/family.h"
 #include "tests/bridge/to_cocoa/folder_item_test.h"
+#include "tests/support/private_folder.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -11,7 +15,7 @@ using FolderItemURLs = FolderItemTest;
 
 } // namespace
 
-TEST_F(FolderItemURLs, EndInASlashForFoldersThatExistAlone)
+TEST_F(FolderItemURLs, EndInASlashOnlyForFoldersThatExist)
 {
     Host &host = Start();
     const PrivateFolder folder;
@@ -22,7 +26,7 @@ TEST_F(FolderItemURLs, EndInASlashForFoldersThatExistAlone)
     EXPECT_EQ(convert(folder.Path("missing")), "file://" + folder.Path("missing"));
 }
 
-TEST_F(FolderItemURLs, MissingItemIsNoFolderAlsoWhereAFolderComesToHaveItsName)
+TEST_F(FolderItemURLs, MissingItemIsNoFolderEvenIfAFolderGetsItsName)
 {
     const PrivateFolder folder;
     StartAnswering({.parent = folder.Path(), .leaf = u"folder"});
@@ -33,7 +37,7 @@ TEST_F(FolderItemURLs, MissingItemIsNoFolderAlsoWhereAFolderComesToHaveItsName)
 TEST_F(FolderItemURLs, NameOfAMissingItemIsDecomposedAndEscaped)
 {
     StartAnswering({.leaf = u"\u00C5\u1E69 \u2126\uFB01%?#"});
-    // The form D of these: UnicodeData.txt.
+    // Their form D is in UnicodeData.txt.
     EXPECT_EQ(ConvertItem(), "file:///tmp/A%CC%8As%CC%A3%CC%87%20%CE%A9%EF%AC%81%25%3F%23");
 }
 

@@ -1,4 +1,4 @@
-// When the host values that a conversion reads on its way are given back: after Cocoa has what they became.
+// A conversion gives a host value that it reads back once Cocoa has the converted object.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/replaced_method.h"
 #include "tests/support/row_names.h"
@@ -15,12 +15,12 @@ using Unlock = void(void *reference);
 using AddObject = void(id self, SEL selector, id object);
 using SetObject = void(id self, SEL selector, id object, id key);
 
-/// What happens meanwhile, in order.
+/// The events of a conversion, in order.
 std::vector<std::string> gEvents;
-/// What events call the references that are given back; others are not noted.
+/// The names of references in the events. Others are not recorded.
 std::map<const void *, std::string> gNames;
 
-/// Stands in for the host's functions that take references back, and notes each.
+/// Replaces a host function that takes a reference back, and records its calls.
 template <int Kind>
 struct NotedUnlock {
     static inline Unlock *original;
@@ -78,7 +78,7 @@ constexpr ElementKind kKinds[] = {
 class ElementsGivenBack : public MemberConversion, public ::testing::WithParamInterface<ElementKind> {};
 class EntriesGivenBack : public MemberConversion {
 protected:
-    /// What happens while a Dictionary with this one entry is converted.
+    /// The events while a Dictionary with this one entry is converted.
     std::vector<std::string> EventsOfEntry(const Value &key, const Value &value)
     {
         const Value dictionary = NewDictionary(host(), {{key, value}});
@@ -111,7 +111,7 @@ TEST_P(ElementsGivenBack, OneByOneEachAfterItIsAppended)
                                         static_cast<const void *>(element.TextPointer())})
         if (reference != nullptr)
             gNames[reference] = "element";
-    // Cocoa's first date fills arrays of Cocoa's own.
+    // With its first date Cocoa fills arrays of its own.
     Convert(array);
     {
         const ReplacedMethod<AddObject> noted(

@@ -1,4 +1,4 @@
-// Cocoa objects that conversions make are the caller's only until the pool ends.
+// The Cocoa objects that conversions make are autoreleased.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/row_names.h"
 #include "tests/support/values.h"
@@ -10,7 +10,7 @@ namespace {
 
 namespace code = qzlhost::code;
 
-/// A host value that Cocoa has no object for yet, and the class of the one that is made.
+/// A host value for which a new Cocoa object is made, and the class of that object.
 struct Kind {
     const char *name;
     Value (*make)(Host &host);
@@ -23,7 +23,7 @@ Value NewGeometry(Host &host, const char *className)
     return host.New(className);
 }
 
-/// Numbers and texts that Cocoa has no shared objects for.
+/// The numbers and texts are ones without a shared Cocoa object.
 constexpr Kind kKinds[] = {
     {"Integer", [](Host &) { return Value(123456789); }, "NSNumber"},
     {"Single", [](Host &) { return Value(1.25f); }, "NSNumber"},
@@ -53,12 +53,12 @@ constexpr Kind kKinds[] = {
 
 class MadeObject : public MemberConversion, public ::testing::WithParamInterface<Kind> {};
 
-/// An element that is made anew in an array, too.
+/// An object that is made as an array's element.
 class MadeElement : public MadeObject {};
 
 } // namespace
 
-TEST_P(MadeObject, IsTheCallersOnlyUntilThePoolEnds)
+TEST_P(MadeObject, BelongsToThePool)
 {
     Host &host = Start();
     const Value value = GetParam().make(host);
@@ -72,7 +72,7 @@ TEST_P(MadeObject, IsTheCallersOnlyUntilThePoolEnds)
     [made release];
 }
 
-TEST_P(MadeElement, IsTheArraysOnlyOnceThePoolEnds)
+TEST_P(MadeElement, BelongsToTheArrayAloneOnceThePoolEnds)
 {
     Host &host = Start();
     const Value array = host.NewArray(code::Object, {GetParam().make(host)});

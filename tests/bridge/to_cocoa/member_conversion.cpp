@@ -1,4 +1,4 @@
-// Catches what a member raises in a program.
+// Catches the host exception that a member raises in a program.
 #include <functional>
 
 #include "host/host.h"

@@ -1,21 +1,20 @@
-// A test of what the built library makes of a program's values, by way of a member that converts them.
+// A test that converts a program's values with the built library, through a member.
 #pragma once
 
 #import <Foundation/Foundation.h>
 
 #include "family/wrapper_classes.h"
 #include "tests/support/plugin_test.h"
-#include "tests/support/trace.h"
 
-/// The host exception that `member` ends with; Nil where it ends well.
+/// The host exception that `member` raises; Nil for none.
 qzlhost::Value ExceptionOutOf(const std::function<void()> &member);
 
-/// A new notification takes any object and any Dictionary, and converts both at once. It has no name, which
-/// takes no call of the host.
+/// The constructor of a notification converts any object and any Dictionary. An empty name takes no call of
+/// the host.
 class MemberConversion : public PluginTest {
 protected:
-    /// The notification that the library makes of these; nil where a Cocoa exception ended the constructor
-    /// and nobody raised it in the program.
+    /// The Cocoa notification of these; nil if a Cocoa exception ended the constructor that no library of the
+    /// family could raise in the program.
     NSNotification *NotificationOf(const qzlhost::Value &object, const qzlhost::Value &userInfo = {})
     {
         const qzlhost::Value wrapper =
@@ -25,13 +24,14 @@ protected:
 
     id Convert(const qzlhost::Value &object) { return [NotificationOf(object) object]; }
 
-    /// Of a Dictionary only: nothing asks what it is.
+    /// For a Dictionary, whose class is not tested here.
     NSDictionary *ConvertDictionary(const qzlhost::Value &dictionary)
     {
         return [NotificationOf({}, dictionary) userInfo];
     }
 
-    /// The Cocoa exception that converting the object ends with, in a program where the family raises them.
+    /// The Cocoa exception that converting the object raises, in a program where the family raises them; nil
+    /// for none.
     NSException *ExceptionOf(const qzlhost::Value &object)
     {
         const qzlhost::Value raised = ExceptionOutOf([&] { NotificationOf(object); });

@@ -1,4 +1,4 @@
-// The lock on a string that a member reads, when the host raises a Cocoa exception meanwhile.
+// The lock on a string that a member reads, if the host raises a Cocoa exception meanwhile.
 #import <Foundation/Foundation.h>
 
 #include "tests/support/host_declarations.h"

@@ -15,11 +15,11 @@ void *NoPointer(qzlhost::Instance *)
 
 char gBytes[] = "borrowed";
 
-/// The block whose reading is noted, and what was done with it, in order.
+/// The block whose calls are recorded, and these calls in order.
 qzlhost::Instance *gBlock;
 std::vector<std::string> gBlockEvents;
 
-/// Stands in for a host function or method that gets the block, and notes the call.
+/// Replaces a host function whose first argument may be the block, and records those calls.
 template <int Kind, typename Function>
 struct NotedCall;
 

@@ -1,4 +1,4 @@
-// No host object at all, which goes through the tests of an object like any other but for two.
+// A null host object passes all but two of the tests that any object passes.
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/object_to_cocoa.h"
@@ -49,7 +49,7 @@ TEST_F(NoObject, GoesOnToTheFamilysWrapperWithoutTheTestsForBlocksAndDictionarie
     EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 1) << "the test for folder items";
 }
 
-TEST_F(NoObject, ThatPassesForAFolderItemIsNilAndTheHostIsNotAskedForItsReference)
+TEST_F(NoObject, TakenForAFolderItemIsNilAndTheHostIsNotAskedForItsReference)
 {
     Host &host = Start(2024.01, [](Host &unloaded) {
         unloaded.Replace("REALLoadObjectMethod", reinterpret_cast<void *>(&FindEveryMethod));
@@ -65,7 +65,7 @@ TEST_F(NoObject, ThatPassesForAFolderItemIsNilAndTheHostIsNotAskedForItsReferenc
     EXPECT_TRUE(ClassesAskedFor(host).empty()) << "no later test";
 }
 
-TEST_F(NoObject, ThatPassesForAWrapperIsNil)
+TEST_F(NoObject, TakenForAWrapperIsNil)
 {
     Host &host = StartReplacing("RuntimeObjectIsa", reinterpret_cast<void *>(&IsOfEveryClass));
     Family family(host);

@@ -1,4 +1,4 @@
-// Which of Cocoa's methods makes the number of a variant, and of an element of an array.
+// The Cocoa method that makes the number of a variant or of an array's element.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/replaced_method.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 namespace code = qzlhost::code;
 
-/// A class method of NSNumber that returns its own name.
+/// While it lives, a class method of NSNumber returns its own name.
 template <typename Number>
 class Named {
 public:
@@ -21,7 +21,7 @@ private:
     ReplacedMethod<id(id, SEL, Number)> replaced_;
 };
 
-/// All of them.
+/// All such methods.
 struct NamedMethods {
     Named<long> numberWithLong { @selector(numberWithLong:) };
     Named<long long> numberWithLongLong { @selector(numberWithLongLong:) };

@@ -1,4 +1,4 @@
-// Variants of numbers, booleans and strings become Cocoa's.
+// Variants of numbers, booleans and strings become Cocoa objects.
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <cfloat>
@@ -49,7 +49,7 @@ constexpr double kDoubles[] = {0.0,
                                std::numeric_limits<double>::infinity(),
                                -std::numeric_limits<double>::infinity()};
 
-/// Stands in for the host's reading of integers: every variant holds the one that is stated.
+/// Replaces the host's reading of integers: every variant holds this one.
 struct Stated {
     static inline int64_t integer;
     static int64_t Integer(qzlhost::Instance *) { return integer; }

@@ -1,4 +1,4 @@
-// Host objects that are no wrappers become Cocoa objects, by the first test that they pass.
+// Host objects other than wrappers become Cocoa objects by the first test that they pass.
 #include <array>
 #include <cstring>
 #include <numeric>
@@ -28,7 +28,7 @@ void DefineClass(Host &host, const std::string &name, const std::string &super, 
     host.DefineClass({.name = name, .super = super, .dataSize = dataSize, .methods = std::move(methods)});
 }
 
-/// A host object of a new class with these instance data.
+/// An object of a new host class with this instance data.
 template <typename Data>
 Value NewWithData(Host &host, const char *className, const Data &data)
 {
@@ -57,7 +57,7 @@ TEST_F(ObjectToCocoa, DictionaryIsADictionary)
 TEST_F(ObjectToCocoa, GeometryComesFromTheInstanceData)
 {
     Host &host = Start();
-    // Values are equal only where their types are, too.
+    // Equal values have equal types.
     const id size = Convert(NewWithData(host, "NSSizeQZL", Numbers<double, 2>{1.5, -2}));
     EXPECT_TRUE([size isEqual:[NSValue valueWithSize:NSMakeSize(1.5, -2)]]);
     const id rect = Convert(NewWithData(host, "NSRectQZL", Numbers<double, 4>{1, 2, 3, 4}));

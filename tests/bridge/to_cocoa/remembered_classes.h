@@ -1,4 +1,4 @@
-// The wrapper classes whose host references are kept from the first conversion on, in the order of the tests.
+// The wrapper classes whose host references the first conversion keeps, in the order of the tests.
 #pragma once
 
 inline constexpr const char *kRememberedNames[] = {

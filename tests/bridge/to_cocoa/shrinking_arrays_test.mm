@@ -7,7 +7,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// What the host exceptions say that were raised, in order; of Cocoa's, their names.
+/// The messages of the host exceptions that were raised, in order; for Cocoa's the name.
 std::vector<std::string> gRaised;
 
 void NoteException(qzlhost::Instance *exception)
@@ -27,7 +27,7 @@ std::string MissingIndex(int64_t index, int64_t count)
            ", but value is " + std::to_string(index) + ".";
 }
 
-/// An array that is cut to `count` elements when its upper bound is asked for the nth time (from 1 on).
+/// How arrays shrink: to `count` elements at the request number `ask` (from 1 on) for an upper bound.
 struct Shrinking {
     int ask = 0;
     int64_t count = 0;
@@ -59,7 +59,7 @@ void *GiveReaderThatEmpties(qzlhost::Instance *)
 
 class ShrinkingArray : public ArrayTest {
 protected:
-    /// A host whose arrays shrink, and which notes exceptions.
+    /// A host whose arrays shrink so, and which records exceptions.
     Host &StartShrinking(int ask, int64_t count)
     {
         gShrinking = {ask, count};
@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, ShrinkingNils, ::testing::ValuesIn(kNilRows), kNa
 
 TEST_P(ShrinkingNumbers, RaiseForEachMissingIndexAndHoldZeros)
 {
-    // The first ask is for the whole array, the fourth for the index 2.
+    // The first request is for the whole array, the fourth for the index 2.
     StartShrinking(4, 2);
     NSMutableArray *const converted = Convert(NewArray(GetParam(), 5));
     EXPECT_EQ(gRaised, (std::vector{MissingIndex(2, 2), MissingIndex(3, 2), MissingIndex(4, 2)}));

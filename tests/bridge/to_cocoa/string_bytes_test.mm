@@ -1,4 +1,4 @@
-// Host strings with byte-order marks, lone surrogates and bytes that are no text.
+// Host strings with byte-order marks, lone surrogates and invalid bytes become Cocoa strings.
 #include "tests/bridge/encoding_test.h"
 
 using qzlhost::Host;
@@ -31,7 +31,7 @@ TEST_P(TextByRoute, KeepsTheByteOrderMarkOfUTF16)
     EXPECT_EQ(Read(BytesOfUnits(text), qzlhost::encoding::UTF16), text);
 }
 
-TEST_P(TextByRoute, WhatUTF8CannotSayIsNil)
+TEST_P(TextByRoute, InvalidUTF8IsNil)
 {
     StartOnRoute(GetParam());
     for (const char *bytes :
@@ -115,7 +115,7 @@ TEST_F(TextFromBytes, OfUTF32RefusesSurrogatesAndWhatIsBeyondUnicode)
         EXPECT_EQ(Read(bytes, qzlhost::encoding::UTF32), std::nullopt) << testing::PrintToString(bytes);
 }
 
-TEST_P(HostsCFString, IsTakenAsItIs)
+TEST_P(HostsCFString, IsReturnedUnchanged)
 {
     static NSString *const kAnswer = @"\uFEFFwhat the host says";
     using GetString = CFStringRef (*)(REALstring, int64_t);
@@ -131,7 +131,7 @@ TEST_P(HostsCFString, IsTakenAsItIs)
     EXPECT_EQ(NewNSString(StringOf(string)), kAnswer);
 }
 
-// Asked for by one function of the library's, or by the other.
+// Older and newer hosts are asked by different functions of the library.
 INSTANTIATE_TEST_SUITE_P(Versions, HostsCFString, ::testing::Values(2011.99, 2012.0, 2024.01));
 
 TEST_F(EncodingTest, HostReadsUTF32InTheMachinesOrder)

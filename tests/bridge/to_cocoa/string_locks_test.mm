@@ -1,4 +1,4 @@
-// The lock on a host string while its bytes are read: given back however the reading ends.
+// The lock on a host string while its bytes are read is given back however the reading ends.
 #import <Foundation/Foundation.h>
 
 #include "bridge/to_cocoa/string_to_cocoa.h"
@@ -14,7 +14,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// Where a host without Core Foundation strings fails, and how.
+/// How and where a host without Core Foundation strings fails.
 struct Failure {
     const char *name;
     bool isCocoa;
@@ -46,7 +46,7 @@ protected:
     }
 };
 
-// A host whose strings have their bytes in place only while they are locked.
+// A host whose strings have their bytes only while they are locked
 
 std::string gContents;
 std::string gBytes;

@@ -39,11 +39,11 @@ const std::vector<Sample> &Samples()
     return samples;
 }
 
-/// A host version together with whether it answers with Core Foundation strings.
+/// A host version, and whether the host has Core Foundation strings.
 struct Route {
     const char *name;
     double version;
-    bool answersCFStrings;
+    bool hasCFStrings;
 };
 
 class StringByRoute : public LinkedTest, public ::testing::WithParamInterface<Route> {};
@@ -57,7 +57,7 @@ class TextWithout : public LinkedTest, public ::testing::WithParamInterface<cons
 TEST_P(StringByRoute, ReadsEveryEncoding)
 {
     Host &host = Start(GetParam().version, [](Host &unloaded) {
-        if (!GetParam().answersCFStrings)
+        if (!GetParam().hasCFStrings)
             unloaded.Lack("REALGetStringCFString");
     });
     for (const Sample &sample : Samples()) {
@@ -74,7 +74,7 @@ TEST_P(StringByRoute, ReadsEveryEncoding)
 TEST_P(StringByRoute, ReadsUTF16)
 {
     Start(GetParam().version, [](Host &unloaded) {
-        if (!GetParam().answersCFStrings)
+        if (!GetParam().hasCFStrings)
             unloaded.Lack("REALGetStringCFString");
     });
     const std::u16string units = u"\u00E4\u4E2D\U0001F600";
@@ -144,7 +144,7 @@ TEST_P(BeforeCFStrings, HostThatGivesNoCFStringIsAskedOnce)
 INSTANTIATE_TEST_SUITE_P(Versions, BeforeCFStrings,
                          ::testing::Values(0.0, 2011.99, std::numeric_limits<double>::quiet_NaN()));
 
-TEST_P(CFStringByVersion, IsAskedForOnceWhereTheHostHasOneAndTheBytesNot)
+TEST_P(CFStringByVersion, IsAskedForOnceAndTheBytesAreNotIfTheHostHasOne)
 {
     Host &host = Start(GetParam());
     const Value string = Value::StringOfBytes("text", qzlhost::encoding::UTF8);

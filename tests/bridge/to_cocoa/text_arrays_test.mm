@@ -1,5 +1,6 @@
-// Host arrays of texts: straight from the host, or through variants.
+// Host arrays of texts become Cocoa strings directly or through variants.
 #include "tests/bridge/to_cocoa/array_test.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -8,7 +9,7 @@ namespace {
 
 using TextArrays = ArrayTest;
 
-/// What every text is copied to.
+/// The copy of every text.
 NSMutableString *gCopy;
 
 CFStringRef CopyText(qzlhost::Text *)
@@ -16,7 +17,7 @@ CFStringRef CopyText(qzlhost::Text *)
     return (CFStringRef)[gCopy retain];
 }
 
-/// Gives the null text for every element.
+/// Returns a reader that returns the null text for every element.
 void *GiveReaderOfNulls(qzlhost::Instance *)
 {
     using Reader = qzlhost::Text *(qzlhost::Instance * array, int64_t index);
@@ -26,7 +27,7 @@ void *GiveReaderOfNulls(qzlhost::Instance *)
     return reinterpret_cast<void *>(kReader);
 }
 
-/// The texts that the host was given to copy, or to make variants of.
+/// The texts that the host was asked to copy or to make variants of.
 std::vector<qzlhost::Text *> gAskedFor;
 
 CFStringRef CopyEmptyText(qzlhost::Text *text)
@@ -35,14 +36,14 @@ CFStringRef CopyEmptyText(qzlhost::Text *text)
     return (CFStringRef)[@"copied" retain];
 }
 
-/// Without a reference for the library, which then may give none back.
+/// Returns no variant, so the library has none to give back.
 qzlhost::Instance *NoteTextWithoutVariant(qzlhost::Text *text)
 {
     gAskedFor.push_back(text);
     return nullptr;
 }
 
-/// What the host was asked for along with each string.
+/// The option of each request for a string.
 std::vector<int64_t> gOptions;
 
 CFStringRef NoteOption(qzlhost::String *, int64_t option)
@@ -53,7 +54,7 @@ CFStringRef NoteOption(qzlhost::String *, int64_t option)
 
 } // namespace
 
-TEST_F(TextArrays, ComeStraightFromTheHost)
+TEST_F(TextArrays, ComeDirectlyFromTheHost)
 {
     Host &host = Start();
     const Value array = NewArray(kTexts, 2);
@@ -128,7 +129,7 @@ TEST_F(TextArrays, GiveTheStringBackBeforeTheVariant)
     EXPECT_EQ(FunctionsCalled(host, unlocks), unlocks);
 }
 
-TEST_F(TextArrays, AreEmptyWhereNeitherWayIsOpen)
+TEST_F(TextArrays, AreEmptyIfBothWaysFail)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Lack("PluginCopyTextCFString"); });
     for (const char *function : {"PluginNewVariantText", "VariantToString", "REALGetStringCFString"}) {

@@ -9,6 +9,7 @@
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/host_declarations.h"
 #include "tests/support/random_values.h"
+#include "tests/support/trace.h"
 #include "tests/support/value_model.h"
 #include "tests/support/values.h"
 
@@ -28,7 +29,7 @@ std::string Described(id object)
     return text != nullptr ? text : "nil";
 }
 
-/// How many Dictionaries lie in each other.
+/// How deep Dictionaries are nested.
 int DepthOf(const Json &model)
 {
     int depth = 0;
@@ -38,10 +39,10 @@ int DepthOf(const Json &model)
     return depth + (model.is_object() && model.contains("dictionary") ? 1 : 0);
 }
 
-/// The objects that host objects wrap, by the classes of those.
+/// The wrapped Cocoa objects by the host classes of their wrappers.
 using Wrapped = std::map<std::string, id>;
 
-/// Walks a Cocoa object along the model of it and notes where they differ.
+/// Compares a Cocoa object with its model and records the differences.
 class Comparison {
 public:
     explicit Comparison(const Wrapped &wrapped) : wrapped_(wrapped) {}
@@ -124,7 +125,7 @@ private:
         return true;
     }
 
-    /// The key of the dictionary that has this model; nil where none has.
+    /// The dictionary's key with this model; nil for none.
     id KeyOf(const Json &model, NSDictionary *dictionary)
     {
         for (const id candidate in dictionary) {
@@ -142,8 +143,8 @@ private:
 
 class Trees : public MemberConversion {
 protected:
-    /// A host with a class that means nothing to Cocoa and with wrappers of Cocoa objects, and the clock of
-    /// Greenwich, where every wall-clock time exists once.
+    /// A host with a class without a Cocoa counterpart and with wrappers of Cocoa objects, in universal time,
+    /// where every wall-clock time exists once.
     Host &StartWithWrappers()
     {
         Host &host = Start();

@@ -1,4 +1,4 @@
-// Times of QuickTime and Core Media where no library of the family adds the methods that convert them.
+// Times that no library of the family has methods to convert.
 #include <optional>
 
 #include "family/family.h"

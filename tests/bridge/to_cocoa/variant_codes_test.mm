@@ -1,10 +1,11 @@
-// Which type codes have a Cocoa object, and where the code and the value come from.
+// Which type codes have a Cocoa counterpart, and where the code and the value come from.
 #include <algorithm>
 #include <iterator>
 
 #include "tests/bridge/to_cocoa/variant_conversion.h"
 #include "tests/support/host_declarations.h"
 #include "tests/support/row_names.h"
+#include "tests/support/trace.h"
 
 using qzlhost::Host;
 using qzlhost::Value;
@@ -14,7 +15,7 @@ namespace {
 constexpr int64_t kConvertedCodes[] = {2,  3,  4,  5,    6,    7,    8,    9,    11,   16,   18,   19,  20,
                                        21, 23, 37, 4098, 4099, 4100, 4101, 4103, 4104, 4105, 4107, 4133};
 
-/// Stands in for the host's reading of type codes: every variant is of the one that is stated.
+/// Replaces the host's reading of type codes: every variant has this one.
 struct Stated {
     static inline int64_t code;
     static int64_t Code(qzlhost::Instance *) { return code; }
@@ -32,12 +33,12 @@ protected:
 
 class CodeWithoutObject : public VariantCodes, public ::testing::WithParamInterface<int64_t> {};
 
-/// The two ways to a variant's value, and what stands in for it without either.
+/// The two ways to read a variant of one type code.
 struct Fallback {
     const char *name;
     int64_t code;
     Value (*content)();
-    /// How the right object reads, and the one without a value.
+    /// The descriptions of the object, and of the one if both ways fail.
     const char *expected;
     const char *empty;
     const char *function;
@@ -99,14 +100,14 @@ TEST_P(CodeWithoutObject, IsNil)
 
     EXPECT_EQ(MemberConversion::Convert(variant), nil);
 
-    // The loading of VarType, before the notification is made.
+    // To load VarType.
     EXPECT_EQ(FunctionsCalled(host), std::vector<std::string>{"REALLoadGlobalMethod"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, CodeWithoutObject,
                          ::testing::Values(0, 1, 10, 12, 13, 14, 15, 17, 22, 24, 35, 36, 38, 4095, 4096, 4097,
                                            4102, 4106, 4108, 4112, 4120, 4132, 4134, 8192,
-                                           // The low bits of these are a code that is converted.
+                                           // The low bits of these are a convertible code.
                                            0x10003, 0x100000003, 0x7FFFFFFF00000008, INT64_MAX, -1, -8,
                                            INT64_MIN, INT64_MIN + 5),
                          CodeName);
@@ -223,7 +224,7 @@ TEST_F(VariantCodes, VarTypeIsLoadedOnceWhenItIsThere)
     EXPECT_EQ(host.CallsOf("REALGetPropValueInteger"), 2);
 }
 
-TEST_F(VariantCodes, VariantOfACodeThatIsNoDateOfItsOwnIsNil)
+TEST_F(VariantCodes, VariantOfTheCodeOfDatesWithoutADateIsNil)
 {
     Start();
     EXPECT_EQ(Convert(qzlhost::code::Date, 5), nil);

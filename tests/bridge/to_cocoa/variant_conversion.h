@@ -1,11 +1,11 @@
-// A test of what becomes of a program's variants.
+// A test that converts a program's variants.
 #pragma once
 
 #include "tests/bridge/to_cocoa/member_conversion.h"
 
 class VariantConversion : public MemberConversion {
 protected:
-    /// What the library makes of a variant with this content.
+    /// The Cocoa object of a variant with this content.
     id Convert(const qzlhost::Value &content)
     {
         const qzlhost::Value variant = content.Boxed();

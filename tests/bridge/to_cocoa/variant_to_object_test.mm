@@ -1,4 +1,4 @@
-// Variants without a type, and what Dictionaries become whose methods are not all there.
+// Nil, the type code of variants, and Dictionaries.
 #include "tests/bridge/to_cocoa/member_conversion.h"
 #include "tests/support/values.h"
 

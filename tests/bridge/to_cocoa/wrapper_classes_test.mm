@@ -1,4 +1,4 @@
-// Host objects of the family's wrapper classes become the very Cocoa objects that they hold.
+// Host objects of the family's wrapper classes become the Cocoa objects that they hold.
 #include "tests/bridge/to_cocoa/chain_classes.h"
 #include "tests/bridge/to_cocoa/member_conversion.h"
 
@@ -11,7 +11,7 @@ static_assert(std::size(kRememberedNames) == 108);
 
 class WrapperClasses : public MemberConversion {
 protected:
-    /// Expects the very object that an instance of the class holds, and nothing retained.
+    /// Expects that an instance of the class becomes the object that it holds, with no retain added.
     void ExpectHandle(const char *className)
     {
         SCOPED_TRACE(className);
@@ -37,7 +37,7 @@ TEST_F(WrapperClasses, EveryRememberedClassGivesItsObject)
     Host &host = Start();
     std::vector<const char *> names;
     for (const char *className : kRememberedNames) {
-        // The library's own give back what they hold; other tests have them.
+        // Other tests convert the library's own.
         if (host.HasClass(className))
             continue;
         DefineWrapperClass(host, className);

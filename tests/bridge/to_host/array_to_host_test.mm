@@ -10,7 +10,7 @@ using qzlhost::Host;
 using qzlhost::Value;
 namespace code = qzlhost::code;
 
-/// An array whose second element cannot be read.
+/// Raises for the second element.
 @interface QZLBrokenEnumerator : NSEnumerator {
     int asked;
 }
@@ -43,7 +43,7 @@ namespace code = qzlhost::code;
 }
 @end
 
-/// A set whose members have an order, which only the list of all of them keeps.
+/// A set whose -allObjects has an order that its enumerator reverses.
 @interface QZLTestOrderedSet : NSSet
 @end
 
@@ -80,7 +80,7 @@ NSArray *Numbers(int count)
     return numbers;
 }
 
-/// The host functions that an array cannot do without.
+/// Without one of the host functions that an array needs.
 class ArrayOnHostWithout : public LinkedTest, public ::testing::WithParamInterface<const char *> {};
 
 /// Arrays in arrays, `depth` of them.

@@ -1,4 +1,4 @@
-// The chain of tests that turns a Cocoa object into a host value: which step takes an object that two could.
+// The order of the steps that turn a Cocoa object into a host value, by objects that two steps could take.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -23,13 +23,13 @@ using ConversionChain = LinkedTest;
 
 Class gClaimedClass;
 
-/// An isKindOfClass: that also says yes to the claimed class.
+/// An isKindOfClass: that returns YES for the claimed class, too.
 BOOL IsAlsoOfClaimedClass(id self, SEL, Class asked)
 {
     return asked == gClaimedClass || DescendsFrom(object_getClass(self), asked);
 }
 
-/// Lets an object say that it is of this class, too. One object per process.
+/// Makes an object claim to be of this class, too; one object in a process.
 id ClaimingToBe(const char *className, id object, std::vector<RuntimeMethod> methods = {})
 {
     gClaimedClass = objc_getClass(className);
@@ -38,7 +38,7 @@ id ClaimingToBe(const char *className, id object, std::vector<RuntimeMethod> met
     return object;
 }
 
-/// A kind of object that some step would take.
+/// An object that some step takes.
 struct Kind {
     const char *name;
     id (*make)();
@@ -73,8 +73,6 @@ const Kind kKinds[] = {
 class RegisteredObject : public ConversionChain, public testing::WithParamInterface<Kind> {};
 
 } // namespace
-
-// Nothing, and what is known
 
 TEST_F(ConversionChain, NullObjectIsNullEvenWhenRegistered)
 {
@@ -143,8 +141,6 @@ TEST_F(ConversionChain, RegisteredElementOfAnArrayIsItsInstance)
     EXPECT_TRUE(host.ArrayElement(array, 1).IsNil());
 }
 
-// An object that two steps would take goes to the earlier
-
 TEST_F(ConversionChain, URLComesBeforeString)
 {
     Start();
@@ -207,7 +203,7 @@ TEST_F(ConversionChain, BooleansComeBeforeNumber)
     EXPECT_EQ(host.CallsOf("BooleanToVariant"), 2);
 }
 
-TEST_F(ConversionChain, BooleansAreKnownByIdentityWhateverTheyAnswer)
+TEST_F(ConversionChain, BooleansAreRecognisedByIdentityWhateverTheirValue)
 {
     Start();
     const auto inverted = +[](id, SEL) -> BOOL { return NO; };
@@ -255,8 +251,6 @@ TEST_F(ConversionChain, ClassRowsComeBeforeValue)
     EXPECT_EQ(host.ClassOf(Convert(value)), "NSPipeQZL");
 }
 
-// A step that gives null is the last
-
 TEST_F(ConversionChain, StepThatGivesNullEndsTheChain)
 {
     Host &host =
@@ -274,14 +268,12 @@ TEST_F(ConversionChain, StepThatGivesNullEndsTheChain)
         EXPECT_EQ(NewVariantFromNSObject(object), nullptr) << [[object description] UTF8String];
 }
 
-// Host objects in the family's wrapper
-
 namespace {
 
 /// The conversions of host objects in the family's wrapper.
 class WrappedHostObject : public ConversionChain {
 protected:
-    /// With a host class that any Cocoa object could be wrapped in, and a host object of it.
+    /// With a host class that could wrap any Cocoa object, and a host object of it.
     Host &StartWithInner()
     {
         Host &host = Start();
@@ -294,7 +286,7 @@ protected:
     const Value &inner() const { return inner_; }
     Family &family() { return *family_; }
 
-    /// An object of the family's class, or of one that derives from it, with the host object in it.
+    /// An object of the family's class, or of a subclass, that holds the host object.
     id Wrap(Class wrapperClass = objc_getClass("QZLREALobjectWrapper")) const
     {
         return [wrapperClass wrap:ObjectOf(inner_)];
@@ -351,7 +343,7 @@ TEST_F(WrappedHostObject, ThatUnwrapsToNullIsNull)
     EXPECT_EQ(family().Unwraps(), 1);
 }
 
-TEST_F(WrappedHostObject, IsKnownByAClassThatIsLookedUpEachTime)
+TEST_F(WrappedHostObject, IsRecognisedByAClassThatIsLookedUpEachTime)
 {
     Host &host = StartWithInner();
     EXPECT_EQ(host.ClassOf(Convert(MakeObject([NSObject class]))), "NSObjectQZL");
@@ -386,7 +378,7 @@ TEST_F(WrappedHostObject, ComesBeforeValue)
     EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
 
-TEST_F(WrappedHostObject, IsNoneThatOnlyAnswersUnwrap)
+TEST_F(WrappedHostObject, IsNotAnObjectThatOnlyHasTheMethod)
 {
     Host &host = StartWithInner();
     family().OfferObjectWrapper();

@@ -1,4 +1,4 @@
-// The walk along an object's class chain for a host class to wrap it in, with the test of its kind.
+// The walk along an object's class chain to a host class for its wrapper, with the test of the object's kind.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -10,14 +10,13 @@ using qzlhost::Value;
 
 namespace {
 
-/// What an object answers each time it is asked for its kind, and about which classes it was asked. When
-/// nothing is left the answer is no.
+/// The results of isKindOfClass:, in order and NO afterwards, and the classes that it was called with.
 std::vector<bool> gAnswers;
 std::vector<Class> gAsked;
 
 } // namespace
 
-/// Answers the question for its kind as a test wants it.
+/// Returns these results.
 @interface QZLTestFickle : NSObject
 @end
 
@@ -33,7 +32,7 @@ namespace {
 
 class ClassChain : public LinkedTest {
 protected:
-    /// A host class that wraps Cocoa objects; its instances are noted.
+    /// A host class that wraps Cocoa objects; its instances are recorded.
     void DefineNotedClass(const std::string &name)
     {
         qzlhost::ClassDefinition definition;
@@ -48,7 +47,7 @@ protected:
         host().DefineClass(std::move(definition));
     }
 
-    /// Of a class whose superclasses are QZLTestMiddle, QZLTestFickle and NSObject.
+    /// An object of a class whose superclasses are QZLTestMiddle, QZLTestFickle and NSObject.
     static id MakeLeaf()
     {
         return MakeObject(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [QZLTestFickle class])));

@@ -1,4 +1,4 @@
-// Objects of Foundation's class clusters become host values by what they are, whatever their hidden class.
+// Objects of Foundation's class clusters become host values whatever their private class.
 #import <Foundation/Foundation.h>
 
 #include "tests/support/conversion_doubles.h"
@@ -11,12 +11,12 @@ namespace code = qzlhost::code;
 
 namespace {
 
-/// A way to make an object of a class cluster, and the code of the host value that it becomes.
+/// An object of a class cluster, and the type code of its host value.
 struct Form {
     const char *name;
     id (*make)();
     int64_t code;
-    /// The host class; empty for what is boxed.
+    /// The host class; empty for a boxed value.
     const char *hostClass;
 };
 

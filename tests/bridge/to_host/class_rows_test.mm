@@ -1,4 +1,4 @@
-// The Cocoa classes that become wrappers, row by row: which wrapper, registered or not, and in which order.
+// The rows of Cocoa classes whose objects become wrappers: which wrapper, registered or not, in which order.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -13,7 +13,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// The classes that a pretender says that it is of.
+/// The classes that a pretender claims to be of.
 std::vector<Class> gPretendedClasses;
 /// The names of the classes that pretenders were asked about.
 std::vector<std::string> gAskedClasses;
@@ -22,7 +22,7 @@ std::function<void()> gOnAsk;
 
 } // namespace
 
-/// Says that it is of some classes, and of no other, not even of its own.
+/// Claims to be of these classes and of no other, not even of its own.
 @interface QZLTestPretender : NSObject
 @end
 
@@ -42,15 +42,15 @@ namespace {
 enum class Kind {
     /// Of the row's own host class, registered.
     FixedName,
-    /// Of the nearest class of the object's chain that the host has; not registered.
+    /// Of the nearest class of the object's chain that has a host class; not registered.
     ClassChain,
-    /// As the family's method for views has it, otherwise along the class chain.
+    /// By the family's method for views, or else along the class chain.
     View,
     /// Of NSNotificationQZL, registered.
     Notification,
     /// Of NSDistributedNotificationCenterQZL, registered.
     DistributedCenter,
-    /// As FixedName, for a class that must be there when the row is first tried.
+    /// As FixedName, but the class must exist when the row is first tried.
     LookedUpOnce,
 };
 
@@ -183,14 +183,14 @@ bool IsRegistered(Kind kind)
     return kind != Kind::ClassChain && kind != Kind::View;
 }
 
-/// The class of a row; made here where the platform has none.
+/// The class of a row; a new one if the platform has none.
 Class ClassNamed(const char *name)
 {
     const Class found = objc_getClass(name);
     return found != Nil ? found : MakeClass(name, [NSObject class]);
 }
 
-/// Lets the class initialise itself now: without a display a few classes raise when they do, and only then.
+/// Initialises the class now: without a display the initialisation of a few classes raises, but only once.
 Class Initialized(Class cocoaClass)
 {
     @try {
@@ -202,7 +202,7 @@ Class Initialized(Class cocoaClass)
 
 void InitializeNothing(id, SEL) {}
 
-/// A subclass of the row's class. It does not inherit +initialize: some classes take no second one well.
+/// A subclass of the row's class. It does not inherit +initialize, since some classes cannot run it twice.
 Class MakeSubclass(const char *name)
 {
     const Class made = MakeClass("QZLTestSubclass", Initialized(ClassNamed(name)));
@@ -236,7 +236,7 @@ std::string ExpectedHostClass(const Host &host, const Row &row, Class cocoaClass
 
 class ClassRows : public LinkedTest {
 protected:
-    /// A host that has the wrapper class of every row, and those that would take an object of no row.
+    /// A host with the wrapper class of every row, and with those for objects of no row.
     Host &StartWithAllWrapperClasses()
     {
         Host &host = Start();
@@ -247,8 +247,8 @@ protected:
         return host;
     }
 
-    /// Converts an object of the class twice and expects what the row promises, with the registry and every
-    /// reference.
+    /// Converts an object of the class twice and checks the wrappers, the registry and the references against
+    /// the row.
     void ExpectWrapper(Class cocoaClass, const Row &row)
     {
         const std::string hostClass = ExpectedHostClass(host(), row, cocoaClass);
@@ -386,7 +386,7 @@ TEST_F(ClassRows, ClassChainWithoutAnyHostClassEndsWithNull)
     EXPECT_EQ(object.Retains(), 0u);
 }
 
-TEST_F(ClassRows, EntryThatAppearedWhileTheRowsWereTriedIsTaken)
+TEST_F(ClassRows, WrapperRegisteredWhileTheRowsAreTriedIsReturned)
 {
     Host &host = StartWithAllWrapperClasses();
     Registry registry;
@@ -411,7 +411,7 @@ struct ShadowedClass {
     bool registered;
 };
 
-/// What the earlier row makes of objects that a later row would take, too.
+/// Objects of later rows, and the wrapper that an earlier row makes of them.
 const ShadowedClass kShadowedClasses[] = {
     {"NSSearchField", "NSTextFieldQZL", true},
     {"NSSecureTextField", "NSTextFieldQZL", true},
@@ -486,7 +486,7 @@ INSTANTIATE_TEST_SUITE_P(Cocoa, RowLookedUpOnce, testing::ValuesIn(RowsOfKind(Ki
 
 namespace {
 
-/// What the family's method for views returns; it owns no reference.
+/// What the family's method for views returns, without a reference.
 REALobject gViewWrapper;
 id gViewAskedFor;
 
@@ -496,7 +496,7 @@ REALobject AnswerViewWrapper(id, SEL, id view)
     return gViewWrapper;
 }
 
-/// Lets the class NSValue answer for views, for the rest of the process.
+/// Adds the family's method for views to NSValue, for the rest of the process.
 void AddViewMethod()
 {
     class_addMethod(object_getClass([NSValue class]), sel_registerName("NewQTKitNSViewQZL:"),

@@ -1,5 +1,4 @@
-// The step of the chain that an object takes by its class: the one that asking it about each class gives,
-// each time.
+// The step that an object takes by its class is the one it would take if it were asked about each class.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -19,13 +18,13 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// Answers as an object of a class would, without being one: it must be asked about each class in turn.
+/// Claims to be of a class without being so; it must be asked about each class in turn.
 @interface QZLTestStandIn : NSObject {
     Class _class;
     std::vector<std::string> *_asked;
 }
 - (instancetype)initWithClass:(Class)cocoaClass;
-/// From now on it answers as an object of another class.
+/// From now on it claims to be of another class.
 - (void)become:(Class)cocoaClass;
 /// The names of the classes that it was asked about; empties the list.
 - (std::vector<std::string>)takeAsked;
@@ -84,7 +83,7 @@ BOOL BecomePipe(id object, SEL, Class)
     return NO;
 }
 
-/// Puts one class where another one stands, while this lives: name, superclass and methods.
+/// While it lives, one class replaces another at its address: name, superclass and methods.
 class Replacement {
 public:
     Replacement(Class place, Class replacement) : place_(place)
@@ -107,7 +106,7 @@ QZLTestStandIn *MakeStandIn(Class cocoaClass)
     return [[[QZLTestStandIn alloc] initWithClass:cocoaClass] autorelease];
 }
 
-/// Classes that as soon as they are used want a display, start a program, or lose memory.
+/// Classes that need a display, start a program or leak as soon as they are used.
 constexpr std::initializer_list<const char *> kUnusableClasses = {
     "GSToolTips",         "NSAppIconView", "NSBrowser",       "NSMiniWindowView", "NSToolbarItem",
     "NSSpeechRecognizer", "NSProgress",    "NSURLComponents", "NSViewAnimation",
@@ -128,7 +127,7 @@ std::vector<Class> AllClasses()
 
 class ClassSteps : public LinkedTest {
 protected:
-    /// With a host class for each of these Cocoa classes.
+    /// A host with a host class for each of these Cocoa classes.
     Host &StartWith(const std::vector<std::string> &classNames)
     {
         Host &host = Start();
@@ -150,7 +149,7 @@ protected:
         return registry.At(object) != nullptr && registry.At(object) == ObjectOf(variant);
     }
 
-    /// The host classes of which the conversion wants an instance; the host has none of them.
+    /// The host classes of which the conversion asks for an instance. The host has none of them.
     std::vector<std::string> HostClassesWanted(id object)
     {
         host().ClearTrace();
@@ -158,7 +157,7 @@ protected:
         return ArgumentsOf(host(), "PluginNewInstance");
     }
 
-    /// The same of a step.
+    /// The same for a step.
     std::vector<std::string> HostClassesWantedBy(const ConversionStep &step, id object)
     {
         host().ClearTrace();
@@ -167,7 +166,7 @@ protected:
     }
 };
 
-/// Objects that become values are read, and so have to be initialised.
+/// Whether its objects become values. They are read, so they would have to be initialised.
 bool BecomesValue(Class cocoaClass)
 {
     return IsOfAny(cocoaClass, {"NSURL", "NSString", "NSData", "NSArray", "NSSet", "NSDate", "NSDictionary",
@@ -182,7 +181,7 @@ TEST_F(ClassSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutE
     size_t withRow = 0;
     size_t withoutRow = 0;
     for (const Class cocoaClass : AllClasses()) {
-        // Objects of other root classes are made otherwise.
+        // Objects of other root classes are made in other ways.
         if (!DescendsFrom(cocoaClass, [NSObject class]) || IsOfAny(cocoaClass, kUnusableClasses) ||
             BecomesValue(cocoaClass))
             continue;
@@ -190,7 +189,7 @@ TEST_F(ClassSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutE
         const qzlhost::AutoreleasePool pool;
         [cocoaClass class];
         const UninitializedObject object(cocoaClass);
-        // Such objects are asked about each class anyway.
+        // Other objects are asked about each class anyway.
         if (!LeavesItsKindToTheRootClass(cocoaClass))
             continue;
         const std::vector<std::string> cold = HostClassesWanted(object.Get());
@@ -207,14 +206,14 @@ TEST_F(ClassSteps, ObjectOfAnyClassTakesTheRowThatItWouldTakeIfItWereAskedAboutE
     EXPECT_GT(withoutRow, 500u);
 }
 
-TEST_F(ClassSteps, ClassThatAppearsLaterIsTakenUp)
+TEST_F(ClassSteps, ClassThatAppearsLaterIsFound)
 {
     StartWith({"NSPipe", "NSObject"});
     const Registry registry;
     const id plain = MakeObject(MakeClass("QZLTestPlain", [NSObject class]));
     const std::array<id, 2> pipes = {MakeObject(MakeClass("QZLTestPipe", [NSPipe class])),
                                      MakeStandIn([NSPipe class])};
-    // The last step finds the host classes along the class chain, and registers nothing.
+    // The last step wraps along the class chain and registers nothing.
     ClassLookUps::hidden = "NSPipe";
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(HostClassOf(plain), "NSObjectQZL");
@@ -233,7 +232,7 @@ TEST_F(ClassSteps, ClassThatAppearsLaterIsTakenUp)
 
 TEST_F(ClassSteps, LaterRowIsTakenUntilTheClassOfAnEarlierOneAppears)
 {
-    // Of the first row, and of a later one for all cells, which registers nothing.
+    // The first row, and a later one for all cells, which registers nothing.
     StartWith({"NSPathComponentCell", "NSCell"});
     const Registry registry;
     const UninitializedObject cell(objc_getClass("NSPathComponentCell"));
@@ -297,7 +296,7 @@ TEST_F(ClassSteps, ClassThatStandsWhereAnotherOneStoodTakesItsOwnRow)
     const id object = MakeObject(stood);
     EXPECT_EQ(HostClassOf(object), "NSPipeQZL");
 
-    // What an allocator does that gives a new class the memory of one that was disposed of.
+    // As if a new class got the memory of one that was disposed of.
     for (const Class super : {[NSTask class], [NSObject class]}) {
         const Replacement replacement(stood,
                                       MakeClass("QZLTestNew" + std::string(class_getName(super)), super));
@@ -356,7 +355,7 @@ TEST_F(ClassSteps, ObjectThatSaysItIsOfAnotherClassIsAsked)
     });
     const id object = MakeObject(liar);
     ClassLookUps::count = 0;
-    // By which of its two classes is for its own method to say.
+    // Its own method decides which of its two classes counts.
     EXPECT_EQ(HostClassOf(object), [object isKindOfClass:[NSTask class]] ? "NSTaskQZL" : "NSPipeQZL");
     EXPECT_GT(ClassLookUps::count, 3);
 }
@@ -391,9 +390,9 @@ TEST_F(ClassSteps, NoLinkedClassDerivesFromAnother)
                     << step.name << " " << other.name;
 }
 
-TEST_F(ClassSteps, ClassOfAnEarlierRowsNameCountsBeforeTheValueThatItDerivesFrom)
+TEST_F(ClassSteps, ClassOfAnEarlierRowCountsBeforeTheValueClassThatItDerivesFrom)
 {
-    // No class of that name is there; its superclass is one of the last steps.
+    // The platform has no class of that name. Its superclass is of the last step.
     StartWith({"NSUserNotification"});
     MakeClass("NSUserNotification", [NSValue class]);
     EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeaf", objc_getClass("NSUserNotification")))),

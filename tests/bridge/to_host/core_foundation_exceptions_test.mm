@@ -1,5 +1,5 @@
-// Exceptions out of the host while an object becomes the wrapper of a Core Foundation object: a program sees
-// none of them, and gets the wrapper of the object's class.
+// Cocoa exceptions out of the host while it makes the wrapper of a Core Foundation object: the program sees
+// none, and gets the wrapper of the object's class.
 #import <Foundation/Foundation.h>
 
 #include <cstring>
@@ -9,7 +9,7 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// Says that it is a Core Foundation object of a type that has no row.
+/// Claims to be a Core Foundation object of a type without a row.
 @interface QZLTestOfSomeType : NSObject
 @end
 
@@ -25,10 +25,10 @@ namespace {
 using NewInstance = void *(const char *name);
 
 NewInstance *gNewInstance;
-/// How often an instance of the class for Core Foundation objects was wanted.
+/// The refused requests for an instance.
 int gRefusals;
 
-/// The host's own function, but that it does not make Core Foundation wrappers.
+/// The host's own function, except that it raises for the class of Core Foundation objects.
 void *MakeNoCoreFoundationWrapper(const char *name)
 {
     if (std::strcmp(name, "CFObjectQZL") != 0)
@@ -53,7 +53,7 @@ protected:
 
 } // namespace
 
-TEST_F(CoreFoundationExceptions, NoInstanceForCocoaReasonsGoesOnWithTheClassChain)
+TEST_F(CoreFoundationExceptions, ExceptionInsteadOfAnInstanceGoesOnWithTheClassChain)
 {
     Host &host = StartRefusing();
     QZLTestOfSomeType *const object = [[[QZLTestOfSomeType alloc] init] autorelease];

@@ -1,4 +1,4 @@
-// Objects that say that they are Core Foundation objects become wrappers of those.
+// Objects that claim to be Core Foundation objects become wrappers of those.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -52,7 +52,7 @@ namespace {
 
 class CoreFoundationStep : public LinkedTest {
 protected:
-    /// A host with a wrapper class for the class chain, and these for Core Foundation.
+    /// A host with a wrapper class for the class chain, and these for Core Foundation objects.
     Host &StartWith(const std::vector<std::string> &coreFoundationClasses)
     {
         Host &host = Start();
@@ -63,7 +63,7 @@ protected:
     }
 };
 
-/// Makes the object answer as a QZLTestTypedObject; one object in a process.
+/// Gives the object the method of QZLTestTypedObject, and a type ID; one object in a process.
 void AddTypeID(id object)
 {
     const IMP answer =
@@ -258,7 +258,7 @@ TEST_F(CoreFoundationStep, ThrownObjectThatIsNoExceptionPassesToTheCaller)
 
 namespace {
 
-/// What the host does when it is to make an instance.
+/// What the host does instead of making an instance.
 void (*gOnNewInstance)();
 int gNewInstances;
 
@@ -269,7 +269,7 @@ void *FailInsteadOfNewInstance(const char *)
     return nullptr;
 }
 
-/// With a host whose function for new instances does not return.
+/// On a host whose function for new instances does not return.
 class CoreFoundationInstance : public CoreFoundationStep {
 protected:
     id StartFailing(void (*failure)())

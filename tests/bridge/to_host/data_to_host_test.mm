@@ -1,4 +1,4 @@
-// Cocoa data become host memory blocks.
+// Cocoa data becomes host memory blocks.
 #include "bridge/to_host/data_to_host.h"
 
 #include <random>
@@ -33,7 +33,7 @@ namespace {
 
 class DataToHost : public LinkedTest {
 protected:
-    /// Expects that the data become nothing, and the exception for their size.
+    /// Expects that the data becomes null, and the exception for its size.
     void ExpectOutOfMemory(NSData *data)
     {
         EXPECT_EQ(NewVariantFromNSObject(data), nullptr);
@@ -91,18 +91,18 @@ TEST_F(DataToHost, BlockOutlivesTheData)
     EXPECT_EQ(host.MemoryBlockBytes(block), "before");
 }
 
-TEST_F(DataToHost, EmptyDataAreNullWithoutAnException)
+TEST_F(DataToHost, EmptyDataIsNullWithoutAnException)
 {
     Host &host = Start();
     EXPECT_EQ(NewVariantFromNSObject([NSData data]), nullptr);
     EXPECT_EQ(NewVariantFromNSObject([NSMutableData data]), nullptr);
-    // Of length 0, but with an address.
+    // Of length 0, but with bytes.
     EXPECT_EQ(NewVariantFromNSObject(MakeLongData(0)), nullptr);
     ExpectNothingRaised();
     EXPECT_EQ(host.CallsOf("newMemoryBlock"), 0);
 }
 
-TEST_F(DataToHost, NilDataAreNull)
+TEST_F(DataToHost, NilDataIsNull)
 {
     Start();
     EXPECT_EQ(NSDataRB(nil), nullptr);

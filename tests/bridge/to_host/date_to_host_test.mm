@@ -38,7 +38,7 @@ std::string LocalTime(double secondsSince1970)
 struct ZoneRow {
     const char *name;
     const char *zone;
-    /// Whether clocks there were ever changed from 1970 on.
+    /// Whether its clocks were ever changed from 1970 on.
     bool changes;
 };
 
@@ -64,7 +64,7 @@ protected:
     }
 };
 
-/// What a Date of 29 February 2024, 14:05:09 in Greenwich is made of.
+/// 29 February 2024, 14:05:09 UTC, since 1970.
 constexpr double kLeapDay = 1709215509;
 
 } // namespace
@@ -96,7 +96,7 @@ TEST_P(HostDateInZone, DropsFractions)
 {
     Start();
     SetTimeZone(GetParam().zone);
-    // Before 1970, before 2001 and after; whole seconds are counted from below on either side.
+    // Before 1970, before 2001 and after: seconds are rounded down.
     for (const double moment : {-86400.25, -1.5, -0.5, 0.25, 978307199.0625, 978307199.9375, 978307200.5,
                                 1709215509.999, 1e9 + 0.001})
         EXPECT_EQ(Convert(DateSince1970(moment)).AsString(), LocalTime(moment)) << moment;
@@ -111,7 +111,7 @@ TEST_F(DateToHost, FirstAndLastYearsHaveTheirFields)
     constexpr double kLastMoment = 253402300799;
     EXPECT_EQ(Convert(DateSince1970(kFirstMoment)).AsString(), "0001-01-01 00:00:00");
     EXPECT_EQ(Convert(DateSince1970(kLastMoment)).AsString(), "9999-12-31 23:59:59");
-    // Every 11 years and a bit, which meets all months and both kinds of century.
+    // Steps of 11 years and a month, through all months and both kinds of century.
     for (double moment = kFirstMoment; moment < kLastMoment; moment += 11 * 365.2425 * 86400 + 2700001)
         ASSERT_EQ(Convert(DateSince1970(moment)).AsString(), UniversalTime(moment)) << moment;
 }
@@ -119,7 +119,7 @@ TEST_F(DateToHost, FirstAndLastYearsHaveTheirFields)
 TEST_F(DateToHost, FixedOffsetsHoldInEveryYear)
 {
     StartInUniversalTime();
-    // Whole minutes are all that Cocoa promises of such zones.
+    // Cocoa promises only whole minutes for such zones.
     for (const int offset : {-43200, -12600, -60, 0, 60, 19800, 50400}) {
         [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:offset]];
         for (const double moment : {-62135500000.0, -2.5e9, 0.0, 1709215509.0, 4e9, 253402200000.0})
@@ -127,7 +127,7 @@ TEST_F(DateToHost, FixedOffsetsHoldInEveryYear)
     }
 }
 
-TEST_F(DateToHost, CalendarDateIsTakenInTheDefaultZoneNotInItsOwn)
+TEST_F(DateToHost, CalendarDateIsReadInTheDefaultZoneNotInItsOwn)
 {
     StartInUniversalTime();
     NSCalendarDate *const date = [NSCalendarDate dateWithYear:2024

@@ -15,7 +15,7 @@ namespace {
 
 using DictionaryToHost = LinkedTest;
 
-/// With the default time zone at Greenwich, so that dates have known fields.
+/// In universal time, so that dates have known fields.
 class DictionaryKeyToHost : public LinkedTest {
 protected:
     Host &StartInUniversalTime()
@@ -38,7 +38,7 @@ TEST_F(DictionaryToHost, EmptyDictionaryIsEmptyAndLoadsNoMethods)
     EXPECT_EQ(host.CallsOf("REALLoadObjectMethod"), 0);
 }
 
-TEST_F(DictionaryToHost, StringKeyLeadsToItsNumber)
+TEST_F(DictionaryToHost, StringKeyHasItsNumber)
 {
     Host &host = Start();
     const Value dictionary = Convert(@{@"a" : @1});
@@ -194,5 +194,6 @@ TEST_F(DictionaryToHost, CocoaExceptionAtAnEntryLeavesNothingBehind)
     NSDictionary *const broken = OrderedDictionary(@[ @"whole", @"broken" ], @[ @{@"in" : @1}, @2 ]);
     EXPECT_TRUE([ExceptionRaisedBy([&] { NewVariantFromNSObject(broken); }) isEqual:@"Broken"]);
     for (const std::string &string : ArgumentsOf(host, "StringToVariant"))
-        EXPECT_EQ(string.find("broken"), std::string::npos) << "the value is had before the key is converted";
+        EXPECT_EQ(string.find("broken"), std::string::npos)
+            << "the value is read before the key is converted";
 }

@@ -1,4 +1,4 @@
-// Cocoa exceptions while an object becomes a host value: who gets them, and that nothing is left over.
+// Exceptions while an object becomes a host value pass to the caller and leave nothing behind.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -15,13 +15,13 @@ namespace {
 
 using ConversionException = LinkedTest;
 
-/// In the place of any method.
+/// Replaces any method.
 RuntimeMethod Raising(const char *selector, const char *types = "@16@0:8")
 {
     return {selector, reinterpret_cast<IMP>(RaiseInHost), types};
 }
 
-/// The object, with a method that raises.
+/// The object with this method.
 id ThatRaises(id object, const RuntimeMethod &method)
 {
     AddMethods(object, "QZLTestRaising", {method});
@@ -33,7 +33,7 @@ id ObjectThatRaises()
     return ThatRaises(MakeObject([NSObject class]), Raising("isKindOfClass:", "C24@0:8#16"));
 }
 
-/// A conversion that a step cannot end, since the object raises there.
+/// An object that raises in a step of its conversion.
 struct RaisingStep {
     const char *name;
     id (*make)();
@@ -70,8 +70,7 @@ const RaisingStep kRaisingSteps[] = {
      [] { return ThatRaises(MakeObject([NSObject class]), Raising("class", "#16@0:8")); }},
 };
 
-/// A host function that does not return, while an array is converted that holds a text, a number and a
-/// dictionary.
+/// A host function that does not return while a text, a number, a dictionary and arrays are converted.
 struct FailingFunction {
     const char *name;
     bool isCocoa;
@@ -116,7 +115,7 @@ TEST_P(RaisingStepOfTheChain, PassesTheExceptionToTheCallerAndLeavesNothing)
     EXPECT_TRUE(host.TakeException().IsNil()) << "a Cocoa exception, not yet a host exception";
     EXPECT_EQ([object retainCount], retains);
     EXPECT_EQ(registry.At(object), nullptr);
-    // The accounts at the end show a host array or dictionary that was begun.
+    // The accounts at the end would show an unfinished array or Dictionary.
 }
 
 INSTANTIATE_TEST_SUITE_P(Cocoa, RaisingStepOfTheChain, testing::ValuesIn(kRaisingSteps), kNameOfRow);
@@ -136,7 +135,7 @@ TEST_P(FailingHost, PassesTheExceptionToTheCallerAndLeavesNothing)
             EXPECT_TRUE(EndsThrown([&] { NewVariantFromNSObject(array); }));
     }
     EXPECT_EQ([array retainCount], 1u);
-    // The accounts at the end show what was begun and not given back.
+    // The accounts at the end would show a value that was not given back.
 }
 
 INSTANTIATE_TEST_SUITE_P(Host, FailingHost, testing::ValuesIn(kFailingFunctions),

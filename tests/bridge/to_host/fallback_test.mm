@@ -1,4 +1,5 @@
-// Objects that no other step takes become wrappers along their class chain; proxies are what they answer.
+// Objects that no other step takes become wrappers along their class chain. Proxies become what they claim to
+// be.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -18,7 +19,7 @@ using Proxies = LinkedTest;
 
 } // namespace
 
-/// Is of no class at all, not even of its own.
+/// Claims to be of no class, not even of its own.
 @interface QZLTestOfNoKind : NSObject
 @end
 
@@ -34,7 +35,7 @@ namespace {
 Class gAnsweredClass;
 }
 
-/// Says that its class is another one.
+/// Claims to be of another class.
 @interface QZLTestOtherClass : NSObject
 @end
 
@@ -45,7 +46,7 @@ Class gAnsweredClass;
 }
 @end
 
-/// Stands for an object of a class: answers as that object would, without being one.
+/// Claims to be of a class without being so.
 @interface QZLTestProxy : NSProxy {
     Class _class;
     CFTypeID _typeID;
@@ -94,7 +95,7 @@ Class gAnsweredClass;
 }
 @end
 
-/// Passes on every message to the object that it stands for.
+/// Forwards every message to its target.
 @interface QZLTestForwarder : NSProxy {
     id _target;
 }
@@ -136,7 +137,7 @@ Class gAnsweredClass;
 
 namespace {
 
-/// A proxy for an object of this class.
+/// A proxy that claims to be of this class.
 id MakeProxy(const char *className, CFTypeID typeID = 0)
 {
     QZLTestProxy *const proxy = [QZLTestProxy alloc];
@@ -199,7 +200,7 @@ TEST_F(Fallback, WithoutPluginNewInstanceIsNull)
     EXPECT_EQ(NewVariantFromNSObject(MakeObject([NSObject class])), nullptr);
 }
 
-TEST_F(Fallback, AsksNoKind)
+TEST_F(Fallback, TakesAnObjectOfNoKind)
 {
     Host &host = Start();
     DefineWrapperClass(host, "QZLTestOfNoKindQZL");
@@ -209,7 +210,7 @@ TEST_F(Fallback, AsksNoKind)
     EXPECT_EQ(HandleOf<id>(host, variant), object);
 }
 
-TEST_F(Fallback, BelievesTheObjectAboutItsClass)
+TEST_F(Fallback, AsksTheObjectForItsClass)
 {
     Host &host = Start();
     DefineWrapperClass(host, "QZLTestOtherClassQZL");
@@ -236,7 +237,7 @@ TEST_F(Fallback, WrapsAClassObject)
     EXPECT_EQ(HandleOf<id>(host, variant), [NSObject class]);
 }
 
-TEST_P(ProxiedRow, IsWhatTheProxyAnswers)
+TEST_P(ProxiedRow, IsTheRowOfTheClassThatTheProxyClaims)
 {
     Host &host = Start();
     for (const ProxiedClass &row : kProxiedClasses)
@@ -303,7 +304,7 @@ TEST_F(Proxies, ForwarderOfABooleanIsNoBooleanByIdentity)
 {
     Host &host = Start();
     Convert(MakeForwarder([NSNumber numberWithBool:YES]));
-    // Read as the number that it is: by its type, "c" or "C".
+    // It is read as a number by its type, "c" or "C".
     const bool isChar = std::string([[NSNumber numberWithBool:YES] objCType]) == "c";
     EXPECT_EQ(host.CallsOf("IntegerToVariant"), isChar ? 0 : 1);
     EXPECT_EQ(host.CallsOf("BooleanToVariant"), isChar ? 1 : 0);

@@ -1,4 +1,4 @@
-// File URLs whose way to a folder item ends early: where it goes on then, and that nothing is left over.
+// File URLs for which a step on the way to a folder item fails: the result, and that nothing is left behind.
 #include "bridge/to_host/file_url_to_host.h"
 
 #include <filesystem>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char kByParent[] = "REALFolderItemFromParentFSRef";
 
-/// Long enough to be objects of their own in Cocoa. The first character is one, and not two.
+/// Long enough to be separate objects in Cocoa. The first character is one unit, and two when decomposed.
 constexpr char kComposed[] = "\u00e9 is the first of this name.txt";
 constexpr char kDecomposed[] = "e\u0301 is the first of this name.txt";
 
@@ -46,7 +46,7 @@ protected:
         return reference;
     }
 
-    /// Expects the file's item, made of its path and in no other way.
+    /// Expects the file's item, made from its path.
     void ExpectItemByPath()
     {
         const Value item = Owned(NSURLRBFile(URL(File())));
@@ -60,7 +60,7 @@ protected:
         EXPECT_EQ(calls[0].substr(calls[0].size() - 3), ", 3");
     }
 
-    /// Expects the file's item, made of its folder and its name.
+    /// Expects the file's item, made from its folder and its name.
     void ExpectItemByParent()
     {
         const Value item = Owned(NSURLRBFile(URL(File())));
@@ -71,7 +71,7 @@ protected:
         EXPECT_EQ(host().CallsOf("GetTrueFolderItem"), 0);
     }
 
-    /// Expects no item of the URL, and its text as a value.
+    /// Expects no item for the URL, whose conversion is its text.
     void ExpectNoItem(NSURL *url)
     {
         EXPECT_EQ(NSURLRBFile(url), nullptr);
@@ -92,10 +92,10 @@ private:
     PrivateFolder folder_;
 };
 
-/// What the parent and the name of an existing item depend on.
+/// The requests that the item of an existing file by parent and name needs.
 class ExistingItemRefusals : public FileURLRefusals, public ::testing::WithParamInterface<Refusal> {};
 
-/// What is refused of an item that is not there, and how many objects were made until then.
+/// A request that is refused for a missing item, and the number of objects made before.
 struct MissingRow {
     const char *name;
     Refusal refusal;
@@ -110,7 +110,7 @@ constexpr MissingRow kMissingRows[] = {
 
 class MissingItemRefusals : public FileURLRefusals, public ::testing::WithParamInterface<MissingRow> {};
 
-/// What the host's function for paths was given.
+/// A call of the host's function for paths.
 struct GivenPath {
     std::string bytes;
     uint32_t encoding;
@@ -135,7 +135,7 @@ struct FailingRow {
     bool isCocoa;
 };
 
-/// On the way by path, and on that by parent.
+/// While an item is made from its path, and from its parent.
 constexpr FailingRow kFailingByPath[] = {
     {"CocoaWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, RaiseInHost, true},
     {"StandardWhileTheFunctionIsLookedUp", "REALLoadGlobalMethod", false, ThrowInHost, false},
@@ -190,7 +190,7 @@ TEST_F(FileURLRefusals, NilIsNullAndNothingIsAsked)
     ExpectReleased(0);
 }
 
-// Items that are there
+// Existing items
 
 TEST_F(FileURLRefusals, ExistingItemIsAskedForItsParentAndItsNameAndTheParentWhetherItIsThere)
 {
@@ -203,7 +203,7 @@ TEST_F(FileURLRefusals, ExistingItemIsAskedForItsParentAndItsNameAndTheParentWhe
                                                                           {folder, 0, false, false, false}}));
 }
 
-TEST_P(ExistingItemRefusals, ItemIsMadeOfItsPath)
+TEST_P(ExistingItemRefusals, ItemIsMadeFromItsPath)
 {
     Start();
     TheCoreFoundation().refusal = GetParam();
@@ -214,7 +214,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, ExistingItemRefusals,
                          ::testing::Values(Refusal::NodeAndParent, Refusal::Name, Refusal::Existence),
                          NameOfRefusal);
 
-TEST_F(FileURLRefusals, ItemWithoutParentIsAskedNothingElse)
+TEST_F(FileURLRefusals, ItemWithoutAParentIsAskedNothingElse)
 {
     Start();
     TheCoreFoundation().refusal = Refusal::NodeAndParent;
@@ -248,7 +248,7 @@ TEST_F(FileURLRefusals, OtherNodeNumbersAreThoseOfItemsInFolders)
 TEST_F(FileURLRefusals, ItemWithoutParentAndPathIsAString)
 {
     Host &host = Start();
-    // A root of a volume, since only one thing is refused at a time.
+    // The root of a volume has no parent; one refusal is possible at a time.
     TheCoreFoundation().nodeID = 2;
     TheCoreFoundation().refusal = Refusal::Path;
     ExpectNoItem(URL(File()));
@@ -273,7 +273,7 @@ TEST_F(FileURLRefusals, PathIsReadUpToItsEndFromAClearedBuffer)
     EXPECT_EQ(TheCoreFoundation().pathBuffers, std::vector<std::string>(2, std::string(4096, '\0')));
 }
 
-TEST_F(FileURLRefusals, ItemThatTheHostDoesNotMakeOfParentAndNameIsNone)
+TEST_F(FileURLRefusals, ItemThatTheHostDoesNotMakeFromParentAndNameIsNull)
 {
     Host &host = Start(2024.01, [](Host &unloaded) { unloaded.Fail(kByParent); });
     EXPECT_EQ(NSURLRBFile(URL(File())), nullptr);
@@ -283,7 +283,7 @@ TEST_F(FileURLRefusals, ItemThatTheHostDoesNotMakeOfParentAndNameIsNone)
     host.Fail(kByParent, false);
 }
 
-// Items that are not there
+// Missing items
 
 TEST_F(FileURLRefusals, MissingItemLeavesNoObjectsBehind)
 {

@@ -1,4 +1,4 @@
-// File URLs become folder items; other URLs, strings.
+// File URLs become folder items; other URLs become strings.
 #include "bridge/to_host/file_url_to_host.h"
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -59,7 +59,7 @@ private:
     PrivateFolder folder_;
 };
 
-/// Expects that no folder item comes of the URL, and that its text comes instead.
+/// Expects no folder item for the URL, whose conversion is its text.
 void ExpectString(Host &host, NSURL *url)
 {
     EXPECT_EQ(NSURLRBFile(url), nullptr);
@@ -69,7 +69,7 @@ void ExpectString(Host &host, NSURL *url)
     EXPECT_EQ(host.References(variant), 1);
 }
 
-/// The name that the host was given last.
+/// The last name that the host got.
 std::u16string gName;
 
 REALobject NoteName(const FSRef *, const HFSUniStr255 *name)
@@ -94,7 +94,7 @@ constexpr OtherURLRow kOtherURLs[] = {
 
 class OtherURLToHost : public LinkedTest, public ::testing::WithParamInterface<OtherURLRow> {};
 
-/// Names of items that are not there, and what the host is given.
+/// The name of a missing item, and the name that the host gets.
 struct NameRow {
     const char *name;
     std::u16string leaf;
@@ -120,7 +120,7 @@ class MissingName : public FileURLToHost, public ::testing::WithParamInterface<N
 
 } // namespace
 
-TEST_F(FileURLToHost, ExistingFileIsAnItemOfItsParentAndName)
+TEST_F(FileURLToHost, ExistingFileIsMadeFromItsParentAndName)
 {
     Host &host = Start();
     const fs::path file = NewFile("file.txt");
@@ -192,7 +192,7 @@ TEST_F(FileURLToHost, SymbolicLinkIsItselfNotItsTarget)
     EXPECT_EQ(host.FolderItemPath(Convert(FileURL(dangling))), dangling);
 }
 
-TEST_F(FileURLToHost, RootsOfVolumesGoByTheirPath)
+TEST_F(FileURLToHost, RootsOfVolumesAreMadeFromTheirPath)
 {
     Host &host = Start();
     for (const char *path : {"/", "/proc"}) {

@@ -1,4 +1,4 @@
-// Cocoa numbers become host variants, by the type that they say they hold.
+// Cocoa numbers become host variants by the type that they claim.
 #include <cfloat>
 #include <climits>
 #include <cmath>
@@ -12,11 +12,11 @@ using qzlhost::Host;
 using qzlhost::Value;
 namespace code = qzlhost::code;
 
-/// A number that says that it holds any type, and notes how it is read.
+/// A number that claims any type, and records how it is read.
 @interface QZLTypedNumber : NSNumber {
 @public
     const char *type;
-    /// What the integer accessors cut to their size.
+    /// The integer accessors return its low bits.
     int64_t integer;
     double number;
     /// The accessor that was called last.
@@ -83,13 +83,13 @@ QZLTypedNumber *TypedNumber(const char *type)
     return made;
 }
 
-/// The accessor with which a number was read; empty unless it was read once.
+/// The accessor that read the number; empty unless it was read exactly once.
 std::string Accessor(QZLTypedNumber *number)
 {
     return number->reads == 1 ? [NSStringFromSelector(number->readWith) UTF8String] : "";
 }
 
-/// Equal, the sign of a zero included, or both no number.
+/// Whether they are equal, with the sign of a zero, or both are no number.
 bool IsSame(double one, double other)
 {
     return (std::isnan(one) && std::isnan(other)) ||
@@ -158,7 +158,7 @@ constexpr FloatingRow kFloatingRows[] = {
 
 class FloatingToHost : public LinkedTest, public ::testing::WithParamInterface<FloatingRow> {};
 
-/// The types that are read as doubles: everything that has no row of its own.
+/// Types that are read as doubles, as all are that have no row of their own.
 struct OtherTypeRow {
     const char *name;
     const char *type;

@@ -8,14 +8,14 @@
 
 class ProgramReadingTest : public PluginTest {
 protected:
-    /// The value that the program finds for this object in a notification.
+    /// The value that the program reads for this object of a notification.
     qzlhost::Value Read(id object)
     {
         return host().Get(NewNotification([NSNotification notificationWithName:@"name" object:object]),
                           "objectVariant");
     }
 
-    /// The Dictionary that it finds for the entries of a notification.
+    /// The Dictionary that it reads for this user info of a notification.
     qzlhost::Value ReadUserInfo(NSDictionary *entries)
     {
         return host().Get(NewNotification([NSNotification notificationWithName:@"name"

@@ -1,4 +1,4 @@
-// Dates that a program reads: the wall clock where the clocks were put forward or back, by published dates.
+// Dates that a program reads around published changes of the clocks.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -12,8 +12,8 @@ using qzlhost::Value;
 
 namespace {
 
-/// A moment at which the clocks of a zone were changed, in Greenwich, and what they showed one second before
-/// and from then on.
+/// The moment of a change in universal time, and what the zone's clocks showed one second before it and at
+/// it.
 struct ChangeRow {
     const char *name;
     const char *zone;

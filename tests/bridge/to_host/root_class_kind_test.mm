@@ -1,4 +1,4 @@
-// Objects that answer for themselves of which classes they are, told from those that leave it to NSObject.
+// Distinguishes objects with an isKindOfClass: of their own from those with NSObject's.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
@@ -19,20 +19,15 @@ BOOL AnswerNo(id, SEL, Class)
 
 const RuntimeMethod kOwnKind = {"isKindOfClass:", reinterpret_cast<IMP>(AnswerNo), "C24@0:8#16"};
 
-/// What objects of a class of its own say of any method: that it is NSObject's.
+/// Returns NSObject's method for any selector.
 IMP AnswerRootMethod(id, SEL, SEL selector)
 {
     return [NSObject instanceMethodForSelector:selector];
 }
 
-bool LeavesIt(Class cocoaClass)
-{
-    return LeavesItsKindToTheRootClass(cocoaClass);
-}
-
 } // namespace
 
-/// Notes every message that it gets and has no method for.
+/// Counts the messages that it gets.
 @interface QZLTestSilentProxy : NSProxy {
 @public
     int _messages;
@@ -69,7 +64,7 @@ bool LeavesIt(Class cocoaClass)
 }
 @end
 
-/// A root class of its own.
+/// A root class other than NSObject.
 __attribute__((objc_root_class))
 @interface QZLTestOtherRoot {
     Class _isa;
@@ -95,21 +90,22 @@ __attribute__((objc_root_class))
 
 TEST_F(RootClassKind, IsOfObjectsThatInheritIt)
 {
-    EXPECT_TRUE(LeavesIt([NSObject class]));
-    EXPECT_TRUE(LeavesIt(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
+    EXPECT_TRUE(LeavesItsKindToTheRootClass([NSObject class]));
+    EXPECT_TRUE(
+        LeavesItsKindToTheRootClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
     EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(@"text")));
     EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass([NSPipe pipe])));
 }
 
 TEST_F(RootClassKind, IsNotOfObjectsWithAMethodOfTheirOwn)
 {
-    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind })));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind })));
 }
 
 TEST_F(RootClassKind, IsNotOfObjectsWithASuperclassThatHasAMethodOfItsOwn)
 {
     const Class ownKind = MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind });
-    EXPECT_FALSE(LeavesIt(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", ownKind))));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", ownKind))));
 }
 
 TEST_F(RootClassKind, IsNotOfAnObjectWhoseClassGotAMethodMeanwhile)
@@ -152,7 +148,7 @@ TEST_F(RootClassKind, IsNotWhatTheClassSaysOfItsMethods)
                     reinterpret_cast<IMP>(AnswerRootMethod), "^?24@0:8:16");
     ASSERT_EQ([liar instanceMethodForSelector:@selector(isKindOfClass:)],
               [NSObject instanceMethodForSelector:@selector(isKindOfClass:)]);
-    EXPECT_FALSE(LeavesIt(liar));
+    EXPECT_FALSE(LeavesItsKindToTheRootClass(liar));
 }
 
 TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)

@@ -1,4 +1,4 @@
-// Strings, and URLs that are no files, become variants of host strings.
+// Strings, and URLs other than files', become variants of host strings.
 #import <Foundation/Foundation.h>
 
 #include "tests/support/conversion_doubles.h"
@@ -17,7 +17,7 @@ id AnswerNil(id, SEL)
     return nil;
 }
 
-/// That the variant was made of the null string, and that no string was given back.
+/// Expects that the variant was made from the null string, and that no string was given back.
 void ExpectVariantOfTheNullString(Host &host, const Value &variant)
 {
     EXPECT_EQ(variant.Code(), code::String);
@@ -28,7 +28,7 @@ void ExpectVariantOfTheNullString(Host &host, const Value &variant)
 
 } // namespace
 
-TEST_F(StringToHost, BecomesAVariantAloneWithItsReference)
+TEST_F(StringToHost, BecomesAVariantWithOneReference)
 {
     Host &host = Start();
     const Value variant = Convert(@"text");

@@ -1,6 +1,5 @@
 // Structures in Cocoa values become host instances.
 #include <array>
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <numeric>
@@ -12,7 +11,7 @@
 using qzlhost::Host;
 using qzlhost::Value;
 
-/// A value that says that it holds any structure, with different numbers in each.
+/// A value that claims to hold any structure, with different numbers in each.
 @interface QZLTypedValue : NSValue {
 @public
     const char *type;
@@ -60,7 +59,7 @@ struct StructureRow {
     const char *name;
     const char *hostClass;
     NSValue *(*make)();
-    /// The instance data, as the doubles or integers that lie in it.
+    /// The instance data, which is doubles or integers.
     std::vector<double> doubles;
     std::vector<uint64_t> integers;
 };
@@ -99,7 +98,7 @@ const StructureRow kStructures[] = {
 
 class StructureToHost : public LinkedTest, public ::testing::WithParamInterface<StructureRow> {};
 
-/// The host class with room for the structure and as much again, which must stay as it was.
+/// Defines the host class with room for the structure and more, which must stay zero.
 void DefineStructureClass(Host &host, const std::string &name)
 {
     host.DefineClass({name, "", 64});
@@ -114,8 +113,7 @@ protected:
         return [NSValue valueWithBytes:bytes_.data() objCType:GetParam().objCType];
     }
 
-    /// The instance that the family made of such a value: unchanged, with the one reference that it came
-    /// with.
+    /// Expects the instance that the family made for the value, unchanged and with its one reference.
     void ExpectTime(const Value &instance)
     {
         ASSERT_FALSE(instance.IsNil());
@@ -177,7 +175,7 @@ TEST_P(StructureToHost, HostWithoutTheClassGivesNull)
 
 INSTANTIATE_TEST_SUITE_P(Rows, StructureToHost, ::testing::ValuesIn(kStructures), kNameOfRow);
 
-TEST_P(TimeToHost, IsWhatTheFamilysMethodAnswersUnchanged)
+TEST_P(TimeToHost, IsTheResultOfTheFamilysMethod)
 {
     Host &host = Start();
     Family family(host);

@@ -1,9 +1,8 @@
-// Host instances of a fixed class that wrap Cocoa and Core Foundation objects.
+// Host instances that wrap Cocoa and Core Foundation objects.
 #include "bridge/to_host/wrappers.h"
 
 #include <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
-#include <objc/runtime.h>
 
 #include "bridge/instance_data.h"
 #include "tests/support/conversion_doubles.h"
@@ -17,7 +16,7 @@ using Wrappers = LinkedTest;
 
 } // namespace
 
-/// Returns another object when it is retained, as a proxy that stands for one may.
+/// Returns another object from -retain, as a proxy may.
 @interface QZLTestSubstituted : NSObject {
 @public
     id substitute;
@@ -104,7 +103,7 @@ TEST_F(Wrappers, RegistryComparesByIdentity)
     EXPECT_NE(first.ObjectPointer(), second.ObjectPointer());
 }
 
-TEST_F(Wrappers, RegistryKnowsTheObjectThatWasConvertedWhateverItsRetainAnswers)
+TEST_F(Wrappers, RegistryHasTheConvertedObjectWhateverItsRetainReturns)
 {
     Host &host = Start();
     DefineWrapperClass(host, "NSTimerQZL");
@@ -136,7 +135,7 @@ TEST_F(Wrappers, RegisteredWrapperIsNullForNilAndForAnUnknownClass)
     EXPECT_EQ(registry.At(object), nullptr);
 }
 
-TEST_F(Wrappers, KnownWrapperComesWithoutAReferenceWhereTheHostCannotLock)
+TEST_F(Wrappers, RegisteredWrapperComesWithoutAReferenceIfTheHostCannotLock)
 {
     Host &host = StartLacking({"REALLockObject"});
     DefineWrapperClass(host, "NSTimerQZL");
@@ -172,7 +171,7 @@ TEST_F(Wrappers, CFWrapperHoldsARetain)
     EXPECT_EQ([object retainCount], retains);
 }
 
-TEST_F(Wrappers, CFWrapperFallsBackToTheAnyClass)
+TEST_F(Wrappers, CFWrapperFallsBackToTheGeneralClass)
 {
     Host &host = Start();
     const id object = MakeObject([NSObject class]);
@@ -196,7 +195,7 @@ TEST_F(Wrappers, CFWrapperWithoutTheSignatureIsAbandoned)
 
 namespace {
 
-/// What the registry had for the object when it was released last.
+/// The registry's entry for the object at its last release.
 const Registry *gRegistry;
 REALobject gEntryAtRelease;
 
