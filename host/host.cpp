@@ -137,7 +137,7 @@ Value Host::CallAs(std::string_view className, const Value &instance, std::strin
                    const std::vector<Value> &arguments)
 {
     if (!IsA(instance, className))
-        throw UsageError("the instance is of no class " + std::string(className));
+        throw UsageError("the instance is not of the class " + std::string(className));
     return CallOn(KnownClass(runtime_->classes, className), &InstanceOf(instance), method, arguments);
 }
 

@@ -20,13 +20,14 @@ namespace qzlhost {
 struct HostOptions {
     /// What REALGetRBVersion returns; without a value the host lacks that function.
     std::optional<double> version = 2024.01;
-    /// Without accounts and trace the host is faster, but finds no leaks and few mistakes.
+    /// Whether the host keeps accounts and a trace. Without them it is faster, but finds no leaks and few
+    /// mistakes.
     bool accounts = true;
 };
 
 struct Runtime;
 
-/// One host in a process at a time. Functions are called on the main thread unless their comment says
+/// A process has one host at a time. Functions are called on the main thread unless their comment says
 /// otherwise.
 class Host {
 public:
@@ -35,7 +36,7 @@ public:
     Host(const Host &) = delete;
     Host &operator=(const Host &) = delete;
 
-    /// The host that lives now. Any thread.
+    /// The current host. Throws UsageError if there is none. Any thread.
     static Host &Current();
 
     // The library
@@ -55,23 +56,24 @@ public:
     static std::vector<std::string> Functions();
     /// The resolver lacks this function.
     void Lack(std::string_view function);
-    /// The resolver lacks this function until it is asked for it the nth time; 1 is the first.
+    /// The resolver lacks this function until it is asked for the nth time; 1 is the first.
     void AnswerFrom(std::string_view function, int ask);
-    /// The function is there, but does nothing and returns its empty result. Also after it was resolved.
+    /// The function exists, but does nothing and returns its empty result, even if it is resolved already.
     void Fail(std::string_view function, bool fails = true);
-    /// The resolver gives this function instead of the host's own.
+    /// The resolver returns this function instead of the host's own.
     void Replace(std::string_view function, void *replacement);
     /// From now on the interceptor sees every call from outside the host; an empty one ends that. Called
     /// while no other thread uses the host; the interceptor runs on the calling thread.
     void Intercept(Interceptor interceptor);
     /// REALLoadGlobalMethod and REALLoadObjectMethod do not find the method.
     void LackMethod(std::string_view declaration);
-    /// They find this function instead of the method.
+    /// They return this function instead of the method.
     void ReplaceMethod(std::string_view declaration, void *replacement);
     /// How often the resolver was asked for the function.
     int AsksFor(std::string_view function) const;
 
-    // Classes and members, as a program uses them
+    // Classes and members, as a program uses them. Calls of members throw ProgramException if the library
+    // raises an exception, and UsageError if nothing fits
 
     void DefineClass(ClassDefinition definition);
     bool HasClass(std::string_view name) const;
@@ -79,9 +81,8 @@ public:
     std::string ClassOf(const Value &instance) const;
     bool IsA(const Value &instance, std::string_view className) const;
 
-    /// `New Class(arguments)`. A class without a matching Constructor takes no arguments.
-    /// Members throw ProgramException where the library raised one, UsageError where nothing fits. Any
-    /// thread.
+    /// `New Class(arguments)`. A class without a matching Constructor takes no arguments. Any thread, as all
+    /// calls of members.
     Value New(std::string_view className, const std::vector<Value> &arguments = {});
     /// A new instance on which no Constructor has run, as a library makes one.
     Value NewWithoutConstructor(std::string_view className);
@@ -123,11 +124,10 @@ public:
     std::vector<TraceEntry> Trace() const;
     void ClearTrace();
     int CallsOf(std::string_view function) const;
-    /// References that an object has now.
+    /// How many references an object, string or text has.
     int64_t References(const Value &value) const;
-    /// Every instance, string, text and array that lives although nobody in the program or the host holds it,
-    /// and every one that has more references than holders: class, serial number, references, and what made
-    /// it. References that live Values hold are accounted for.
+    /// Every instance, string and text that has more references than the program's Values and the host hold:
+    /// class, serial number, references, and what made it.
     std::vector<std::string> Leaks() const;
     /// Misuse so far: a reference given back that was not held, a dead or foreign pointer passed in, a null
     /// where none is allowed, a wrong kind of object, a bad class record.
@@ -139,14 +139,14 @@ public:
     /// Throws ProgramException for an exception that an event raised meanwhile and no program caught.
     bool RunUntil(const std::function<bool()> &done, double seconds);
     /// Takes an exception that was raised on this thread and that no call has thrown, such as a destructor's;
-    /// Nil if there is none. One that nobody takes becomes a mistake at the next call. Any thread.
+    /// Nil if there is none. The next call records a mistake for one that nobody takes. Any thread.
     Value TakeException();
 
 private:
     std::unique_ptr<Runtime> runtime_;
 };
 
-/// Cocoa objects autoreleased while this lives are released at its end. One per thread and scope.
+/// Releases Cocoa objects that were autoreleased on this thread while it lives.
 class AutoreleasePool {
 public:
     AutoreleasePool();

@@ -19,7 +19,7 @@ P &PayloadIn(const Value &value, const char *className)
 {
     P *const payload = PayloadOf<P>(&InstanceOf(value));
     if (!payload)
-        throw UsageError("the value is no " + std::string(className));
+        throw UsageError("the value is not of the class " + std::string(className));
     return *payload;
 }
 
@@ -30,7 +30,7 @@ Dictionary &DictionaryIn(const Value &value)
 
 ArrayPayload &ArrayIn(const Value &value)
 {
-    return PayloadIn<ArrayPayload>(value, "array");
+    return PayloadIn<ArrayPayload>(value, "Array");
 }
 
 Value NewWith(const char *className, std::unique_ptr<Payload> payload)

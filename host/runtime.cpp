@@ -1,4 +1,4 @@
-// What one host consists of.
+// The parts of a host.
 #include "host/runtime.h"
 
 #include "host/calls/class_sources.h"

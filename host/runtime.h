@@ -1,4 +1,4 @@
-// What one host consists of, for the files that implement it.
+// The parts of a host, for the files that implement the class Host.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ class Host;
 /// Its parts are the current ones while it lives.
 struct Runtime {
     /// Throws UsageError while there is another one. Without `keepsAccounts` neither references nor calls are
-    /// written down.
+    /// recorded.
     Runtime(Host &host, std::optional<double> version, bool keepsAccounts);
     ~Runtime();
     Runtime(const Runtime &) = delete;

@@ -1,4 +1,4 @@
-// How the host's own classes and global methods are written down: as tables of members.
+// Tables of members that describe the host's own classes and global methods.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@ struct BuiltInProperty {
     const char *name;
     const char *type;
     void *getter;
-    /// Null for what can only be read.
+    /// Null if the property is read-only.
     void *setter = nullptr;
     int64_t parameter = 0;
 };

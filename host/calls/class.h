@@ -1,4 +1,4 @@
-// A class of the host as its members are found and called, whoever registered it.
+// A class of the host and its members, whoever registered it.
 #pragma once
 
 #include <atomic>
@@ -14,8 +14,8 @@
 
 namespace qzlhost {
 
-/// What the library gets as its reference for a class. Lives as long as the process, so that a
-/// reference that a library keeps is good in a later host too.
+/// The library's reference for a class. Lives as long as the process, so that a reference that a library
+/// keeps is valid in a later host.
 struct ClassReference {
     std::string name;
 };
@@ -38,7 +38,7 @@ struct NativeMethod {
 
 struct EventDeclaration {
     Declaration declaration;
-    /// What the library asks the event with.
+    /// Identifies the event when the library asks for its handler.
     uint64_t key = 0;
 };
 
@@ -48,24 +48,24 @@ struct Class {
     std::string superName;
     const ClassReference *reference = nullptr;
     uint64_t dataSize = 0;
-    /// Hooks: run at the start and at the end of an instance.
+    /// Hooks that run when an instance is made and when it is destroyed.
     std::function<void(Instance *)> constructor = nullptr;
     std::function<void(Instance *)> destructor = nullptr;
-    /// Null where the host keeps nothing in an instance.
+    /// Null if the host keeps nothing in an instance.
     std::unique_ptr<Payload> (*makePayload)() = nullptr;
 
     std::vector<Property> properties = {};
     std::vector<NativeMethod> methods = {};
-    /// Called without an instance; computed properties of the class among them.
+    /// Called without an instance. Computed properties of the class are among them.
     std::vector<NativeMethod> sharedMethods = {};
     std::vector<EventDeclaration> events = {};
     std::vector<ConstantDeclaration> constants = {};
     /// Events of superclasses that this class implements.
     std::vector<NativeMethod> handlers = {};
-    /// The functions of a program's members.
+    /// The native functions of members that a program implements.
     std::vector<std::unique_ptr<NativeCallback>> callbacks = {};
 
-    /// Found by name when it is first asked for.
+    /// Looked up by name on first use.
     mutable std::atomic<const Class *> super{nullptr};
 };
 

@@ -20,8 +20,8 @@ struct Method {
     ProgramBody body;
 };
 
-/// A class that is not the library's: a program's, derived from any class, or one that stands in for
-/// another library's, with instance data of its own.
+/// A class that is not the library's: a program's own, derived from any class, or one with instance data that
+/// stands in for another library's.
 struct ClassDefinition {
     std::string name;
     std::string super;

@@ -22,6 +22,19 @@ References &AllReferences()
     return references;
 }
 
+/// The reference for a class name, made on first use.
+const ClassReference *ReferenceFor(std::string_view name)
+{
+    References &references = AllReferences();
+    std::lock_guard lock(references.mutex);
+    std::unique_ptr<ClassReference> &reference = references.byName[Folded(name)];
+    if (!reference) {
+        reference = std::make_unique<ClassReference>(ClassReference{std::string(name)});
+        references.all.insert(reference.get());
+    }
+    return reference.get();
+}
+
 } // namespace
 
 bool ClassRegistry::Add(std::unique_ptr<Class> type)
@@ -77,18 +90,6 @@ ClassRegistry::Event ClassRegistry::FindEvent(uint64_t key) const
                 return {type.get(), &event.declaration};
     }
     return {};
-}
-
-const ClassReference *ReferenceFor(std::string_view name)
-{
-    References &references = AllReferences();
-    std::lock_guard lock(references.mutex);
-    std::unique_ptr<ClassReference> &reference = references.byName[Folded(name)];
-    if (!reference) {
-        reference = std::make_unique<ClassReference>(ClassReference{std::string(name)});
-        references.all.insert(reference.get());
-    }
-    return reference.get();
 }
 
 bool IsClassReference(const ClassReference *reference)

@@ -17,17 +17,15 @@ namespace qzlhost {
 /// Classes are added and never removed while the host lives. Any thread.
 class ClassRegistry {
 public:
-    /// False where the name is taken; the class is dropped then.
+    /// Returns false, and drops the class, if the name is taken.
     bool Add(std::unique_ptr<Class> type);
-    /// Null for an unknown name. The letters' case does not count.
+    /// Null for an unknown name. Letter case does not count.
     const Class *Find(std::string_view name) const;
-    /// Null for a class without a superclass, and while the superclass is not known.
-    const Class *SuperOf(const Class &type) const;
     /// The class and its superclasses, most derived first.
     std::vector<const Class *> Chain(const Class &type) const;
     bool IsA(const Class &type, std::string_view name) const;
 
-    /// The declaring class and the declaration of the event with this key; null and null where there is none.
+    /// The class that declares the event with this key, and its declaration; both null if there is none.
     struct Event {
         const Class *type = nullptr;
         const Declaration *declaration = nullptr;
@@ -39,15 +37,15 @@ public:
     std::vector<ClassRecord> records;
 
 private:
+    /// Null for a class without a superclass, and while the superclass is unknown.
+    const Class *SuperOf(const Class &type) const;
+
     mutable std::mutex mutex_;
     std::vector<std::unique_ptr<Class>> classes_;
     std::unordered_map<std::string, const Class *> byName_;
 };
 
-/// The reference for a class name, made when it is first asked for.
-const ClassReference *ReferenceFor(std::string_view name);
-
-/// Whether this is a reference that ReferenceFor gave.
+/// Whether this is the reference of a class.
 bool IsClassReference(const ClassReference *reference);
 
 } // namespace qzlhost

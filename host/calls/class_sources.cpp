@@ -63,7 +63,8 @@ void *AddCallback(Class &type, const Declaration &declaration, ProgramBody body)
     return type.callbacks.back()->Function();
 }
 
-/// A program's computed property: the body gets no argument to read it, and the new value to write it.
+/// A program's computed property: its body is called without arguments to read it, and with the new value to
+/// write it.
 void AddComputedProperty(Class &type, const Declaration &declaration, const ProgramBody &body)
 {
     Declaration setter = declaration;

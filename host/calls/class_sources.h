@@ -13,12 +13,12 @@ namespace qzlhost {
 inline constexpr int32_t kOldestRecordVersion = 9;
 inline constexpr int32_t kNewestRecordVersion = 13;
 
-/// Reads the record at this address and registers its class. What is wrong with it is recorded as mistakes.
+/// Reads the record at this address and registers its class. Records its faults as mistakes.
 void RegisterLibraryClass(void *record);
 
 std::unique_ptr<Class> MakeBuiltInClass(const BuiltInClass &table);
 
-/// Throws UsageError for a text that is no declaration, and for an event that no known superclass declares.
+/// Throws UsageError for a malformed declaration, and for an event that no known superclass declares.
 std::unique_ptr<Class> MakeProgramClass(ClassDefinition definition);
 
 } // namespace qzlhost

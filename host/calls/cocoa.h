@@ -1,24 +1,24 @@
-// What calls need of Cocoa, for files in plain C++.
+// What the host needs of Cocoa, for files in plain C++.
 #pragma once
 
 namespace qzlhost {
 
-/// Uses the run loop and the notification centre once, so that their first use is not on two threads at a
-/// time.
+/// Uses the run loop and the notification centre once: two threads that first use them at the same time can
+/// deadlock.
 void WarmUpCocoa();
 
-/// A program's arguments are its own: Cocoa would take them for the user's defaults. Before anything else of
-/// Cocoa.
+/// Keeps the program's arguments from Cocoa, which would take them for the user's defaults. Call it before
+/// Cocoa is used.
 void HideArgumentsFromCocoa(const char *program);
 
-/// Registers the calling thread with Cocoa, unless it is.
+/// Registers the calling thread with Cocoa unless it is registered.
 void RegisterThreadWithCocoa();
 
-/// A new autorelease pool, and its end. While a thread has one of the host's, a CocoaScope adds none.
+/// Begins and ends an autorelease pool. While a thread has such a pool, a CocoaScope adds none.
 void *PushPool();
 void PopPool(void *pool);
 
-/// Makes Cocoa usable on the calling thread: registers the thread and has a pool.
+/// Makes Cocoa usable on the calling thread: registers the thread and provides a pool.
 class CocoaScope {
 public:
     CocoaScope();
@@ -30,7 +30,7 @@ private:
     void *pool_ = nullptr;
 };
 
-/// Runs the run loop of the calling thread until something happened, or for at most so many seconds.
+/// Runs the calling thread's run loop until it has handled an event, or for at most so many seconds.
 void RunRunLoop(double seconds);
 
 } // namespace qzlhost

@@ -1,4 +1,4 @@
-// What calls need of Cocoa, for files in plain C++.
+// What the host needs of Cocoa, for files in plain C++.
 #include "host/calls/cocoa.h"
 
 #include <thread>
@@ -11,7 +11,7 @@ namespace qzlhost {
 
 namespace {
 
-/// How many pools of the host's the thread has.
+/// How many of the host's pools the thread has.
 thread_local int gPoolDepth = 0;
 
 } // namespace
@@ -21,10 +21,10 @@ void WarmUpCocoa()
     NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
     [NSRunLoop currentRunLoop];
     [NSNotificationCenter defaultCenter];
-    // Prepares the application's class, whose run loop modes it asks for. On another thread that would hang
-    // while this one reads the user's defaults.
+    // Initialises the application's class. On another thread that would hang while this one reads the user's
+    // defaults.
     [@"" performSelectorOnMainThread:@selector(self) withObject:nil waitUntilDone:NO];
-    // Cocoa's own change to several threads happens here, while nothing else runs.
+    // Cocoa becomes multi-threaded here, while nothing else runs.
     std::thread([] {
         RegisterThreadWithCocoa();
         NSAutoreleasePool *const threadPool = [[NSAutoreleasePool alloc] init];
@@ -67,10 +67,8 @@ CocoaScope::CocoaScope()
 
 CocoaScope::~CocoaScope()
 {
-    if (pool_) {
-        --gPoolDepth;
-        [static_cast<NSAutoreleasePool *>(pool_) release];
-    }
+    if (pool_)
+        PopPool(pool_);
 }
 
 void RunRunLoop(double seconds)

@@ -1,4 +1,4 @@
-// What a program's use of the host throws.
+// The exceptions that a program's use of the host throws.
 #pragma once
 
 #include <stdexcept>

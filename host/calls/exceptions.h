@@ -5,14 +5,14 @@
 
 namespace qzlhost {
 
-/// Records the exception on the calling thread, in place of one that was recorded before.
+/// Records the exception on the calling thread. It replaces one that was recorded before.
 void RecordException(Held<Instance> exception);
 
-/// Ends the record and returns what it was; null where nothing is recorded.
+/// Removes and returns the calling thread's exception; null if there is none.
 Held<Instance> TakeException();
 
-/// Puts aside what is recorded on the thread, and records it again at the end unless something else is
-/// recorded.
+/// Sets the thread's exception aside while this lives, and records it again at the end unless there is
+/// another.
 class ExceptionScope {
 public:
     ExceptionScope() : outer_(TakeException()) {}

@@ -6,8 +6,8 @@
 
 namespace qzlhost {
 
-/// The field at `parameter` in the width of the property's type. A reference field is shared. Throws
-/// UsageError for a field outside the instance data.
+/// The field at the offset `parameter`, in the width of the property's type. The value takes a reference of
+/// its own. Throws UsageError for a field outside the instance data.
 Value ReadField(const Property &property, Instance *self);
 /// Throws UsageError also for a field that holds a reference.
 void WriteField(const Property &property, Instance *self, const Value &value);

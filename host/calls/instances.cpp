@@ -1,4 +1,4 @@
-// How instances begin and end, as their classes say.
+// Makes and destroys instances as their classes say.
 #include "host/calls/instances.h"
 
 #include "host/calls/class_registry.h"
@@ -11,7 +11,7 @@ namespace qzlhost {
 
 namespace {
 
-/// The instance data of the one class in the chain that declares any.
+/// The size of the instance data, which one class of the chain declares.
 uint64_t DataSize(const std::vector<const Class *> &chain)
 {
     const Class *declaring = nullptr;
@@ -79,7 +79,7 @@ Instance *NewInstance(const Class &type, std::unique_ptr<Payload> payload)
 Instance &InstanceOf(const Value &value)
 {
     if (!value.ObjectPointer())
-        throw UsageError("a value of code " + std::to_string(value.Code()) + " is no object");
+        throw UsageError("a value of code " + std::to_string(value.Code()) + " is not an object");
     return *value.ObjectPointer();
 }
 

@@ -1,4 +1,4 @@
-// How instances begin and end, as their classes say.
+// Makes and destroys instances as their classes say.
 #pragma once
 
 #include <memory>
@@ -8,14 +8,14 @@
 
 namespace qzlhost {
 
-/// Sets the hooks by which instances reach their classes.
+/// Sets the hooks through which instances reach their classes.
 void SetClassHooks();
 
-/// A new instance with one reference; the constructor hooks have run, topmost superclass first. Without a
-/// payload it has the class's own.
+/// A new instance with one reference. The constructor hooks have run, topmost superclass first. A null
+/// payload becomes the class's own.
 Instance *NewInstance(const Class &type, std::unique_ptr<Payload> payload = nullptr);
 
-/// Borrowed. Throws UsageError for what is no object.
+/// The value's instance, borrowed. Throws UsageError for a value that is not an object.
 Instance &InstanceOf(const Value &value);
 
 } // namespace qzlhost

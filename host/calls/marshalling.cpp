@@ -66,7 +66,7 @@ NativeValue ToNative(const Type &type, const Value &value, std::vector<Value> &k
     return native;
 }
 
-/// Nothing but a recorded mistake, and null, for a pointer that is not alive.
+/// The thing at the pointer. Records a mistake and returns null if it is not alive or of another kind.
 template <class T>
 T *Checked(Kind kind, void *pointer)
 {
@@ -122,8 +122,10 @@ Value FromNative(const Type &type, NativeValue native, bool shared)
 NativeArguments::NativeArguments(const Declaration &declaration, Instance *self,
                                  const std::vector<Value> &arguments)
 {
-    if (self)
-        AddPointer(self);
+    if (self) {
+        types_.push_back(NativeType::Pointer);
+        values_.push_back(NativePointer(self));
+    }
     for (size_t i = 0; i < declaration.parameters.size(); ++i) {
         const Parameter &parameter = declaration.parameters[i];
         Add(parameter.type, i < arguments.size() ? arguments[i] : ValueOf(*parameter.defaultValue));
@@ -145,12 +147,6 @@ void NativeArguments::AddInteger(int64_t integer)
 NativeValue NativeArguments::Call(void *function, NativeType result) const
 {
     return CallNative(function, {result, types_}, values_.data());
-}
-
-void NativeArguments::AddPointer(void *pointer)
-{
-    types_.push_back(NativeType::Pointer);
-    values_.push_back(NativePointer(pointer));
 }
 
 Value FromNativeResult(const Type &type, NativeValue native)

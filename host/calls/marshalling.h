@@ -9,10 +9,10 @@
 
 namespace qzlhost {
 
-/// The native form of arguments, which lives as long as this.
+/// Arguments in their native form, which is valid while this lives.
 class NativeArguments {
 public:
-    /// Arguments that a declaration leaves out get their defaults.
+    /// Arguments that the call leaves out get the declaration's defaults.
     NativeArguments(const Declaration &declaration, Instance *self, const std::vector<Value> &arguments);
 
     void Add(const Type &type, const Value &value);
@@ -21,21 +21,19 @@ public:
     NativeValue Call(void *function, NativeType result) const;
 
 private:
-    void AddPointer(void *pointer);
-
     std::vector<NativeType> types_;
     std::vector<NativeValue> values_;
     std::vector<Value> kept_;
 };
 
-/// A native result as a value, which takes over its reference.
+/// A native result as a value, which takes over the result's reference.
 Value FromNativeResult(const Type &type, NativeValue native);
 /// A native argument as a value with a reference of its own.
 Value FromNativeArgument(const Type &type, NativeValue native);
-/// A value as a native result; a reference is handed over with it.
+/// A value as a native result, with a reference for the receiver.
 NativeValue ToNativeResult(const Type &type, const Value &value);
 
-/// What a default in a declaration means.
+/// The value of a constant in a declaration.
 Value ValueOf(const Literal &literal);
 
 } // namespace qzlhost

@@ -1,7 +1,6 @@
 // Members of a class and its superclasses: found by name, by declaration, by arguments.
 #include "host/calls/members.h"
 
-#include <algorithm>
 #include <optional>
 
 #include "host/calls/class_registry.h"
@@ -70,7 +69,7 @@ int MisfitOfArray(const Value &value)
     return value.IsNil() || value.Code() >= code::Array ? kExact : kNoFit;
 }
 
-/// How badly all arguments fit; nothing where one does not.
+/// How badly all arguments fit; nothing if one does not.
 std::optional<int> MisfitOfAll(const Declaration &declaration, const std::vector<Value> &arguments)
 {
     if (arguments.size() < declaration.RequiredArguments() ||

@@ -1,4 +1,4 @@
-// Calls through function pointers whose signature is known at run time only, and the way back.
+// Calls of native functions whose signature is known only at run time, and functions made at run time.
 #include "host/calls/native_call.h"
 
 #include <ffi.h>
@@ -163,7 +163,7 @@ struct NativeCallback::Implementation {
         case NativeType::Single:
             std::memcpy(result, &value.single, sizeof value.single);
             break;
-        // Whole numbers are given back in the width of a register, however narrow they are.
+        // A caller expects whole numbers in the width of a register, however narrow they are.
         default:
             std::memcpy(result, &value, sizeof value);
             break;

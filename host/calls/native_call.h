@@ -1,4 +1,4 @@
-// Calls through function pointers whose signature is known at run time only, and the way back.
+// Calls of native functions whose signature is known only at run time, and functions made at run time.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace qzlhost {
 
-/// One argument or result at machine level; the NativeType says which member counts.
-/// Whole numbers of every width live in `integer`, sign- or zero-extended as their type asks.
+/// One argument or result at machine level; the NativeType says which member is in use. `integer` holds whole
+/// numbers of every width, sign- or zero-extended by their type.
 union NativeValue {
     int64_t integer;
     float single;
@@ -24,10 +24,10 @@ struct NativeSignature {
     std::vector<NativeType> parameters;
 };
 
-/// The bytes that a variable of the type takes.
+/// The size of a variable of the type, in bytes.
 size_t WidthOf(NativeType type);
 
-/// The value as its type's width and sign leave it: what lies beyond the width is not looked at.
+/// The value cut to its type's width, and extended from there.
 NativeValue Narrowed(NativeType type, NativeValue value);
 
 /// Calls `function`. `arguments` has one value for each parameter. C++ and Cocoa exceptions pass through.

@@ -14,7 +14,7 @@ namespace qzlhost {
 
 namespace {
 
-/// An exception that nobody took is not the next call's.
+/// Drops an exception that nobody took, so that the next call does not throw it.
 void DropStrayException()
 {
     if (const Held<Instance> stray = TakeException())
@@ -23,7 +23,7 @@ void DropStrayException()
 
 thread_local int gCallDepth = 0;
 
-/// Surrounds a call that a program makes: only what is raised inside is the call's.
+/// Surrounds a call that a program makes, so that the call throws only what is raised inside it.
 class ProgramCall {
 public:
     ProgramCall() = default;

@@ -9,24 +9,24 @@
 
 namespace qzlhost {
 
-/// A new instance, without its Constructor. Throws as CallFunction.
+/// A new instance whose Constructor has not run. Throws as CallFunction does.
 Value NewByProgram(const Class &type);
 
-/// Calls a member as a program does; `self` is null for a shared one. Throws ProgramException where an
-/// exception was recorded meanwhile.
+/// Calls a member as a program does; `self` is null for a shared one. Throws ProgramException if an exception
+/// is recorded meanwhile.
 Value CallFunction(void *function, const Declaration &declaration, Instance *self,
                    const std::vector<Value> &arguments);
 
-/// Reads and writes a property as a program does. Throw as CallFunction, and UsageError for a property that
-/// is not for writing.
+/// Reads and writes a property as a program does. Both throw as CallFunction does; writing a read-only
+/// property throws UsageError.
 Value ReadProperty(const Property &property, Instance *self);
 void WriteProperty(const Property &property, Instance *self, const Value &value);
 
-/// Throws what is recorded on the thread as a ProgramException, if anything is.
+/// Throws the thread's recorded exception as a ProgramException, if there is one.
 void ThrowRecorded();
 
 /// A native function for a member that a program implements. A ProgramException out of `body` is recorded;
-/// other C++ exceptions pass.
+/// other C++ exceptions pass through.
 std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, ProgramBody body);
 
 } // namespace qzlhost

@@ -1,9 +1,6 @@
 // The arguments of host functions: which ones are acceptable, and how they read in the trace.
 #include "host/interface/arguments.h"
 
-#include <cinttypes>
-#include <cstdio>
-
 #include "host/calls/class_registry.h"
 #include "host/values/accounts.h"
 
@@ -62,7 +59,7 @@ bool IsAlive(const ClassReference *reference)
 {
     const bool good = !reference || IsClassReference(reference);
     if (!good)
-        RecordMistake("a pointer that is no class reference");
+        RecordMistake("a pointer that is not a class reference");
     return good;
 }
 
@@ -105,9 +102,7 @@ std::string Shown(const char *name)
 
 std::string Shown(const void *pointer)
 {
-    char address[32];
-    std::snprintf(address, sizeof address, "0x%" PRIxPTR, reinterpret_cast<uintptr_t>(pointer));
-    return pointer ? address : "null";
+    return pointer ? AddressText(pointer) : "null";
 }
 
 } // namespace qzlhost

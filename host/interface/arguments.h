@@ -29,11 +29,12 @@ struct Of {
     P &operator*() const { return *PayloadOf<P>(instance); }
 };
 
-/// Whether the argument is alive and of the right kind; if not, a mistake is recorded. Null is alive.
+/// Whether the argument is alive and of the right kind; records a mistake if it is not. Null counts as alive.
 bool IsAlive(const Instance *instance);
 bool IsAlive(const String *string);
 bool IsAlive(const Text *text);
 bool IsAlive(const ClassReference *reference);
+/// Both record a mistake and return false.
 bool RefuseNull();
 bool RefuseOtherPayload(const Instance *instance);
 
@@ -61,7 +62,7 @@ bool IsAcceptable(Of<P> argument)
            (PayloadOf<P>(argument.instance) || RefuseOtherPayload(argument.instance));
 }
 
-/// Readable, also for pointers that are not alive.
+/// The argument as text, also if it is a pointer that is not alive.
 std::string Shown(const Instance *instance);
 std::string Shown(const String *string);
 std::string Shown(const Text *text);

@@ -10,7 +10,7 @@ namespace qzlhost {
 
 namespace {
 
-/// One reference for the library.
+/// The element, with one reference for the library.
 template <class T>
 T Given(T element)
 {
@@ -34,7 +34,8 @@ void InsertElement(Of<ArrayOf<Held<Instance>>> array, int64_t index, Instance *v
     array->Insert(index, Held<Instance>::Share(value));
 }
 
-/// `procedure` for an array of one of these element codes; otherwise null, and a mistake.
+/// Returns `procedure` for an array of one of these element codes; otherwise records a mistake and returns
+/// null.
 void *ProcedureFor(Of<ArrayPayload> array, std::initializer_list<int64_t> codes, void *procedure)
 {
     if (std::find(codes.begin(), codes.end(), array->elementCode) != codes.end())
@@ -43,7 +44,7 @@ void *ProcedureFor(Of<ArrayPayload> array, std::initializer_list<int64_t> codes,
     return nullptr;
 }
 
-/// The element type of an object array where arrays are made; it is no type code.
+/// The element type that makes an array of objects; it is not a type code.
 constexpr int64_t kObjectElements = 4;
 
 } // namespace

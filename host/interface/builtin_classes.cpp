@@ -20,7 +20,6 @@ int64_t VarType(Instance *value)
     return CodeOf(value);
 }
 
-/// All global methods that every host has.
 std::vector<BuiltInMethod> GlobalMethods()
 {
     return {

@@ -15,13 +15,13 @@ BuiltInClass DateClass();
 BuiltInClass MemoryBlockClass();
 BuiltInClass FolderItemClass();
 
-/// The global method that gives folder items.
+/// The global method that returns the folder item of a path.
 BuiltInMethod TrueFolderItemMethod();
 
 /// All classes that every host has.
 std::vector<BuiltInClass> BuiltInClasses();
 
-/// The global method with this declaration; null where there is none.
+/// The function of the global method with this declaration; null if there is none.
 void *FindGlobalMethod(const Declaration &declaration);
 
 } // namespace qzlhost

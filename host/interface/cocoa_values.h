@@ -29,12 +29,12 @@ namespace qzlhost {
 
 static_assert(sizeof(FSRef) == 80 && sizeof(HFSUniStr255) == 512);
 
-/// With one retain.
+/// A new string with one retain.
 CFStringRef NewCFString(std::u16string_view text) __attribute__((cf_returns_retained));
 
-/// False where nothing exists at the path.
+/// Returns false if nothing exists at the path.
 bool FSRefOfPath(const std::string &path, FSRef *out);
-/// UTF-8; nothing for a reference to nothing.
+/// The path in UTF-8; nothing for an invalid reference.
 std::optional<std::string> PathOfFSRef(const FSRef *reference);
 
 } // namespace qzlhost

@@ -1,4 +1,4 @@
-// The host functions behind the entry points, grouped by subject. Prototypes, ownership: the interface's.
+// The host functions behind the entry points, by subject, with the interface's prototypes and ownership.
 #pragma once
 
 #include "host/interface/arguments.h"

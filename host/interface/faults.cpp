@@ -1,4 +1,4 @@
-// How the resolver and the look-ups of methods answer.
+// Faults of the resolver and of the look-ups of methods.
 #include "host/interface/faults.h"
 
 namespace qzlhost {

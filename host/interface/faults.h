@@ -1,4 +1,4 @@
-// How the resolver and the look-ups of methods answer.
+// Faults of the resolver and of the look-ups of methods.
 #pragma once
 
 #include <map>
@@ -11,7 +11,7 @@
 
 namespace qzlhost {
 
-/// The answers for names of host functions and declarations of methods. Any thread.
+/// What is returned for names of host functions and declarations of methods. Any thread.
 class Faults {
 public:
     void Lack(std::string_view function);
@@ -21,7 +21,7 @@ public:
     void *Answer(std::string_view function, void *own);
     int AsksFor(std::string_view function) const;
 
-    /// From now on look-ups of the method find this function; nothing if it is null.
+    /// From now on look-ups of the method return this function, which may be null.
     void ReplaceMethod(std::string_view declaration, void *replacement);
     /// Returns `own`, its replacement, or null.
     void *AnswerMethod(const Declaration &declaration, void *own) const;

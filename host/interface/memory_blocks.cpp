@@ -10,11 +10,6 @@ namespace qzlhost {
 
 namespace {
 
-void *ConvertToPointer(Of<MemoryBlock> self)
-{
-    return self->Pointer();
-}
-
 void Construct(Of<MemoryBlock> self, int64_t size)
 {
     if (!self->Allocate(size)) {
@@ -40,7 +35,7 @@ BuiltInClass MemoryBlockClass()
             },
             {
                 {"Constructor(bytes As Integer)", Native<&Construct>("MemoryBlock.Constructor")},
-                {"Operator_Convert() As Ptr", Native<&ConvertToPointer>("MemoryBlock.Operator_Convert")},
+                {"Operator_Convert() As Ptr", Native<&MemoryBlockPointer, 1>("MemoryBlock.Operator_Convert")},
             }};
 }
 

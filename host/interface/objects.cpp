@@ -13,7 +13,7 @@ namespace qzlhost {
 
 namespace {
 
-/// Nothing, and a mistake, for a text that is no declaration.
+/// Records a mistake and returns nothing for a malformed declaration.
 std::optional<Declaration> Parsed(const char *text)
 {
     try {

@@ -13,7 +13,7 @@ namespace qzlhost {
 
 namespace {
 
-/// Null where there is no such property or it is of none of these kinds.
+/// Null if there is no such property or it is of another kind.
 const Property *PropertyOf(const Instance *object, const char *name, std::initializer_list<TypeKind> kinds)
 {
     const Property *const property = FindProperty(*object->type, name);
@@ -21,7 +21,7 @@ const Property *PropertyOf(const Instance *object, const char *name, std::initia
     return fits ? property : nullptr;
 }
 
-/// Runs an access and returns whether it went well; what its accessor raises is recorded.
+/// Runs an access and returns whether it succeeded. Records what the accessor raises.
 template <class Access>
 bool Try(Access access)
 {
@@ -37,7 +37,7 @@ bool Try(Access access)
     return false;
 }
 
-/// Gives the property's value to `use`; false if it cannot be read.
+/// Passes the property's value to `use`; false if it cannot be read.
 template <class Use>
 bool Read(NotNull<Instance> object, NotNull<const char> name, std::initializer_list<TypeKind> kinds, Use use)
 {

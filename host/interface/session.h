@@ -15,7 +15,7 @@ struct Session {
     std::optional<double> version;
     /// What RegisterPluginVersion was called with, if it was.
     std::optional<int32_t> declaredVersion;
-    /// Whether calls are written down.
+    /// Whether calls are recorded in the trace.
     bool traces = true;
     Trace trace;
     Faults faults;

@@ -28,8 +28,8 @@ std::string ShownList(const A &...arguments)
 template <auto Function, int Alias>
 inline NativeFunction gNativeFunction;
 
-/// `Function` as the library calls it. If an argument is not acceptable, or the function is to fail, nothing
-/// is done and the empty value returned. `Alias` tells apart names that share a function.
+/// `Function` as the library calls it. If an argument is not acceptable, or the function is to fail, the call
+/// does nothing and returns the empty value. `Alias` distinguishes names that share a function.
 template <auto Function, int Alias = 0>
 struct Thunk;
 

@@ -1,4 +1,4 @@
-// The calls of host functions, as they are recorded and watched.
+// The record of calls of host functions.
 #include "host/interface/trace.h"
 
 #include <algorithm>

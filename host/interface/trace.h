@@ -1,4 +1,4 @@
-// The calls of host functions, as they are recorded and watched.
+// The record of calls of host functions, and who may watch them.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ struct TraceEntry {
 };
 
 enum class CallMoment {
-    /// The arguments are good; the function has done nothing yet.
+    /// The arguments are acceptable; the function has done nothing yet.
     Begins,
     /// A function without a result has done its work.
     Ends,

@@ -56,10 +56,10 @@ struct ClassRecord {
     std::vector<EventRecord> events;
     std::vector<ConstantRecord> constants;
     std::vector<MethodRecord> sharedMethods;
-    /// Places where the record or one of its member records breaks the format, each as "class: place: what":
-    /// a null address, a text or function that is missing, a slot that must be 0 and is not, a record or
-    /// table off its 16-byte boundary, a text that is no declaration, a count without a table or above
-    /// 10,000 (both read as 0). A member with a fault is in its list nevertheless, with what could be read.
+    /// Where the record or a member record breaks the format, each as "class: place: what": a null address, a
+    /// missing text or function, a slot that must be 0 and is not, a record or table off its 16-byte
+    /// boundary, a malformed declaration, a count without a table or above 10,000 (both are read as 0). A
+    /// faulty member is still in its list, with what could be read.
     std::vector<std::string> faults;
 };
 

@@ -26,13 +26,13 @@ struct Declaration {
     std::string name;
     std::vector<Parameter> parameters;
     Type result;
-    /// A bare name, the word as and a type: a getter, and a setter where there is one.
+    /// `name As Type` without parentheses: a getter, and perhaps a setter.
     bool computedProperty = false;
 
-    /// How many arguments a call must give at least: the last parameter without a default counts.
+    /// The fewest arguments that a call can pass: all up to the last parameter without a default.
     size_t RequiredArguments() const;
     /// The declaration in normal form: `name(parameter As Type = default, ...) As Type`, a computed property
-    /// as `name As Type`. Parsed again it gives the same declaration.
+    /// as `name As Type`. Parsing it gives the same declaration again.
     std::string ToString() const;
 };
 
@@ -41,8 +41,7 @@ struct ConstantDeclaration {
     Literal value;
 };
 
-/// The type that a name means, with () after it an array; an unknown name is a class. Throws DeclarationError
-/// for what is no name.
+/// The type of this name; `name()` is an array. An unknown name is a class. Throws DeclarationError.
 Type ParseType(std::string_view text);
 
 /// A method, computed property or event. A parameter list without a name and parentheses is a
@@ -52,8 +51,8 @@ Declaration ParseDeclaration(std::string_view text);
 /// `name = value`. Throws DeclarationError.
 ConstantDeclaration ParseConstant(std::string_view text);
 
-/// Whether two declarations name one member: name, parameter types, Assigns and result agree;
-/// letters' case, parameter names and defaults do not count.
+/// Whether two declarations name the same member: name, parameter types, Assigns, ByRef and result agree.
+/// Letter case, parameter names and defaults do not count.
 bool SameSignature(const Declaration &a, const Declaration &b);
 
 } // namespace qzlhost

@@ -1,4 +1,4 @@
-// The error for a text that is no declaration.
+// The error for a malformed declaration.
 #include "host/language/declaration_error.h"
 
 #include <string>
@@ -7,7 +7,7 @@ namespace qzlhost {
 
 namespace {
 
-/// Texts as messages show them: at most 100 bytes, no part of a character, control characters readable.
+/// A text as messages quote it: at most 100 bytes of whole characters, with control characters escaped.
 std::string Shown(std::string_view text)
 {
     constexpr size_t kLongest = 100;

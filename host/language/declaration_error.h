@@ -1,4 +1,4 @@
-// The error for a text that is no declaration.
+// The error for a malformed declaration.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@ namespace qzlhost {
 
 class DeclarationError : public std::runtime_error {
 public:
-    /// what() quotes the text and says what was expected at `offset` and what stands there instead.
+    /// what() quotes the text and says what was expected at `offset` and what was found there.
     DeclarationError(std::string_view text, size_t offset, std::string_view expected, std::string_view found);
 };
 

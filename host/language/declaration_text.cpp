@@ -39,7 +39,7 @@ std::string ToText(const Literal &literal)
     return text + '"';
 }
 
-/// Built-in types are spelled in one way, classes as written.
+/// The usual spelling of a built-in type; a class's name as written.
 std::string TypeName(const Type &type)
 {
     const BuiltInType *const builtIn = FindBuiltInType(type.name);

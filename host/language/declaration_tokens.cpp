@@ -186,7 +186,7 @@ Literal NumberValue(std::string_view text, const Token &token)
         literal.kind = Literal::Kind::Integer;
         uint64_t magnitude = 0;
         read = std::from_chars(first, end, magnitude, hex ? 16 : 10);
-        // A hexadecimal number gives the 64 bits themselves, a decimal one must be in the range.
+        // A hexadecimal number gives the 64 bits themselves; a decimal number must be in range.
         const uint64_t largest = static_cast<uint64_t>(INT64_MAX) + (negative ? 1 : 0);
         if (!hex && magnitude > largest)
             read.ec = std::errc::result_out_of_range;
@@ -204,7 +204,7 @@ Literal StringValue(const Token &token)
     const std::string_view content = token.text.substr(1, token.text.size() - 2);
     for (size_t i = 0; i < content.size(); ++i) {
         literal.string += content[i];
-        // Inside the quotation marks each one is doubled.
+        // A quotation mark inside the text is doubled.
         i += content[i] == '"' ? 1 : 0;
     }
     return literal;

@@ -13,7 +13,7 @@ enum class TokenKind { Word, Number, String, Open, Close, Comma, Equals, End };
 
 struct Token {
     TokenKind kind = TokenKind::End;
-    /// A part of the declaration's text; a String's with its quotation marks.
+    /// A part of the declaration's text. A String token includes its quotation marks.
     std::string_view text;
     size_t offset = 0;
 };

@@ -7,7 +7,7 @@
 
 namespace qzlhost {
 
-/// How a value of a declared type travels through a native call.
+/// How a native call passes a value of a declared type.
 enum class NativeType {
     Nothing,
     Boolean,
@@ -64,17 +64,17 @@ struct BuiltInType {
     std::string_view name;
     TypeKind kind;
     NativeType native;
-    /// What kind of constant a variable of the type holds before anything is assigned to it.
+    /// The kind of constant that a new variable of the type holds.
     Literal::Kind empty;
 };
 
-/// The built-in type that the name means, in any case of letters; null for a class.
+/// The built-in type of this name, in any letter case; null for a class.
 const BuiltInType *FindBuiltInType(std::string_view name);
 
 /// The type of this name, or an array of it.
 Type MakeType(std::string_view name, bool array);
 
-/// The constant that a variable of the type holds before anything is assigned to it.
+/// The constant that a new variable of the type holds.
 Literal EmptyValue(const Type &type);
 
 } // namespace qzlhost

@@ -6,7 +6,7 @@
 
 namespace qzlhost {
 
-/// The name in small letters, one form for all ways to write it.
+/// The name in lower case, which is the same for all its spellings.
 std::string Folded(std::string_view name);
 
 bool SameName(std::string_view a, std::string_view b);

@@ -13,7 +13,7 @@ namespace qzlhost {
 
 namespace {
 
-/// How many of the dead are remembered by name.
+/// How many descriptions of dead things are kept.
 constexpr size_t kRememberedDead = 100000;
 
 std::atomic<uint32_t> gLastHost{0};
@@ -84,11 +84,7 @@ std::string Accounts::NameOf(const void *pointer) const
 {
     std::lock_guard lock(mutex_);
     const auto found = dead_.find(pointer);
-    if (found != dead_.end())
-        return found->second;
-    char address[32];
-    std::snprintf(address, sizeof address, "0x%" PRIxPTR, reinterpret_cast<uintptr_t>(pointer));
-    return address;
+    return found != dead_.end() ? found->second : AddressText(pointer);
 }
 
 std::vector<std::string> Accounts::Leaks() const
@@ -132,7 +128,7 @@ void Accounts::FreeRemains()
     for (const Entry &entry : Alive()) {
         if (entry.kind == Kind::Instance) {
             auto *const instance = static_cast<Instance *>(entry.thing);
-            // Without the classes nothing may run at its end.
+            // No destructor of its classes may run any more.
             instance->dying = true;
             payloads.emplace_back(std::exchange(instance->payload, nullptr));
         }
@@ -162,6 +158,13 @@ std::vector<Accounts::Entry> Accounts::Alive() const
     for (const auto &each : alive_)
         entries.push_back(each.second);
     return entries;
+}
+
+std::string AddressText(const void *pointer)
+{
+    char address[32];
+    std::snprintf(address, sizeof address, "0x%" PRIxPTR, reinterpret_cast<uintptr_t>(pointer));
+    return address;
 }
 
 void RecordMistake(const std::string &text)

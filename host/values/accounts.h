@@ -11,18 +11,18 @@
 
 namespace qzlhost {
 
-/// Everything alive that the host has handed out, and the library's mistakes. Any thread.
+/// Everything alive that the host has made, and the library's mistakes. Any thread.
 class Accounts {
 public:
-    /// Closed accounts take no entries and say of everything that it is alive.
+    /// Closed accounts record nothing and report everything as alive.
     explicit Accounts(bool open);
 
     /// The accounts of the host that made the thing; null if that host is gone.
     static Accounts *Of(const Counted *thing);
 
-    /// Notes a new thing as this host's, and numbers it.
+    /// Enters a new thing as this host's, and numbers it.
     void Enter(Kind kind, Counted *thing);
-    /// A thing is about to be freed; its description names it from now on.
+    /// Removes a thing that is about to be freed, and keeps its description.
     template <class T>
     void Remove(const T *thing)
     {
@@ -32,7 +32,7 @@ public:
 
     enum class Standing { Alive, Dead, Foreign, OtherKind };
     Standing Find(Kind kind, const void *pointer) const;
-    /// How a pointer that is not alive is called: the dead thing's description, or its address.
+    /// Names a pointer that is not alive: the dead thing's description, or the address.
     std::string NameOf(const void *pointer) const;
 
     /// Things with more references than holders, one line each.
@@ -41,7 +41,7 @@ public:
     void RecordMistake(std::string text);
     std::vector<std::string> Mistakes() const;
 
-    /// Frees what the library has left over. What values still hold is theirs to free.
+    /// Frees what the library has leaked. Values free what they still hold.
     void FreeRemains();
 
 private:
@@ -64,10 +64,14 @@ private:
     std::vector<std::string> mistakes_;
 };
 
-/// Records a mistake of the library's with the host that lives now, and the host function that noticed it.
+/// The address in hexadecimal digits.
+std::string AddressText(const void *pointer);
+
+/// Records a mistake of the library with the current host, after the name of the host function that noticed
+/// it. Does nothing between hosts.
 void RecordMistake(const std::string &text);
 
-/// What runs while no host function does.
+/// Stands for the running host function while none runs.
 inline constexpr char kProgram[] = "the program";
 
 /// Whether a host function runs on this thread.

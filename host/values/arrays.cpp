@@ -113,7 +113,7 @@ bool ArrayOf<T>::Write(int64_t index, const Value &value)
 template <class T>
 void ArrayOf<T>::Resize(int64_t count)
 {
-    // What falls out ends when nothing is locked any more.
+    // Destroyed after the lock is released.
     std::deque<T> dropped;
     std::lock_guard lock(mutex_);
     while (static_cast<int64_t>(elements_.size()) > count) {

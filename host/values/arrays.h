@@ -2,7 +2,6 @@
 #pragma once
 
 #include <deque>
-#include <memory>
 #include <mutex>
 
 #include "host/values/accounts.h"
@@ -40,7 +39,7 @@ public:
     bool Write(int64_t index, const Value &element) override;
     void Resize(int64_t count) override;
 
-    /// The element; outside the array the empty one, and a mistake is recorded.
+    /// The element. Outside the array, records a mistake and returns an empty element.
     T Get(int64_t index) const
     {
         T element{};
@@ -78,7 +77,7 @@ private:
     std::deque<T> elements_;
 };
 
-/// A new array of empty elements, with one reference; null for a code that no array has.
+/// A new array of empty elements, with one reference; null for an unknown element code.
 Instance *NewArrayOf(int64_t elementCode, int64_t count);
 
 } // namespace qzlhost

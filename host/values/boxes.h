@@ -16,11 +16,10 @@ struct Box : Payload {
     const Value content;
 };
 
-/// A new variant of this value, with one reference; null for Nil. An object is its own variant, with one more
-/// reference.
+/// The value as a variant, with one reference for the caller; null for Nil. An object is its own variant.
 Instance *NewVariant(const Value &value);
 
-/// The variant as a string, with one reference; null for the empty string.
+/// The variant as a string, with one reference for the caller; null for the empty string.
 String *StringOfVariant(Instance *variant);
 
 } // namespace qzlhost

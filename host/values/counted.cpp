@@ -1,4 +1,4 @@
-// References to what the host hands out, and who holds them.
+// References to the host's instances, strings and texts, and who holds them.
 #include "host/values/counted.h"
 
 #include "host/values/accounts.h"

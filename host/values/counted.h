@@ -1,4 +1,4 @@
-// References to what the host hands out, and who holds them.
+// References to the host's instances, strings and texts, and who holds them.
 #pragma once
 
 #include <atomic>
@@ -11,26 +11,23 @@ namespace qzlhost {
 enum class Kind : uint8_t { Instance, String, Text };
 
 /// The references to a thing and, among them, those that the program's values and the host's own
-/// containers hold. The rest is the library's. Any thread.
+/// containers hold. The rest are the library's. A new thing has one reference that nobody holds. Any thread.
 class Counts {
 public:
-    /// A thing begins with one reference that nobody holds yet.
-    Counts() = default;
-
     int64_t References() const { return static_cast<int64_t>(word_.load() >> 32); }
     int64_t Holders() const { return static_cast<int64_t>(word_.load() & kHolders); }
 
     void AddReference() { word_ += kReference; }
     void AddHolder() { word_ += kReference + 1; }
-    /// A reference gets a holder; false where every reference has one already.
+    /// Gives a reference a holder; false if every reference has one.
     bool Adopt();
     /// Gives up the holder but keeps the reference, which becomes the library's.
     void Disown() { word_ -= 1; }
 
     enum class Outcome { Alive, Last, NotHeld };
-    /// Takes away a reference that has no holder; NotHeld, and nothing done, where there is none.
+    /// Drops a reference without a holder. Returns NotHeld, and does nothing, if there is none.
     Outcome DropReference();
-    /// Takes away a holder with its reference; true when that was the last reference.
+    /// Drops a holder and its reference; true if that was the last reference.
     bool DropHolder() { return (word_.fetch_sub(kReference + 1) >> 32) == 1; }
 
 private:
@@ -40,7 +37,7 @@ private:
     std::atomic<uint64_t> word_{kReference};
 };
 
-/// What instances, strings and texts begin with.
+/// The common beginning of instances, strings and texts.
 struct Counted {
     Counts counts;
     uint64_t serial = 0;
@@ -53,7 +50,7 @@ struct Instance;
 struct String;
 struct Text;
 
-/// Runs what has to run at the end of a thing without references, and frees it.
+/// Frees a thing without references. The destructors of an instance's classes run before.
 void Destroy(Instance *thing);
 void Destroy(String *thing);
 void Destroy(Text *thing);
@@ -67,8 +64,8 @@ T *Lock(T *thing)
     return thing;
 }
 
-/// Takes a reference back from the library. Records a mistake, and does nothing, where the library has none;
-/// null is ignored.
+/// Drops one of the library's references. If it has none, records a mistake and does nothing. Null is
+/// ignored.
 template <class T>
 void Unlock(T *thing);
 
@@ -116,7 +113,7 @@ public:
     T *Get() const { return thing_; }
     T *operator->() const { return thing_; }
     explicit operator bool() const { return thing_ != nullptr; }
-    /// Gives the reference to the library.
+    /// Passes the reference to the library, and returns the thing.
     T *HandOver() &&
     {
         if (thing_)

@@ -1,4 +1,4 @@
-// The parts of the host that lives now, one of each kind.
+// The parts of the current host, one of each kind.
 #pragma once
 
 #include <atomic>
@@ -9,7 +9,7 @@ namespace qzlhost {
 template <class Part>
 inline std::atomic<Part *> gCurrent{nullptr};
 
-/// The part of the host that lives now; null between hosts. Any thread.
+/// The current host's part of this kind; null between hosts. Any thread.
 template <class Part>
 Part *Current()
 {

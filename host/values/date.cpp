@@ -23,18 +23,18 @@ bool IsLeapYear(int64_t year)
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
-/// Of a month from 0 to 11.
+/// The days of a month from 0 to 11.
 int64_t DaysOf(int64_t month, int64_t year)
 {
     constexpr int64_t kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     return month == 1 && IsLeapYear(year) ? 29 : kDays[month];
 }
 
-/// After this many years the calendar repeats.
+/// The calendar repeats after this many years.
 constexpr int64_t kCycleYears = 400;
 constexpr int64_t kCycleDays = 146097;
 
-/// Moves a day from 0 on into its month and year.
+/// Carries days from 0 on into their month and year.
 void CarryDays(int64_t &day, int64_t &month, int64_t &year)
 {
     int64_t cycles = 0;

@@ -1,4 +1,4 @@
-// The host's Dictionary: entries in the order in which their keys came.
+// The host's Dictionary: entries in the order in which their keys were added.
 #include "host/values/dictionary.h"
 
 #include "host/values/boxes.h"
@@ -64,7 +64,7 @@ std::optional<Value> Dictionary::KeyAt(int64_t index) const
 void Dictionary::Set(const Value &key, const Value &value)
 {
     const std::string identity = Identity(key);
-    // The old value ends when nothing is locked any more.
+    // Becomes the old value, which is destroyed after the lock is released.
     Value entered = value;
     std::lock_guard lock(mutex_);
     const auto [place, isNew] = places_.emplace(identity, entries_.size());
@@ -73,21 +73,20 @@ void Dictionary::Set(const Value &key, const Value &value)
     std::swap(entries_[place->second].value, entered);
 }
 
-bool Dictionary::Remove(const Value &key)
+void Dictionary::Remove(const Value &key)
 {
     const std::string identity = Identity(key);
     Entry removed;
     std::lock_guard lock(mutex_);
     const auto found = places_.find(identity);
     if (found == places_.end())
-        return false;
+        return;
     const size_t place = found->second;
     places_.erase(found);
     removed = std::move(entries_[place]);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(place));
     for (auto &each : places_)
         each.second -= each.second > place ? 1 : 0;
-    return true;
 }
 
 void Dictionary::Clear()

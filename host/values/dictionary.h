@@ -1,4 +1,4 @@
-// The host's Dictionary: entries in the order in which their keys came.
+// The host's Dictionary: entries in the order in which their keys were added.
 #pragma once
 
 #include <mutex>
@@ -12,8 +12,8 @@
 
 namespace qzlhost {
 
-/// Keys are compared by value as variants: numbers by what they are worth, strings by their text, other
-/// objects by identity. Any thread.
+/// Keys are compared as variants: numbers and dates by value, strings by text, other objects by identity. Any
+/// thread.
 struct Dictionary : Payload {
     int64_t Count() const;
     /// Nothing where absent.
@@ -21,8 +21,8 @@ struct Dictionary : Payload {
     /// Nothing for an index outside the entries.
     std::optional<Value> KeyAt(int64_t index) const;
     void Set(const Value &key, const Value &value);
-    /// False where absent.
-    bool Remove(const Value &key);
+    /// Does nothing if the key is absent.
+    void Remove(const Value &key);
     void Clear();
 
 private:

@@ -59,7 +59,7 @@ std::optional<std::u16string> DecodeWith(UConverter *converter, std::string_view
 {
     if (!converter || bytes.size() > INT32_MAX / 4)
         return std::nullopt;
-    // No encoding here gives more than two units for a byte.
+    // No encoding here has more than two units for a byte.
     std::u16string text(bytes.size() * 2 + 2, u'\0');
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length = ucnv_toUChars(converter, text.data(), static_cast<int32_t>(text.size()),

@@ -9,7 +9,7 @@ namespace qzlhost {
 
 namespace {
 
-/// Blocks from this size on are mapped, smaller ones are of the heap, where sanitizers see their ends.
+/// Blocks from this size on are mapped. Smaller ones lie on the heap, where sanitizers check their bounds.
 constexpr int64_t kMapped = int64_t{1} << 20;
 
 void *AllocateBytes(int64_t size)

@@ -11,8 +11,8 @@ struct MemoryBlock : Payload {
     MemoryBlock(const MemoryBlock &) = delete;
     MemoryBlock &operator=(const MemoryBlock &) = delete;
 
-    /// Zeroed bytes in place of those before; memory that is not touched is not used. False, and nothing
-    /// changed, where there is no room.
+    /// Replaces the bytes with zeroed ones; a large block takes no memory until it is touched. Returns false,
+    /// and changes nothing, for a negative size or without enough memory.
     bool Allocate(int64_t size);
 
     /// Null without bytes.

@@ -48,7 +48,7 @@ std::string Describe(const Instance *instance)
 
 void Destroy(Instance *thing)
 {
-    // References that come and go while the destructors run do not end the instance again.
+    // A destructor may take and release references, which must not destroy the instance again.
     if (thing->dying.exchange(true))
         return;
     if (Accounts::Of(thing)) {

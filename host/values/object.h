@@ -17,7 +17,7 @@ struct Payload {
     virtual ~Payload() = default;
     /// The type code of the instance used as a variant.
     virtual int64_t Code() const { return code::Object; }
-    /// The instance as a string, where it has one.
+    /// The instance as a string; empty for most classes.
     virtual std::string AsString() const { return {}; }
     /// What a description of the instance adds to class and serial number.
     virtual std::string Detail() const { return {}; }
@@ -44,29 +44,29 @@ P *PayloadOf(const Instance *instance)
     return instance ? dynamic_cast<P *>(instance->payload) : nullptr;
 }
 
-/// What instances need of their classes, which are the next floor's.
+/// What instances need of their classes, which host/calls/ has.
 struct ClassHooks {
     const std::string &(*name)(const Class &type);
     /// See NewBuiltIn.
     Instance *(*newBuiltIn)(const char *className, std::unique_ptr<Payload> payload);
-    /// Runs what the instance's classes have for its end.
+    /// Runs the destructors of the instance's classes.
     void (*runDestructors)(Instance *instance);
 };
 
 /// Set before the first instance is made.
 inline ClassHooks gClassHooks{};
 
-/// A new instance of one of the host's own classes, with one reference and this payload; without one, with
-/// the class's own.
+/// A new instance of one of the host's own classes, with one reference. A null payload becomes the class's
+/// own.
 inline Instance *NewBuiltIn(const char *className, std::unique_ptr<Payload> payload)
 {
     return gClassHooks.newBuiltIn(className, std::move(payload));
 }
 
-/// A new instance with one reference, on which nothing of its classes has run.
+/// A new instance with one reference. No constructor has run.
 Instance *AllocateInstance(const Class &type, uint64_t dataSize, std::unique_ptr<Payload> payload);
 
-/// Frees an instance without running anything of its classes.
+/// Frees an instance. No destructor of its classes runs.
 void FreeInstance(Instance *instance);
 
 /// The type code of an instance used as a variant; 0 for null.

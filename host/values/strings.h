@@ -10,7 +10,7 @@
 
 namespace qzlhost {
 
-/// Bytes that never change, and the tag that says how to read them. A null pointer is the empty string.
+/// Immutable bytes, and the tag that says how to read them. A null pointer is the empty string.
 struct String : Counted {
     String(std::string content, uint32_t tag) : bytes(std::move(content)), encoding(tag) {}
 
@@ -32,15 +32,15 @@ Text *NewText(std::u16string units);
 std::string_view BytesOf(const String *string);
 /// 0xFFFF for null.
 uint32_t EncodingOf(const String *string);
-/// The text as the tag says; nothing where the bytes are not such a text, or the tag is no encoding.
+/// The text in the encoding of the tag; nothing if the bytes are invalid or the tag is not an encoding.
 std::optional<std::u16string> TextOf(const String *string);
-/// The text in UTF-8, whatever the tag; the bytes themselves where the tag is no encoding.
+/// The text in UTF-8, whatever the tag; the bytes themselves if the tag is not an encoding.
 std::string Utf8Of(const String *string);
 /// Empty for null.
 std::string Utf8Of(const Text *text);
 
-/// The bytes in another encoding. Bytes tagged 0xFFFF are taken as they are, and so is everything that is to
-/// be tagged 0xFFFF. Nothing for a number that is no encoding.
+/// The bytes in another encoding. Bytes that are tagged 0xFFFF, or are to be, stay as they are. Nothing for
+/// an unknown encoding.
 std::optional<std::string> ConvertedBytes(const String *string, uint32_t encoding);
 
 /// The beginning of the text in quotation marks, and the serial number.

@@ -51,17 +51,11 @@ int64_t IntegerOf(const std::string &text)
 
 Value::Value(bool boolean) : content_(Content::Integer), code_(code::Boolean), integer_(boolean ? 1 : 0) {}
 
-Value::Value(int integer) : Value(static_cast<int64_t>(integer)) {}
-
 Value::Value(int64_t integer) : content_(Content::Integer), code_(code::Int64), integer_(integer) {}
-
-Value::Value(uint32_t integer) : Value(static_cast<int64_t>(integer)) {}
 
 Value::Value(float number) : content_(Content::Single), code_(code::Single), single_(number) {}
 
 Value::Value(double number) : content_(Content::Double), code_(code::Double), number_(number) {}
-
-Value::Value(const char *utf8) : Value(std::string(utf8)) {}
 
 Value::Value(const std::string &utf8)
     : Value(utf8.empty() ? EmptyString() : StringOfBytes(utf8, encoding::UTF8))
@@ -194,16 +188,6 @@ Value Value::Share(Text *text)
 Value Value::Boxed() const
 {
     return Adopt(NewVariant(*this));
-}
-
-int64_t Value::Code() const
-{
-    return code_;
-}
-
-bool Value::IsNil() const
-{
-    return code_ == code::Null;
 }
 
 bool Value::AsBoolean() const

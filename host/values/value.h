@@ -13,30 +13,29 @@ struct Instance; // what the library knows as an object: also boxed variants and
 struct String;   // a host string
 struct Text;     // a host text
 
-/// Copying takes a reference, destroying gives it back. Used while its Host lives.
+/// A copy takes a reference of its own; the destructor gives it back. Used while its Host lives.
 class Value {
 public:
     Value() = default; // Nil
     Value(bool boolean);
-    Value(int integer);
+    Value(int integer) : Value(int64_t{integer}) {}
     Value(int64_t integer);
-    Value(uint32_t integer);
+    Value(uint32_t integer) : Value(int64_t{integer}) {}
     Value(float number);
     Value(double number);
-    Value(const char *utf8);
+    Value(const char *utf8) : Value(std::string(utf8)) {}
     Value(const std::string &utf8);
     Value(const Value &other);
     Value(Value &&other) noexcept;
     Value &operator=(Value other) noexcept;
     ~Value();
 
-    /// A string of these bytes with this tag; never the null string, not even without bytes.
+    /// A string of these bytes with this tag; never the null string, even without bytes.
     static Value StringOfBytes(std::string_view bytes, uint32_t encoding);
     /// The host's empty string, which is a null pointer.
     static Value EmptyString();
     static Value TextOf(std::string_view utf8);
-    /// A value that a program's variant boxes under this code (Currency, Color, Int32, the other string
-    /// codes).
+    /// The content under another type code: Currency, Color, Int32 or one of the other string codes.
     static Value OfCode(int64_t code, Value content);
     /// Takes over one reference. A null instance gives Nil, a null string or text the empty one.
     static Value Adopt(Instance *instance);
@@ -47,13 +46,12 @@ public:
     static Value Share(String *string);
     static Value Share(Text *text);
 
-    /// The value as an instance, as the host passes it in a Variant: a box for what is no object. Nil for
-    /// Nil.
+    /// The value as the host passes it in a Variant: an object as it is, anything else in a box, Nil as Nil.
     Value Boxed() const;
 
     /// The type code. The null string is a string (8), a null object is Nil.
-    int64_t Code() const;
-    bool IsNil() const;
+    int64_t Code() const { return code_; }
+    bool IsNil() const { return code_ == code::Null; }
 
     /// The content, converted as the host converts a variant (a string's number, a number's text, ...).
     bool AsBoolean() const;
@@ -62,8 +60,7 @@ public:
     /// UTF-8, whatever the string's encoding.
     std::string AsString() const;
 
-    /// Borrowed; null for what is no string or no object. A boxed value is an object too, and a boxed string
-    /// both.
+    /// Borrowed; null for a value of another kind. A boxed value is an object, and a boxed string both.
     String *StringPointer() const;
     Instance *ObjectPointer() const;
     Text *TextPointer() const;
@@ -72,10 +69,10 @@ public:
     uint32_t StringEncoding() const;
 
 private:
-    /// Which member of the union counts.
+    /// Which member of the union is in use.
     enum class Content : uint8_t { Nothing, Integer, Double, Single, String, Text, Instance };
 
-    /// The value inside a box; else this one.
+    /// The value in the box; this value if it is not a box.
     const Value &Inner() const;
 
     Content content_ = Content::Nothing;
