@@ -8,7 +8,7 @@
 
 #include "host/host.h"
 
-/// A structure of QuickTime or Core Media that the family brings to the host and back.
+/// A structure of QuickTime or Core Media that the family converts to a host instance and back.
 struct FamilyTime {
     const char *hostClass;
     const char *objCType;
@@ -44,8 +44,8 @@ enum class FamilyMethod {
     Wrapping,
 };
 
-/// Adds methods to Cocoa's classes, and host classes, piece by piece, at any time. Pieces stay for the life
-/// of the process; one Family at a time.
+/// Adds methods to Cocoa's classes, and host classes, piece by piece and at any time. The pieces stay for the
+/// life of the process. There is one Family at a time.
 class Family {
 public:
     explicit Family(qzlhost::Host &host);
@@ -64,7 +64,7 @@ public:
     /// +[NSException PrepareNSExceptionQZL].
     void OfferPreparation() { Offer(FamilyMethod::Preparation); }
 
-    /// From now on the method raises a Cocoa exception, or does so no more.
+    /// From now on the method raises a Cocoa exception, or no longer does.
     void Raise(FamilyMethod method, bool raises = true);
     /// From now on GetInstancesDictionaryQZL returns null, or the registry again.
     void WithholdRegistry(bool withholds = true);
@@ -74,7 +74,7 @@ public:
     int RegistryAsks() const;
     /// How many entries the registry has.
     int RegistryCount() const;
-    /// What the registry has for the object; null where there is nothing.
+    /// The registry's entry for the object; null if there is none.
     qzlhost::Instance *Registered(id object) const;
     int ExceptionsWrapped() const;
     int Preparations() const;
@@ -82,7 +82,7 @@ public:
     // Host objects in Cocoa
 
     /// The Cocoa class QZLREALobjectWrapper with +wrap: and -unwrap. A wrapper holds a reference of its own;
-    /// what it is unwrapped to comes with one more.
+    /// -unwrap returns the instance with one for the caller.
     void OfferObjectWrapper();
     /// The host instance in a QZLREALobjectWrapper, borrowed; null for any other object.
     qzlhost::Instance *Wrapped(id object) const;
@@ -90,15 +90,15 @@ public:
 
     // Times
 
-    /// The host class, whose instance data are the structure.
+    /// The host class, whose instance data is the structure.
     void OfferTimeClass(const FamilyTime &time);
-    /// The method of NSValue that makes the host instance; null where there is no host class.
+    /// The method of NSValue that makes the host instance; it returns null without the host class.
     void OfferTimeToHost(const FamilyTime &time);
     /// The class method of NSValue that makes an autoreleased value.
     void OfferTimeToCocoa(const FamilyTime &time);
     /// How often the methods of times were called.
     int TimesMade() const;
-    /// The value that was last asked for its host instance, and what it returned.
+    /// The value whose host instance was asked for last, and what it returned.
     id LastTimeAsked() const;
     qzlhost::Instance *LastTimeAnswered() const;
 

@@ -13,7 +13,7 @@ using namespace family;
 
 namespace {
 
-/// What the class methods work on; they have no other way to it. They count on any thread.
+/// What the class methods work on, which have no instance of Family. They count on any thread.
 struct State {
     bool withholdsRegistry = false;
     std::atomic<int> registryAsks{0};
@@ -42,7 +42,7 @@ void PrepareException(id, SEL)
     RaiseIfAsked(FamilyMethod::Preparation);
 }
 
-/// A host instance whose data hold the exception, retained.
+/// A host instance whose data holds the exception, retained.
 qzlhost::Instance *NewException(id, SEL, NSException *exception)
 {
     ++gState.exceptionsWrapped;

@@ -29,7 +29,7 @@ struct State {
     qzlhost::Instance *lastTimeAnswered = nullptr;
 } gState;
 
-/// The time that has this selector for a method.
+/// The time with this selector as its method.
 const FamilyTime &TimeOf(const char *FamilyTime::*method, SEL selector)
 {
     return *std::find_if(std::begin(kFamilyTimes), std::end(kFamilyTimes), [&](const FamilyTime &time) {

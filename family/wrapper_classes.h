@@ -1,4 +1,4 @@
-// Host classes whose instances hold a Cocoa object, as the family's plugins bring them.
+// Host classes whose instances hold a Cocoa object, as the family's plugins define them.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -7,8 +7,8 @@
 
 #include "host/host.h"
 
-/// Defines the class unless the host has it. The data of its instances begin with the Cocoa object: at its
-/// end an instance removes it from the registry and releases it.
+/// Defines the class unless the host has it. The data of an instance begins with the Cocoa object, which the
+/// instance removes from the registry and releases when it is destroyed.
 void DefineWrapperClass(qzlhost::Host &host, const std::string &name, uint64_t dataSize = 16,
                         const std::string &super = "");
 

@@ -1,4 +1,4 @@
-// Host classes whose instances hold a Cocoa object, as the family's plugins bring them.
+// Host classes whose instances hold a Cocoa object, as the family's plugins define them.
 #include "family/wrapper_classes.h"
 
 #import <Foundation/Foundation.h>

@@ -16,7 +16,7 @@ Value NewCenter(Host &host, CenterKind kind)
     case CenterKind::Workspace:
         break;
     }
-    // No class of the library makes it; its property Handle takes one from elsewhere, with its retain.
+    // No constructor of the library returns it. The property Handle takes over a centre with its retain.
     NSNotificationCenter *const workspace = [[NSWorkspace sharedWorkspace] notificationCenter];
     Value center = host.NewWithoutConstructor("NSNotificationCenterQZL");
     host.Set(center, "Handle", reinterpret_cast<int64_t>([workspace retain]));

@@ -62,7 +62,7 @@ std::string ClassLine(const ClassRecord &record)
            (record.destructor == nullptr ? "none" : "present") + "\n";
 }
 
-/// The rows in columns that are as wide as their widest cell, the last one as it is.
+/// The rows in columns, each but the last as wide as its widest cell.
 std::string Columns(const std::vector<Row> &rows)
 {
     std::array<size_t, std::tuple_size<Row>::value - 1> widths{};

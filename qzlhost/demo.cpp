@@ -1,5 +1,4 @@
-// Observes one notification name and posts it in each of the four ways, on the main thread and on another
-// one.
+// The demonstration program: one observer, every way to post, from two threads.
 #include "qzlhost/demo.h"
 
 #include <atomic>
@@ -16,7 +15,7 @@ using qzlhost::Value;
 
 namespace {
 
-/// Writes whole lines, each with the thread that it speaks of.
+/// Writes whole lines, each after the name of the thread that writes it.
 class Transcript {
 public:
     explicit Transcript(std::ostream &out) : out_(out), mainThread_(std::this_thread::get_id()) {}
@@ -36,7 +35,7 @@ private:
     std::mutex mutex_;
 };
 
-/// The program's state: what it posted, and what came of it.
+/// The program's state: what it posted, and what it received.
 struct Program {
     Host &host;
     Transcript transcript;
@@ -47,14 +46,14 @@ struct Program {
     int receivedLate = 0;
 };
 
-/// Runs one post and checks that its event came before it returned.
+/// Posts once, and counts an event that had not run when the post returned.
 void Post(Program &program, const std::string &source, const std::string &method,
           const std::vector<Value> &arguments)
 {
     program.transcript.Line(source);
     ++program.posted;
     program.host.Call(program.center, method, arguments);
-    // On another thread the handler has run on the main thread, which does nothing else meanwhile.
+    // If this is another thread, the handler has run on the main thread, which does nothing else meanwhile.
     if (program.received != program.posted)
         ++program.receivedLate;
 }

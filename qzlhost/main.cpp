@@ -47,15 +47,15 @@ bool AccountsAreEven(const qzlhost::Host &host)
     return leaks.empty() && mistakes.empty();
 }
 
-/// Loads the library into a host, runs a program there and returns the exit status. A program that leaves the
-/// accounts uneven has failed.
+/// Loads the library into a host, runs a program there and returns the exit status, which is failure if the
+/// program leaves the accounts uneven.
 int RunProgram(const std::string &library, const std::function<int(qzlhost::Host &)> &program)
 {
     qzlhost::Host host;
     int status = kSuccess;
     {
         const qzlhost::AutoreleasePool pool;
-        // Without it a program never learns of Cocoa exceptions.
+        // Without them Cocoa exceptions would not reach the program.
         Family(host).OfferExceptions();
         host.Load(library);
         status = program(host);
@@ -99,7 +99,7 @@ CLI::App *AddCommand(CLI::App &app, const char *name, const char *description, s
     return command;
 }
 
-/// One of them at most; the default is the centre that stands for none.
+/// At most one of the flags is given; without one, the default counts.
 void AddCenterFlags(CLI::App &command, CenterKind &center, CenterKind defaultCenter)
 {
     constexpr struct {

@@ -45,7 +45,7 @@ bool RunWatch(Host &host, const WatchOptions &options, std::ostream &out, const 
     watcher.super = "NSNotificationObserverQZL";
     watcher.events.push_back({"GotNotification(notification as NSNotificationQZL)",
                               [&](const Value &, const std::vector<Value> &arguments) {
-                                  // More may arrive in the turn of the run loop that brought the last one.
+                                  // More may arrive in the same turn of the run loop as the last one.
                                   if (isComplete())
                                       return Value();
                                   ++received;
@@ -59,7 +59,7 @@ bool RunWatch(Host &host, const WatchOptions &options, std::ostream &out, const 
 
     const Value observer = host.New("Watcher");
     const Value center = NewCenter(host, options.center);
-    // The empty host string, and no other, stands for every name.
+    // Only the host's empty string stands for every name.
     const Value name = options.name ? Value(*options.name) : Value::EmptyString();
     host.Call(center, "addObserver", {observer, name, ValueOf(options.object)});
     ready();

@@ -10,7 +10,7 @@
 #include "qzlhost/centers.h"
 
 struct WatchOptions {
-    /// Without a value every name, or every object.
+    /// Without a value: every name, every object.
     std::optional<std::string> name;
     std::optional<std::string> object;
     CenterKind center;
@@ -21,6 +21,6 @@ struct WatchOptions {
 };
 
 /// Observes, calls `ready`, and writes a line for each notification as it arrives, until `isStopped`, `count`
-/// or `seconds` ends the watch. Returns false if it was `seconds`. Main thread only.
+/// or `seconds` ends the watch. Returns false if `seconds` ended it. Main thread only.
 bool RunWatch(qzlhost::Host &host, const WatchOptions &options, std::ostream &out,
               const std::function<void()> &ready, const std::function<bool()> &isStopped);
