@@ -1,15 +1,15 @@
-// Runs this program again for what has to be measured in a process of its own.
+// Runs this program again for what needs a process of its own.
 #include "bench/child_runs.h"
 
 #include <dlfcn.h>
 #include <stdio.h>
-#include <time.h>
 
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 
 #include "bench/allocation_peak.h"
+#include "bench/timing.h"
 #include "host/host.h"
 
 namespace {
@@ -21,8 +21,8 @@ std::string Quoted(const std::string &word)
     return "'" + word + "'";
 }
 
-/// The number that this program prints when it is run with these arguments and this library in front of all
-/// others. Throws std::runtime_error.
+/// The number that this program prints with these arguments and this library in front of all others. Throws
+/// std::runtime_error.
 double NumberOf(const std::string &arguments, const std::string &preloaded = "")
 {
     const std::string command = (preloaded.empty() ? "" : "LD_PRELOAD=" + Quoted(preloaded) + " ") +
@@ -34,7 +34,7 @@ double NumberOf(const std::string &arguments, const std::string &preloaded = "")
     return number;
 }
 
-/// The function of the library that counts allocations. Throws std::runtime_error where that is not loaded.
+/// A function of the library that counts allocations. Throws std::runtime_error if that is not loaded.
 template <typename Function>
 Function *CounterFunction(const char *name)
 {
@@ -42,13 +42,6 @@ Function *CounterFunction(const char *name)
     if (!found)
         throw std::runtime_error("allocations are not counted in this process");
     return reinterpret_cast<Function *>(found);
-}
-
-double Now()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
 }
 
 } // namespace
@@ -75,7 +68,7 @@ void PrintPeak(Side &side)
 {
     const auto start = CounterFunction<decltype(StartCountingAllocations)>("StartCountingAllocations");
     const auto peak = CounterFunction<decltype(PeakOfAllocations)>("PeakOfAllocations");
-    // The first time functions are found and kept.
+    // The first run finds functions and keeps them.
     for (const bool counted : {false, true}) {
         const qzlhost::AutoreleasePool pool;
         side.Prepare(1);
@@ -93,7 +86,7 @@ void PrintLoadTime(const std::string &library)
     qzlhost::HostOptions options;
     options.accounts = false;
     static auto *const host = new qzlhost::Host(options);
-    const double start = Now();
+    const double start = Now(CLOCK_THREAD_CPUTIME_ID);
     host->Load(library);
-    std::cout << Now() - start << '\n';
+    std::cout << Now(CLOCK_THREAD_CPUTIME_ID) - start << '\n';
 }

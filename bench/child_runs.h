@@ -3,13 +3,13 @@
 
 #include "bench/measure.h"
 
-/// What a run of the work allocates at its peak, of both sides.
+/// What a run of each side allocates at its peak.
 Measurement MeasurePeaks(const Work &work);
 
 /// The processor time of loading the library, and of loading one that registers nothing.
 Measurement MeasureLoads();
 
-// In the process of their own: each prints one number.
+// Each prints one number, in the process of its own.
 
 void PrintPeak(Side &side);
 void PrintLoadTime(const std::string &library);

@@ -1,5 +1,5 @@
 // Conversions written by hand: the calls of Cocoa and of the host that cannot be left out, and no more. Each
-// knows what kind of value it gets; only those of any value find that out.
+// knows the kind of its value; only the conversions of any value find it out.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -24,8 +24,8 @@ NSDictionary *FloorDictionary(REALobject dictionary, id (*convertKey)(REALobject
 /// Of a 64-bit integer, double, boolean, string, object array or Dictionary, with such values inside.
 id FloorAnyToCocoa(REALobject variant);
 
-/// Asks the host what the library asks of an object that is no memory block, folder item or Dictionary, and
-/// answers whether it is none.
+/// Whether the object is none of memory block, folder item and Dictionary. Asks the host what the library
+/// asks of such an object.
 bool FloorIsOtherObject(REALobject object);
 
 REALstring FloorStringToHost(NSString *string);

@@ -1,4 +1,4 @@
-// Finds the host's functions, once.
+// The host's functions as code written by hand calls them: through pointers that are found once.
 #include "bench/host_functions.h"
 
 #include <stdexcept>

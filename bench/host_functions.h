@@ -1,4 +1,4 @@
-// The host's functions as code by hand calls them: through pointers that were found once.
+// The host's functions as code written by hand calls them: through pointers that are found once.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -63,5 +63,5 @@ inline id &FloorHandle(REALobject instance)
 
 extern HostFunctions gHost;
 
-/// Finds them all. Throws std::runtime_error for one that is missing.
+/// Finds all functions of gHost. Throws std::runtime_error if one is missing.
 void FindHostFunctions(void *(*resolver)(const char *name));

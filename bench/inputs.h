@@ -4,7 +4,6 @@
 #import <Foundation/Foundation.h>
 
 #include <string>
-#include <vector>
 
 #include "frame/host_types.h"
 #include "host/host.h"
@@ -33,9 +32,8 @@ inline REALstring StringOf(const qzlhost::Value &value)
     return reinterpret_cast<REALstring>(value.StringPointer());
 }
 
-/// UTF-8 of so many UTF-16 units.
-std::string AsciiText(int64_t units);
-/// The same of letters that take two or three bytes in UTF-8.
-std::string OtherText(int64_t units);
-
-NSString *CocoaString(const std::string &utf8);
+/// Autoreleased.
+inline NSString *CocoaString(const std::string &utf8)
+{
+    return [NSString stringWithUTF8String:utf8.c_str()];
+}

@@ -1,11 +1,10 @@
-"""Counts the instructions of a dozen works, and holds them against the figures of instructions.tsv.
+"""Counts the instructions of fifteen works, and compares them with the figures of instructions.tsv.
 
 instructions.py PROGRAM          fails where a work takes more than 3 percent more than its figure
 instructions.py PROGRAM --write  writes the figures anew
 
-Counts do not depend on how busy the machine is. They do on the compiler, on the libraries and, unless it is told
-otherwise, on which forms of memcpy the processor has: the figures are for Debian 12, without the forms that not every
-processor has.
+Counts do not depend on how busy the machine is. They depend on the compiler and the libraries: the figures are for
+Debian 12. The forms of memcpy that not every processor has are switched off.
 """
 
 import os
@@ -17,8 +16,8 @@ from pathlib import Path
 FIGURES = Path(__file__).with_name("instructions.tsv")
 ALLOWED = 1.03
 
-# How often each work is done; the counts of so many times and of twice as many differ by what the work takes. Long arrays
-# are not among them: how often one that grows is moved depends on what happens to lie behind it.
+# How often each work is done: so many times, and twice as many, whose difference counts. Long arrays are not among them:
+# how often a growing one is moved depends on what happens to lie behind it.
 WORKS = {
     "delivery/1_observer": 100,
     "delivery/100_observers": 5,
@@ -67,7 +66,7 @@ def write_figures(counted):
 
 
 def compare(counted):
-    """Prints the works; the number of those that take too many."""
+    """Prints the works and returns how many take too many instructions."""
     figures = read_figures()
     too_many = 0
     for work, found in counted.items():

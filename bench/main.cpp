@@ -1,12 +1,10 @@
 // qzl_bench: measures the library against code written by hand that does the same work.
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <limits>
 #include <regex>
 #include <stdexcept>
 
@@ -14,6 +12,7 @@
 #include "bench/host_functions.h"
 #include "bench/measure.h"
 #include "bench/report.h"
+#include "bench/timing.h"
 #include "bench/verify.h"
 #include "bench/work.h"
 #include "frame/plugin.h"
@@ -96,7 +95,7 @@ void Register(const Work &work, std::vector<Row> &rows)
     benchmark::RegisterBenchmark(work.name.c_str(), run)->Iterations(1)->UseManualTime();
 }
 
-/// Prints each row as soon as it is there.
+/// Prints each row as soon as it is measured.
 class TableReporter : public benchmark::BenchmarkReporter {
 public:
     explicit TableReporter(const std::vector<Row> &rows) : rows_(rows) {}
@@ -176,14 +175,6 @@ int Run(const Options &options, const std::vector<Work> &works)
     return 0;
 }
 
-/// Memory that was given back stays with the process: what large inputs take would otherwise be the kernel's
-/// new pages, most of all.
-void KeepMemory()
-{
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
-}
-
 int Main(const Options &options)
 {
     KeepMemory();
@@ -193,7 +184,7 @@ int Main(const Options &options)
     }
     qzlhost::HostOptions hostOptions;
     hostOptions.accounts = options.verify;
-    // Both live as long as the process: observers that end visit the centre between processes.
+    // Both live as long as the process: an observer that is freed visits the centre between processes.
     static auto *const host = new qzlhost::Host(hostOptions);
     StartLibrary(*host);
     static const std::vector<Work> works = AllWorks();

@@ -1,11 +1,10 @@
-// Rounds: a batch of ours and a batch of the floor, which goes first in every other one.
+// Measures in rounds: a batch of ours and a batch of the floor's, which goes first in every other round.
 #include "bench/measure.h"
-
-#include <time.h>
 
 #include <algorithm>
 #include <cmath>
 
+#include "bench/timing.h"
 #include "host/host.h"
 
 namespace {
@@ -15,13 +14,6 @@ constexpr int64_t kMostRunsInABatch = 4096;
 constexpr double kTimeForAWork = 400e6;
 constexpr double kFewestRounds = 11;
 constexpr double kMostRounds = 301;
-
-double Now(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
-}
 
 /// The processor time of so many runs.
 double Batch(Side &side, int64_t times)
@@ -35,7 +27,7 @@ double Batch(Side &side, int64_t times)
     return time;
 }
 
-/// How many runs make a batch that is long against the clock's own time.
+/// How many runs make a batch that is long enough to be timed.
 int64_t RunsInABatch(Side &side)
 {
     int64_t times = 1;
@@ -98,7 +90,7 @@ private:
                          static_cast<double>(floorTimes_ * sides_.floorElements));
     }
 
-    /// What a large input gave back the allocator puts in order later: not in what is timed next.
+    /// Lets the allocator put in order what a large input gave back, before anything is timed.
     void Settle()
     {
         if (isGrowth_)

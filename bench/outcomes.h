@@ -1,4 +1,4 @@
-// What works give: how it is given back, and how it reads.
+// The outcomes of works: how they are given back, and how they read.
 #pragma once
 
 #include <objc/objc.h>
@@ -15,14 +15,14 @@ struct NotificationParts {
     REALobject userInfo = nullptr;
 };
 
-// Gives back the reference that came with it. Cocoa objects are autoreleased.
+// Each gives back the outcome's reference. Cocoa objects are autoreleased.
 inline void GiveBack(id) {}
 inline void GiveBack(int64_t) {}
 void GiveBack(REALobject object);
 void GiveBack(REALstring string);
 void GiveBack(const NotificationParts &parts);
 
-// The same for equal outcomes only; of many bytes the number and a checksum.
+// Equal for equal outcomes only; many bytes read as their number and a checksum.
 std::string TextOf(id object);
 std::string TextOf(int64_t number);
 std::string TextOf(REALobject object);

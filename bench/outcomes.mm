@@ -1,4 +1,4 @@
-// Gives back and describes what works give.
+// The outcomes of works: how they are given back, and how they read.
 #include "bench/outcomes.h"
 
 #import <Foundation/Foundation.h>

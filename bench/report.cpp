@@ -1,4 +1,4 @@
-// Writes tables and JSON.
+// What was measured, as a table and as JSON.
 #include "bench/report.h"
 
 #include <algorithm>

@@ -18,8 +18,8 @@ struct Row {
 void PrintTableHead(std::ostream &stream);
 void PrintTableRow(std::ostream &stream, const Row &row);
 
-/// The rows that miss their targets, or a line that says that there are none.
+/// Prints how many targets are missed, and the rows that miss them.
 void PrintMisses(std::ostream &stream, const std::vector<Row> &rows);
 
-/// Throws std::runtime_error.
+/// Throws std::runtime_error if the file cannot be written.
 void WriteJson(const std::string &path, const std::vector<Row> &rows);

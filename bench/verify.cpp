@@ -15,8 +15,8 @@ struct Observed {
     std::vector<std::string> calls;
 };
 
-/// A call without what differs between equal calls: serial numbers and addresses; and the name of the floor's
-/// own classes.
+/// A call as text, without what differs between equal calls: serial numbers, addresses and the names of the
+/// floor's classes.
 std::string Neutral(const qzlhost::TraceEntry &call)
 {
     static const std::regex numbers("#[0-9]+|0x[0-9a-f]+");
@@ -27,7 +27,7 @@ std::string Neutral(const qzlhost::TraceEntry &call)
 
 Observed Observe(Side &side)
 {
-    // The first time the library finds functions, which it keeps.
+    // The first run finds functions and keeps them.
     side.Outcome();
     Host &host = Host::Current();
     Observed observed;

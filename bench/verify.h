@@ -5,5 +5,6 @@
 
 #include "bench/work.h"
 
-/// What the sides of a work differ in, in lines; empty where they do not. The host keeps accounts.
+/// The differences between the sides of a work, one a line; empty if there are none. The host must keep
+/// accounts.
 std::string DifferencesOf(const Sides &sides);

@@ -15,13 +15,13 @@
 class Side {
 public:
     virtual ~Side() = default;
-    /// Makes room for what so many runs give.
+    /// Makes room for the outcomes of so many runs.
     virtual void Prepare(int64_t times) = 0;
-    /// Does the work so many times, and keeps what comes out. Only this is timed.
+    /// Does the work so many times and keeps the outcomes. Only this is timed.
     virtual void Run(int64_t times) = 0;
-    /// Gives back what came out.
+    /// Gives the outcomes back.
     virtual void GiveBack() = 0;
-    /// Does the work once. Answers what came out, as text.
+    /// Does the work once and returns its outcome as text.
     virtual std::string Outcome() = 0;
 };
 
@@ -64,7 +64,7 @@ private:
 struct Sides {
     std::unique_ptr<Side> ours;
     std::unique_ptr<Side> floor;
-    /// What one run of each side is divided by.
+    /// By what one run of each side is divided.
     int64_t oursElements = 1;
     int64_t floorElements = 1;
 };
@@ -89,7 +89,7 @@ struct Work {
     std::string name;
     /// Makes the inputs. Called when the host has the library's classes.
     std::function<Sides()> make;
-    /// The largest ratio that is good; 0 where there is none.
+    /// The largest acceptable ratio; 0 without a target.
     double target = 0;
     Quantity quantity = Quantity::Nanoseconds;
     /// What stands in the floor's place.

@@ -1,4 +1,4 @@
-// Notifications between processes by GNUstep alone: what the library's cost without the library.
+// Notifications between processes by GNUstep alone, without the library.
 #import <Foundation/Foundation.h>
 
 #include "bench/peers/processes.h"

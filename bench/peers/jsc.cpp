@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "bench/peers/medians.h"
+#include "bench/texts.h"
 
 namespace {
 
@@ -118,30 +119,13 @@ void MeasureBothWays(const std::string &name, const Native &native, From from, T
     JSValueUnprotect(gContext, value);
 }
 
-std::string AsciiText(size_t units)
-{
-    std::string text;
-    for (size_t i = 0; i < units; ++i)
-        text += static_cast<char>('a' + i % 26);
-    return text;
-}
-
-std::string OtherText(size_t units)
-{
-    constexpr const char *kLetters[] = {"\u00e4", "\u03bb", "\u0436", "\u65e5"};
-    std::string text;
-    for (size_t i = 0; i < units; ++i)
-        text += kLetters[i % 4];
-    return text;
-}
-
 } // namespace
 
 int main()
 {
     KeepMemory();
     gContext = JSGlobalContextCreate(nullptr);
-    for (const size_t units : {size_t{20}, size_t{100}, size_t{10000}}) {
+    for (const int64_t units : {20, 100, 10'000}) {
         MeasureBothWays("ascii/" + std::to_string(units), AsciiText(units), FromString, ToString);
         MeasureBothWays("other/" + std::to_string(units), OtherText(units), FromString, ToString);
     }

@@ -1,21 +1,11 @@
 // Times works in batches, as the library's own measurements are timed, and prints the median of each.
 #pragma once
 
-#include <malloc.h>
-#include <time.h>
-
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
-#include <limits>
 #include <vector>
 
-inline double Now(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
-}
+#include "bench/timing.h"
 
 inline double MedianOf(std::vector<double> values)
 {
@@ -24,18 +14,11 @@ inline double MedianOf(std::vector<double> values)
     return *middle;
 }
 
-/// One line of JSON.
+/// Prints a figure as one line of JSON.
 inline void Print(const char *work, double nanoseconds)
 {
     std::printf("{\"work\": \"%s\", \"nanoseconds\": %.6g}\n", work, nanoseconds);
     std::fflush(stdout);
-}
-
-/// Memory that was given back stays with the process, so that no batch waits for the kernel's new pages.
-inline void KeepMemory()
-{
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
 /// Prints the processor time of one `run()` on this thread, in batches of 0.2 milliseconds or more. What runs
@@ -71,7 +54,7 @@ void Measure(const char *work, Run run, GiveBack giveBack, Settle settle)
     Print(work, MedianOf(std::move(each)));
 }
 
-/// Of runs that give nothing to be given back.
+/// The same for runs that return nothing.
 template <typename Run>
 void Measure(const char *work, Run run)
 {

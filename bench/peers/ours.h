@@ -36,7 +36,7 @@ void DefineObserver(const char *name, Handle handle)
     LoadedHost().DefineClass(std::move(definition));
 }
 
-/// The library's class.
+/// The library's record of the class. Throws std::runtime_error if there is none.
 inline const qzlhost::ClassRecord &RecordOf(const std::string &name)
 {
     for (const qzlhost::ClassRecord &record : LoadedHost().RegisteredClasses())
@@ -45,7 +45,7 @@ inline const qzlhost::ClassRecord &RecordOf(const std::string &name)
     throw std::runtime_error("the library has no class " + name);
 }
 
-/// The function behind a method.
+/// The function behind a method. Throws std::runtime_error if there is no such method.
 inline void *MethodOf(const qzlhost::ClassRecord &record, const std::string &text)
 {
     for (const qzlhost::MethodRecord &method : record.methods)
@@ -54,7 +54,7 @@ inline void *MethodOf(const qzlhost::ClassRecord &record, const std::string &tex
     throw std::runtime_error("the class has no method " + text);
 }
 
-/// A notification's property as compiled code of the host gets it: without looking it up.
+/// A notification's property as compiled code of the host reads it: without looking it up.
 template <typename Result>
 class Property {
 public:

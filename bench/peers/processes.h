@@ -6,9 +6,11 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "bench/peers/medians.h"
 
@@ -41,7 +43,7 @@ inline bool operator==(const Info &left, const Info &right)
 template <typename Bus>
 class Processes {
 public:
-    /// Measures; answers the exit status. Call it before the bus's library does anything.
+    /// Measures and returns the exit status. Call it before the bus's library does anything.
     static int Run(const std::string &bus)
     {
         int pipe[2];

@@ -36,7 +36,7 @@ public:
                                  info.language.c_str(), "serial", "x", info.serial, "level", "d", info.level,
                                  "charging", "b", static_cast<int>(info.charging)),
               "emit");
-        // What the socket does not take at once waits in a queue, which is emptied before it is full.
+        // What the socket does not take at once waits in a queue, which must not fill up.
         Check(sd_bus_flush(bus_), "flush");
     }
 

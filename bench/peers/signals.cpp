@@ -1,6 +1,6 @@
 // Posts to 1, 10 and 100 observers in one process, with libsigc++ and with Poco's NotificationCenter.
+#include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 #include "bench/peers/medians.h"

@@ -8,7 +8,7 @@
 #include "bridge/to_host/object_to_variant.h"
 #include "family/wrapper_classes.h"
 
-/// What objects answer that the compiler does not know.
+/// A method of Core Foundation's objects that the compiler does not know.
 @interface NSObject (QZLBenchTypes)
 - (CFTypeID)_cfTypeID;
 @end
@@ -141,8 +141,7 @@ Class ClassNamed(const char *name)
     return made;
 }
 
-/// An object of the class in the state in which it is allocated, which lives as long as the process: few
-/// classes survive more without initialisation.
+/// An object of the class that is never initialised, and never freed: few classes could free it.
 id ObjectOfClass(const char *name)
 {
     DefineWrapperClass(qzlhost::Host::Current(), std::string(name) + "QZL");
@@ -202,7 +201,7 @@ Sides AgainstFirstRow(id object)
                      [first] { return NewVariantFromNSObject(first); });
 }
 
-/// What the calls alone that an unknown object needs cost against those for the first row.
+/// The calls that an unknown object needs, against those for the first row.
 Sides FloorsOfUnknownAndFirstRow()
 {
     const id object = UnknownObject();
@@ -216,7 +215,7 @@ Sides FloorsOfUnknownAndFirstRow()
 
 void AddClassRowWorks(std::vector<Work> &works)
 {
-    // The library looks some of the classes up only once.
+    // The library looks some of the classes up only once, so they must exist before.
     for (const auto &row : kRows)
         ClassNamed(row.className);
     for (const auto &row : kRows)

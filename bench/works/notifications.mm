@@ -15,7 +15,7 @@ constexpr size_t kUserInfo = 1;
 constexpr size_t kName = 2;
 constexpr size_t kObjectVariant = 5;
 
-/// What the library's getter of a property answers.
+/// The result of the library's getter of a property.
 template <typename Result>
 Result Get(size_t property, REALobject notification)
 {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kTarget = 1.15;
 constexpr int kInteger = 123'456'789;
-// Too large for the type before, as which Cocoa would store them.
+// Too large for a smaller type, as which Cocoa would store them.
 constexpr int64_t kLong = 123'456'789'012;
 constexpr uint64_t kUnsigned = 0x8000'0000'0000'0005;
 constexpr double kNumber = 2.5;

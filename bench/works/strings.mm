@@ -1,12 +1,11 @@
-// Strings, each way, and as variants.
+// Strings, each way.
 #include "frame/host_strings.h"
 
 #include "bench/floors.h"
 #include "bench/inputs.h"
+#include "bench/texts.h"
 #include "bench/work.h"
 #include "bridge/to_cocoa/string_to_cocoa.h"
-#include "bridge/to_cocoa/variant_to_object.h"
-#include "bridge/to_host/object_to_variant.h"
 
 using qzlhost::Value;
 

@@ -67,7 +67,7 @@ Sides ToCocoa(const char *className)
 void AddWrapperWorks(std::vector<Work> &works)
 {
     qzlhost::Host &host = qzlhost::Host::Current();
-    // At the library's first look at an object all of them are there.
+    // All of them must exist when the library first looks at an object.
     for (const char *name : kRememberedNames)
         DefineWrapperClass(host, name);
     for (const char *name : kWrapperClassesBeforeValues)
