@@ -48,7 +48,7 @@ public:
     std::string Outcome() override
     {
         const Result result = do_();
-        const std::string text = TextOf(result);
+        std::string text = TextOf(result);
         ::GiveBack(result);
         return text;
     }

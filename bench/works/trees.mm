@@ -14,7 +14,7 @@ namespace {
 Value HostTree(int depth)
 {
     Host &host = Host::Current();
-    const Value tree = host.NewDictionary();
+    Value tree = host.NewDictionary();
     host.DictionarySet(tree, "name", "node " + std::to_string(depth));
     host.DictionarySet(tree, "serial", int64_t{123'456'789'012} + depth);
     host.DictionarySet(tree, "level", 0.5 + depth);
@@ -29,7 +29,7 @@ Value HostTree(int depth)
 
 Sides ToCocoa(int depth)
 {
-    const Value tree = HostTree(depth);
+    Value tree = HostTree(depth);
     return MakeSides([tree] { return GetVariantAsNSObject(ObjectOf(tree)); },
                      [tree] { return FloorAnyToCocoa(ObjectOf(tree)); });
 }

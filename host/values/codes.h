@@ -5,8 +5,6 @@
 
 namespace qzlhost {
 
-// NOLINTBEGIN(readability-identifier-naming): they read as enumerators do, code::Int64.
-
 /// The host's type codes, which VarType returns. An array's is Array plus its element's.
 namespace code {
 // Not Nil: that is a macro in Objective-C.
@@ -19,7 +17,5 @@ namespace encoding {
 inline constexpr uint32_t MacRoman = 0, UTF16 = 0x0100, Latin1 = 0x0201, WindowsLatin1 = 0x0500,
                           ASCII = 0x0600, UTF8 = 0x08000100, UTF32 = 0x0C000100, Unknown = 0xFFFF;
 }
-
-// NOLINTEND(readability-identifier-naming)
 
 } // namespace qzlhost

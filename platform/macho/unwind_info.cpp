@@ -43,9 +43,9 @@ struct CompressedPage {
 };
 
 namespace encoding {
-constexpr uint32_t kHasTable = 0x40000000, kPersonalityMask = 0x30000000, kModeMask = 0x0F000000;
-constexpr uint32_t kFrameMode = 0x01000000, kStackMode = 0x02000000, kLargeStackMode = 0x03000000,
-                   kDwarfMode = 0x04000000;
+constexpr uint32_t HasTable = 0x40000000, PersonalityMask = 0x30000000, ModeMask = 0x0F000000;
+constexpr uint32_t FrameMode = 0x01000000, StackMode = 0x02000000, LargeStackMode = 0x03000000,
+                   DwarfMode = 0x04000000;
 } // namespace encoding
 
 uint32_t Field(uint32_t word, unsigned first, unsigned count)
@@ -240,22 +240,22 @@ uint64_t LargeStackSize(const Image &image, const Row &row)
 
 UnwindEntry EntryOf(const Image &image, const Table &table, const Row &row)
 {
-    if ((row.encoding & encoding::kModeMask) == encoding::kDwarfMode)
+    if ((row.encoding & encoding::ModeMask) == encoding::DwarfMode)
         return ReadDwarfEntry(image, Field(row.encoding, 0, 24));
     UnwindEntry entry;
     entry.begin = row.begin;
     entry.end = row.end;
-    entry.personalitySlot = table.PersonalitySlot((row.encoding & encoding::kPersonalityMask) >> 28);
-    if ((row.encoding & encoding::kHasTable) != 0)
+    entry.personalitySlot = table.PersonalitySlot((row.encoding & encoding::PersonalityMask) >> 28);
+    if ((row.encoding & encoding::HasTable) != 0)
         entry.handlerTable = table.HandlerTable(row.begin);
-    switch (row.encoding & encoding::kModeMask) {
-    case encoding::kFrameMode:
+    switch (row.encoding & encoding::ModeMask) {
+    case encoding::FrameMode:
         entry.instructions = RulesOfFrame(row.encoding);
         break;
-    case encoding::kStackMode:
+    case encoding::StackMode:
         entry.instructions = RulesOfStack(row.encoding, uint64_t{Field(row.encoding, 16, 8)} * 8);
         break;
-    case encoding::kLargeStackMode:
+    case encoding::LargeStackMode:
         entry.instructions = RulesOfStack(row.encoding, LargeStackSize(image, row));
         break;
     default:
@@ -274,7 +274,7 @@ std::vector<UnwindEntry> ReadUnwindInfo(const Image &image)
         return entries;
     const Table table(image, section->content);
     for (const Row &row : table.Rows()) {
-        if ((row.encoding & encoding::kModeMask) == 0)
+        if ((row.encoding & encoding::ModeMask) == 0)
             continue;
         UnwindEntry entry = EntryOf(image, table, row);
         image.SegmentAt(entry.begin, entry.end - entry.begin, kWhat);

@@ -9,7 +9,6 @@
 #include "tests/support/texts.h"
 
 using qzlhost::Host;
-using qzlhost::Value;
 using namespace std::string_literals;
 
 /// The library's calls of CFStringGetCString.

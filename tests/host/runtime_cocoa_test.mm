@@ -19,7 +19,7 @@ NSString *StringFor(String *string)
 
 class Cocoa : public RuntimeTest {
 protected:
-    AutoreleasePool pool_;
+    AutoreleasePool pool;
 };
 
 TEST_F(Cocoa, AStringBecomesACFStringWithOneRetain)

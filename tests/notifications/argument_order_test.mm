@@ -7,7 +7,6 @@
 #include "tests/support/recording_center.h"
 
 using qzlhost::Host;
-using qzlhost::Instance;
 using qzlhost::String;
 using qzlhost::Value;
 using ::testing::ElementsAre;

@@ -14,16 +14,16 @@ protected:
         Json command = ObserveName(name);
         command["object"] = nullptr;
         command["behavior"] = behavior;
-        observer_.Do(command);
+        observer.Do(command);
     }
 
-    void Suspend(bool suspended) { observer_.Do({{"do", "suspend"}, {"value", suspended}}); }
+    void Suspend(bool suspended) { observer.Do({{"do", "suspend"}, {"value", suspended}}); }
 
     /// Posts with these objects, one after the other.
     void Post(const Objects &objects, const std::string &name = "Post")
     {
         for (const std::string &object : objects)
-            poster_.Do(PostName(name, object));
+            poster.Do(PostName(name, object));
     }
 
     /// The same with an empty user info and the arguments in `extra`.
@@ -33,22 +33,22 @@ protected:
             Json command = PostName("Post", object);
             command["info"] = typed::Dictionary({});
             command.update(extra);
-            poster_.Do(command);
+            poster.Do(command);
         }
     }
 
     /// The objects that the observer has heard since the last call.
     Objects Heard()
     {
-        Settle(poster_, observer_);
+        Settle(poster, observer);
         Objects objects;
-        for (const Json &event : observer_.RemainingEvents())
+        for (const Json &event : observer.RemainingEvents())
             objects.push_back(event.at("object").at("string"));
         return objects;
     }
 
-    Peer &observer_ = StartPeer("observer");
-    Peer &poster_ = StartPeer("poster");
+    Peer &observer = StartPeer("observer");
+    Peer &poster = StartPeer("poster");
 };
 
 struct BehaviorRow {
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(AllWays, SuspendedPost,
 
 TEST_F(ProcessSuspension, InheritedAddObserverCoalesces)
 {
-    observer_.Do(ObserveName("Post"));
+    observer.Do(ObserveName("Post"));
     Suspend(true);
     Post({"1", "2", "3"});
     EXPECT_EQ(Heard(), Objects{});
@@ -181,7 +181,7 @@ TEST_F(ProcessSuspension, HeldPostsAreGoneWithTheirObserver)
     Suspend(true);
     Post({"1"});
     EXPECT_EQ(Heard(), Objects{});
-    observer_.Do({{"do", "remove"}, {"observer", "observer"}});
+    observer.Do({{"do", "remove"}, {"observer", "observer"}});
     Suspend(false);
     EXPECT_EQ(Heard(), Objects{});
 }
@@ -203,24 +203,24 @@ TEST_F(ProcessSuspension, MayBeRepeated)
 TEST_F(ProcessSuspension, AffectsItsOwnProcessAlone)
 {
     Observe(kHold);
-    poster_.Do(ObserveName("Post"));
+    poster.Do(ObserveName("Post"));
     Suspend(true);
-    EXPECT_EQ(observer_.Do({{"do", "suspended"}}), true);
-    EXPECT_EQ(poster_.Do({{"do", "suspended"}}), false);
+    EXPECT_EQ(observer.Do({{"do", "suspended"}}), true);
+    EXPECT_EQ(poster.Do({{"do", "suspended"}}), false);
 
     Post({"1"});
     EXPECT_EQ(Heard(), Objects{});
-    EXPECT_EQ(Each("object", poster_.Events(1)), std::vector<Json>{typed::String("1")});
+    EXPECT_EQ(Each("object", poster.Events(1)), std::vector<Json>{typed::String("1")});
 
     Suspend(false);
-    EXPECT_EQ(observer_.Do({{"do", "suspended"}}), false);
+    EXPECT_EQ(observer.Do({{"do", "suspended"}}), false);
     EXPECT_EQ(Heard(), (Objects{"1"}));
 }
 
 TEST_F(ProcessSuspension, SuspendedProcessMayPost)
 {
-    poster_.Do(ObserveName("Reply"));
+    poster.Do(ObserveName("Reply"));
     Suspend(true);
-    observer_.Do(PostName("Reply"));
-    EXPECT_EQ(poster_.Events(1).at(0).at("name"), "Reply");
+    observer.Do(PostName("Reply"));
+    EXPECT_EQ(poster.Events(1).at(0).at("name"), "Reply");
 }

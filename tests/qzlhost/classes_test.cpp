@@ -12,7 +12,6 @@
 namespace qzlhost {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 void *const kFunction = reinterpret_cast<void *>(uintptr_t{16});

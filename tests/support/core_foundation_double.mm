@@ -99,7 +99,7 @@ OSStatus __wrap_FSRefMakePath(const FSRef *item, UInt8 *buffer, UInt32 size)
         const OSStatus error = __real_FSRefMakePath(item, buffer, size);
         return Refuses(Refusal::Path) ? OSStatus{ioErr} : error;
     }
-    std::memcpy(buffer, manager.path.data(), manager.path.size());
+    std::copy(manager.path.begin(), manager.path.end(), buffer);
     return noErr;
 }
 

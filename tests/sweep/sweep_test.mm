@@ -39,19 +39,19 @@ bool IsTheHostsOwn(const std::string &function)
 
 class Sweep : public testing::TestWithParam<std::pair<const char *, Fault>> {
 protected:
-    Sweep() : family_(host_), program_(host_, family_) { host_.Load(LibraryPath()); }
+    Sweep() : family(host), program(host, family) { host.Load(LibraryPath()); }
 
     /// What is wrong in one case.
     std::vector<std::string> Try(const FaultyCall &call, const Sight &sound)
     {
         std::string end;
-        const std::optional<Sight> seen = SightOf(host_, program_, call, end);
+        const std::optional<Sight> seen = SightOf(host, program, call, end);
         return seen ? Complaints(call, *seen, sound) : std::vector<std::string>{"the process ended: " + end};
     }
 
-    Host host_;
-    Family family_;
-    SweptProgram program_;
+    Host host;
+    Family family;
+    SweptProgram program;
 };
 
 } // namespace
@@ -59,7 +59,7 @@ protected:
 TEST_P(Sweep, FaultInAnyCallEndsWhereItShouldAndTheProgramRunsOn)
 {
     std::string end;
-    const std::optional<Sight> sound = SightOf(host_, program_, {}, end);
+    const std::optional<Sight> sound = SightOf(host, program, {}, end);
     ASSERT_TRUE(sound) << end;
     ASSERT_TRUE(sound->leaks.empty() && sound->mistakes.empty());
     for (const Outcome &outcome : sound->first)

@@ -4,7 +4,6 @@
 #include "tests/support/wall_clock.h"
 
 using qzlhost::Host;
-using qzlhost::Value;
 
 namespace {
 

@@ -7,7 +7,6 @@
 #include "tests/support/private_folder.h"
 
 using qzlhost::Host;
-using qzlhost::Value;
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include "tests/support/linked_test.h"
 
 using qzlhost::Host;
-using qzlhost::Value;
 
 namespace {
 

@@ -152,20 +152,20 @@ protected:
         host.DefineClass({"ProgramObject", ""});
         for (const char *name : kWrapperNames) {
             DefineWrapperClass(host, name);
-            wrapped_[name] = [[[NSObject alloc] init] autorelease];
-            wrappers_.push_back(WrapperOf(host, name, wrapped_[name]));
+            wrapped[name] = [[[NSObject alloc] init] autorelease];
+            wrappers.push_back(WrapperOf(host, name, wrapped[name]));
         }
         return host;
     }
 
     void TearDown() override
     {
-        wrappers_.clear();
+        wrappers.clear();
         MemberConversion::TearDown();
     }
 
-    Wrapped wrapped_;
-    std::vector<Value> wrappers_;
+    Wrapped wrapped;
+    std::vector<Value> wrappers;
 };
 
 std::vector<int64_t> ReferencesOf(const Host &host, const std::vector<Value> &values)
@@ -192,20 +192,20 @@ TEST_F(Trees, EveryTreeBecomesItsModelAndGivesEveryReferenceBack)
     int deepest = 0;
     for (uint64_t seed = 1; seed <= kTrees && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomValues random(host, seed, wrappers_);
+        RandomValues random(host, seed, wrappers);
         const Value tree = random.Dictionary(kDepth);
         const Json model = InCocoa(ModelOf(host, tree));
         deepest = std::max(deepest, DepthOf(model));
         const std::vector<int64_t> references = ReferencesOf(host, random.Made());
-        const std::vector<NSUInteger> retains = RetainCountsOf(wrapped_);
+        const std::vector<NSUInteger> retains = RetainCountsOf(wrapped);
         {
             const qzlhost::AutoreleasePool pool;
-            Comparison comparison(wrapped_);
+            Comparison comparison(wrapped);
             comparison.Compare(model, Convert(tree), "");
             EXPECT_THAT(comparison.Differences(), ::testing::IsEmpty());
         }
         EXPECT_EQ(ReferencesOf(host, random.Made()), references);
-        EXPECT_EQ(RetainCountsOf(wrapped_), retains);
+        EXPECT_EQ(RetainCountsOf(wrapped), retains);
         host.ClearTrace();
     }
     EXPECT_EQ(deepest, kDepth);

@@ -171,7 +171,7 @@ const Row kRows[] = {
     {"QCCompositionRepository", Kind::LookedUpOnce},
 };
 
-constexpr auto RowName = [](const auto &info) { return std::string(info.param.className); };
+constexpr auto kRowName = [](const auto &info) { return std::string(info.param.className); };
 
 std::string HostClassOf(const char *className)
 {
@@ -309,7 +309,7 @@ TEST_P(EachClassRow, TakesAnObjectThatIsOfNoOtherRow)
     ExpectWrapper([QZLTestPretender class], GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, EachClassRow, testing::ValuesIn(kRows), RowName);
+INSTANTIATE_TEST_SUITE_P(Cocoa, EachClassRow, testing::ValuesIn(kRows), kRowName);
 
 TEST_F(ClassRows, AreTriedInOrder)
 {
@@ -452,7 +452,7 @@ TEST_P(ShadowedRow, IsLeftToTheEarlierRow)
     EXPECT_EQ(registry.At(object.Get()) != nullptr, GetParam().registered);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, ShadowedRow, testing::ValuesIn(kShadowedClasses), RowName);
+INSTANTIATE_TEST_SUITE_P(Cocoa, ShadowedRow, testing::ValuesIn(kShadowedClasses), kRowName);
 
 TEST_P(RowLookedUpOnce, DoesNotFindAClassThatAppearsAfterwards)
 {
@@ -482,7 +482,7 @@ TEST_P(RowLookedUpOnce, FindsAClassThatAppearsAfterObjectsOfEarlierRows)
     EXPECT_EQ(registry.At(object), ObjectOf(variant));
 }
 
-INSTANTIATE_TEST_SUITE_P(Cocoa, RowLookedUpOnce, testing::ValuesIn(RowsOfKind(Kind::LookedUpOnce)), RowName);
+INSTANTIATE_TEST_SUITE_P(Cocoa, RowLookedUpOnce, testing::ValuesIn(RowsOfKind(Kind::LookedUpOnce)), kRowName);
 
 namespace {
 

@@ -4,10 +4,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -35,7 +37,7 @@ NativeValue Pack(T value)
     else if constexpr (std::is_pointer_v<T>)
         packed.pointer = value;
     else
-        packed.integer = static_cast<int64_t>(value);
+        packed.integer = static_cast<int64_t>(value); // NOLINT(bugprone-signed-char-misuse): its sign counts
     return packed;
 }
 
@@ -56,7 +58,8 @@ T Unpack(const NativeValue &value)
 template <typename T>
 bool SameBits(T a, T b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    using Bytes = std::array<std::byte, sizeof(T)>;
+    return std::bit_cast<Bytes>(a) == std::bit_cast<Bytes>(b);
 }
 
 // Every type, as a parameter and as a result

@@ -16,7 +16,6 @@ namespace qzlhost {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr size_t kClassSlots = 30;

@@ -8,7 +8,6 @@
 
 #include "tests/platform/macho/load_error.h"
 
-using macho::Bind;
 using macho::Image;
 using testing::HasSubstr;
 

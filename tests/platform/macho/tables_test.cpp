@@ -22,20 +22,20 @@ protected:
     {
         for (size_t i = 0; i < 16; ++i)
             content_[i] = 0x1010 + 0x10 * i;
-        image_.begin = 0x1000;
-        image_.end = 0x3000;
-        image_.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(), true, false, true},
-                           {"__DATA", kData, 0x1000, Bytes(content_, sizeof content_), true, true, false}};
-        image_.dylibs = {"/one", "/two"};
+        image.begin = 0x1000;
+        image.end = 0x3000;
+        image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(), true, false, true},
+                          {"__DATA", kData, 0x1000, Bytes(content_, sizeof content_), true, true, false}};
+        image.dylibs = {"/one", "/two"};
     }
 
     /// The offsets of the rebased pointers in the segment of data.
     std::vector<uint64_t> Rebases(const std::vector<uint8_t> &table)
     {
-        image_.rebases.clear();
-        macho::ReadRebases(Bytes(table.data(), table.size()), image_);
+        image.rebases.clear();
+        macho::ReadRebases(Bytes(table.data(), table.size()), image);
         std::vector<uint64_t> offsets;
-        for (const macho::Rebase &rebase : image_.rebases) {
+        for (const macho::Rebase &rebase : image.rebases) {
             EXPECT_EQ(rebase.target, content_[(rebase.address - kData) / 8]);
             offsets.push_back(rebase.address - kData);
         }
@@ -45,10 +45,10 @@ protected:
     /// The binds last as long as no others are read.
     const std::vector<Bind> &Binds(const std::vector<uint8_t> &table, BindTable kind = BindTable::Ordinary)
     {
-        image_.binds.clear();
+        image.binds.clear();
         table_ = table;
-        macho::ReadBinds(Bytes(table_.data(), table_.size()), kind, image_);
-        return image_.binds;
+        macho::ReadBinds(Bytes(table_.data(), table_.size()), kind, image);
+        return image.binds;
     }
 
     std::string RebaseError(const std::vector<uint8_t> &table)
@@ -60,7 +60,7 @@ protected:
         return ErrorFrom([&] { Binds(table); });
     }
 
-    Image image_;
+    Image image;
 
 private:
     uint64_t content_[16];
