@@ -84,7 +84,7 @@ class DylibLoaded(gdb.Breakpoint):
     """Stops for a moment where the loader has mapped a dylib, and adds its symbols."""
 
     def __init__(self):
-        super().__init__("MachoDylibLoaded", internal=True)
+        super().__init__("machoDylibLoaded", internal=True)
 
     def stop(self):
         frame = gdb.selected_frame()

@@ -20,7 +20,7 @@ extern "C" __attribute__((weak)) void RegisterRootRegion(const void *begin,
 
 /// Called after a dylib was loaded and before its code runs: a debugger stops here and adds the slide to the
 /// linker's addresses.
-extern "C" __attribute__((noinline)) void MachoDylibLoaded(const char *path, uint64_t slide)
+extern "C" __attribute__((noinline)) void machoDylibLoaded(const char *path, uint64_t slide)
 {
     // Keeps the arguments at hand.
     asm volatile("" : : "r"(path), "r"(slide) : "memory");
@@ -103,7 +103,7 @@ void Load(const std::string &path, LoadedDylib &dylib)
     RegisterFrames(frames, *dylib.memory);
     ShowVariablesToLeakChecker(dylib.image, *dylib.memory);
     const uint64_t begin = dylib.image.begin;
-    MachoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory->At(begin)) - begin);
+    machoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory->At(begin)) - begin);
     SendObjcLoad(dylib.image, *dylib.memory);
     RunInitializers(dylib.image, *dylib.memory);
 }
