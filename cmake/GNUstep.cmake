@@ -1,11 +1,13 @@
 # The target gnustep: GNUstep Base and GUI with the GCC Objective-C runtime.
 
-# The compiler is clang throughout: g++ miscompiles @catch in Objective-C++.
 execute_process(COMMAND gcc -print-file-name=include
   OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
+# Debian 13 has the headers in the folder of its architecture.
+find_path(gnustep_include Foundation/Foundation.h PATH_SUFFIXES GNUstep REQUIRED)
+
 add_library(gnustep INTERFACE)
-target_include_directories(gnustep SYSTEM INTERFACE /usr/include/GNUstep)
+target_include_directories(gnustep SYSTEM INTERFACE ${gnustep_include})
 target_compile_definitions(gnustep INTERFACE
   GNUSTEP GNUSTEP_BASE_LIBRARY=1 GNU_GUI_LIBRARY=1 GNU_RUNTIME=1 _NATIVE_OBJC_EXCEPTIONS)
 target_compile_options(gnustep INTERFACE

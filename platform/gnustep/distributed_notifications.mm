@@ -2,7 +2,6 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include <algorithm>
 #include <deque>
 #include <mutex>
 
@@ -56,14 +55,14 @@ void Remove(id center, SEL selector, id observer, NSString *name, NSString *obje
 {
     gRemove(center, selector, observer, name, object);
     const std::lock_guard lock(gMutex);
-    const auto removed =
-        std::stable_partition(gArrivals.begin(), gArrivals.end(), [&](const Arrival &arrival) {
-            return arrival.center != center || arrival.observer != observer ||
-                   !Matches(name, [arrival.notification name]) ||
-                   !Matches(object, [arrival.notification object]);
-        });
-    std::for_each(removed, gArrivals.end(), [](const Arrival &arrival) { [arrival.notification release]; });
-    gArrivals.erase(removed, gArrivals.end());
+    std::erase_if(gArrivals, [&](const Arrival &arrival) {
+        const bool isRemoved = arrival.center == center && arrival.observer == observer &&
+                               Matches(name, [arrival.notification name]) &&
+                               Matches(object, [arrival.notification object]);
+        if (isRemoved)
+            [arrival.notification release];
+        return isRemoved;
+    });
 }
 
 } // namespace

@@ -74,7 +74,8 @@ RaisingObject::~RaisingObject()
 }
 
 RaisingMethod::RaisingMethod(Class cocoaClass, SEL selector)
-    : replaced_(class_getClassMethod(cocoaClass, selector), &RaiseForOneClass)
+    : // The message initialises the class, which may call the method.
+      replaced_(class_getClassMethod([cocoaClass class], selector), &RaiseForOneClass)
 {
     gRaisingClass = cocoaClass;
     gOriginal = replaced_.Original();

@@ -16,7 +16,7 @@ FIELD = re.compile(r'\s*((?:current|compatibility) version|time stamp|\w+)\s+(.*
 
 def run(tool, *arguments):
     """The standard output of llvm-`tool`; raises where the tool is missing or fails."""
-    program = shutil.which(f'llvm-{tool}-14') or shutil.which(f'llvm-{tool}')
+    program = shutil.which(f'llvm-{tool}')
     if program is None:
         raise FileNotFoundError(f'llvm-{tool} is not installed')
     done = subprocess.run([program, *map(str, arguments)], capture_output=True, check=False)
