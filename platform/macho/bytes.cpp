@@ -3,13 +3,6 @@
 
 namespace macho {
 
-std::string Hex(uint64_t number)
-{
-    char text[19];
-    snprintf(text, sizeof text, "0x%llx", static_cast<unsigned long long>(number));
-    return text;
-}
-
 Bytes Bytes::Slice(uint64_t offset, uint64_t size, std::string_view what) const
 {
     if (offset > size_ || size > size_ - offset)

@@ -3,20 +3,12 @@
 
 #include <cstdint>
 #include <cstring>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "platform/macho/messages.h"
+
 namespace macho {
-
-/// A file that cannot be loaded: what is wrong and where.
-class LoadError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// The number in the form 0x1f0.
-std::string Hex(uint64_t number);
 
 /// A borrowed run of bytes. Reads beyond it throw LoadError, whose text begins with `what`.
 class Bytes {
@@ -28,6 +20,12 @@ public:
     uint64_t Size() const { return size_; }
 
     Bytes Slice(uint64_t offset, uint64_t size, std::string_view what) const;
+    /// Whether it has a byte in common with another run of the same bytes.
+    bool Overlaps(Bytes other) const
+    {
+        return size_ != 0 && other.size_ != 0 && data_ < other.data_ + other.size_ &&
+               other.data_ < data_ + size_;
+    }
 
     template <typename T>
     T Read(uint64_t offset, std::string_view what) const

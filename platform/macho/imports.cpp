@@ -244,7 +244,7 @@ uint64_t ResolveImport(const Bind &bind, const Image &image)
         // Only what code that was compiled with the sanitizer calls.
         address = StartsWith(symbol, kSanitizer) ? InProcess(symbol) : 0;
         if (address == 0 && !bind.isWeakImport)
-            throw LoadError("import " + symbol + " from anywhere is not supported");
+            throw LoadError("import " + symbol + ": flat lookup is not supported");
         return address;
     }
     if (bind.ordinal <= 0)

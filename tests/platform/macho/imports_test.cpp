@@ -67,6 +67,12 @@ TEST(Imports, WhatTheLibraryDoesNotExportIsAnError)
                 HasSubstr("/usr/lib/libunknown.dylib does not export it"));
 }
 
+TEST(Imports, NamesInErrorsArePrintable)
+{
+    EXPECT_THAT(ErrorFrom([] { Resolve("_a\x1B[2J", "/usr/lib/\xFF\n.dylib"); }),
+                HasSubstr("import _a\\x1b[2J: /usr/lib/\\xff\\x0a.dylib does not export it"));
+}
+
 TEST(Imports, WeakOnesThatAreMissingAreNull)
 {
     EXPECT_EQ(Resolve("_secure_getenv", kSystem, true), 0u);
@@ -81,10 +87,10 @@ TEST(Imports, ReexportsAreBound)
               reinterpret_cast<uint64_t>(object_getClass(reinterpret_cast<id>(objc_getClass("NSObject")))));
 }
 
-TEST(Imports, FromAnywhereAreTheSanitizersAlone)
+TEST(Imports, WithFlatLookupAreTheSanitizersAlone)
 {
     EXPECT_THAT(ErrorFrom([] { ResolveFlat("_memcpy"); }),
-                HasSubstr("import _memcpy from anywhere is not supported"));
+                HasSubstr("import _memcpy: flat lookup is not supported"));
     EXPECT_EQ(ResolveFlat("_memcpy", true), 0u);
     EXPECT_THAT(ErrorFrom([] { ResolveFlat("___asan_nonsense"); }), HasSubstr("is not supported"));
 }
