@@ -5,8 +5,12 @@
 
 namespace macho::format {
 
-inline constexpr uint32_t kMagic64 = 0xFEEDFACF;
+inline constexpr uint32_t kMagic32 = 0xFEEDFACE, kMagic64 = 0xFEEDFACF;
+// Universal files begin with one of these, and with the number of their slices. Both are big-endian.
+inline constexpr uint32_t kUniversalMagic = 0xCAFEBABE, kUniversalMagic64 = 0xCAFEBABF;
+
 inline constexpr uint32_t kCpuX86_64 = 0x01000007;
+inline constexpr uint32_t kCpuSubtypeFlags = 0xFF000000, kCpuSubtypeX86_64All = 3;
 inline constexpr uint32_t kFileDylib = 6, kFileBundle = 8;
 
 struct Header {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/macho/exports.h"
+#include "platform/macho/file_kind.h"
 #include "platform/macho/fixups.h"
 #include "platform/macho/format.h"
 
@@ -15,6 +16,8 @@ namespace {
 constexpr uint64_t kPageSize = 0x1000;
 /// Higher than any image that this loader is for, and low enough that sums do not overflow.
 constexpr uint64_t kHighestAddress = uint64_t{1} << 40;
+// Far more than dylibs have, and little enough to be looked through and copied.
+constexpr uint64_t kLargestCommands = uint64_t{1} << 20, kLargestContent = uint64_t{1} << 28;
 
 /// A name in 16 bytes, followed by a NUL if there is room.
 std::string FixedName(const char (&name)[16])
@@ -85,9 +88,7 @@ void ReadSegment(Bytes command, Bytes file, Image &image)
     for (const Segment &other : image.segments) {
         Require(!Overlap(segment.address, segment.size, other.address, other.size), what,
                 "overlaps another segment");
-        Require(!Overlap(raw.fileOffset, raw.fileSize,
-                         static_cast<uint64_t>(other.content.Data() - file.Data()), other.content.Size()),
-                what, "overlaps another segment in the file");
+        Require(!segment.content.Overlaps(other.content), what, "overlaps another segment in the file");
     }
 
     for (uint32_t i = 0; i < raw.sectionCount; ++i) {
@@ -146,6 +147,7 @@ Tables ReadCommands(const format::Header &header, Bytes file, Image &image)
 {
     Tables tables;
     const Bytes commands = file.Slice(sizeof header, header.commandBytes, "load commands");
+    Require(commands.Size() <= kLargestCommands, "load commands", "are too large");
     uint64_t offset = 0;
     for (uint32_t i = 0; i < header.commandCount; ++i) {
         const std::string what = "load command " + std::to_string(i);
@@ -155,6 +157,15 @@ Tables ReadCommands(const format::Header &header, Bytes file, Image &image)
         offset += command.size;
     }
     return tables;
+}
+
+void RequireBoundedSize(const Image &image)
+{
+    Require(image.end <= kHighestAddress, "image", "is too large or too high");
+    uint64_t contentSize = 0;
+    for (const Segment &segment : image.segments)
+        contentSize += segment.content.Size();
+    Require(contentSize <= kLargestContent, "image", "has too much in the file");
 }
 
 void ReadTables(const Tables &tables, Bytes file, Image &image)
@@ -176,13 +187,10 @@ void ReadTables(const Tables &tables, Bytes file, Image &image)
 
 } // namespace
 
-Image ParseImage(Bytes file)
+Image ParseImage(Bytes wholeFile)
 {
+    const Bytes file = FindImage(wholeFile);
     const auto header = file.Read<format::Header>(0, "header");
-    Require(header.magic == format::kMagic64, "header", "not a 64-bit Mach-O file");
-    Require(header.cpuType == format::kCpuX86_64, "header", "not for x86-64");
-    Require(header.fileType == format::kFileDylib || header.fileType == format::kFileBundle, "header",
-            "neither a dylib nor a bundle");
     Image image;
     const Tables tables = ReadCommands(header, file, image);
     Require(!image.segments.empty(), "image", "has no segment");
@@ -190,7 +198,7 @@ Image ParseImage(Bytes file)
     const auto [first, last] = std::minmax_element(image.segments.begin(), image.segments.end(), byAddress);
     image.begin = first->address;
     image.end = last->address + last->size;
-    Require(image.end <= kHighestAddress, "image", "is too large or too high");
+    RequireBoundedSize(image);
     ReadTables(tables, file, image);
     return image;
 }

@@ -5,8 +5,9 @@
 
 namespace macho {
 
-/// Reads a file for x86-64. Throws LoadError for a malformed file, and for what this loader does not support,
-/// such as thread-local variables, re-exports and encrypted code.
-Image ParseImage(Bytes file);
+/// Reads a dylib or bundle for x86-64, or such a slice of a universal file. Throws LoadError for other files,
+/// for a malformed file, and for what this loader does not support, such as thread-local variables,
+/// re-exports and encrypted code.
+Image ParseImage(Bytes wholeFile);
 
 } // namespace macho

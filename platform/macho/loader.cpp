@@ -1,11 +1,12 @@
 // Loads Mach-O dylibs: reads, maps, binds, registers, initialises.
 #include "platform/macho/loader.h"
 
-#include <fstream>
-#include <iterator>
 #include <memory>
+#include <new>
 #include <vector>
 
+#include "platform/macho/file.h"
+#include "platform/macho/file_kind.h"
 #include "platform/macho/format.h"
 #include "platform/macho/frame_registration.h"
 #include "platform/macho/image_reader.h"
@@ -28,20 +29,32 @@ extern "C" __attribute__((noinline)) void machoDylibLoaded(const char *path, uin
 
 namespace macho {
 
+/// Reads and maps the dylib; none of its code runs, and nobody points to it yet.
 struct LoadedDylib {
-    std::vector<char> file;
-    Image image;
-    std::unique_ptr<MappedImage> memory;
+    explicit LoadedDylib(const std::string &path)
+        : file(path), image(ParseImage(file.Content())), frames(ReadUnwindInfo(image)), memory(image)
+    {
+    }
+
+    const MappedFile file;
+    const Image image;
+    const std::vector<UnwindEntry> frames;
+    const MappedImage memory;
 };
 
 namespace {
 
-std::vector<char> ReadFile(const std::string &path)
+/// Runs the body. A LoadError from it begins with the path, and lack of memory becomes one.
+template <typename Body>
+decltype(auto) NamingPath(const std::string &path, Body body)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw LoadError("cannot be read");
-    return std::vector<char>(std::istreambuf_iterator<char>(file), {});
+    try {
+        return body();
+    } catch (const LoadError &error) {
+        throw LoadError(path + ": " + error.what());
+    } catch (const std::bad_alloc &) {
+        throw LoadError(path + ": there is not enough memory");
+    }
 }
 
 void SetPointer(const MappedImage &memory, uint64_t address, uint64_t value)
@@ -91,51 +104,42 @@ void RunInitializers(const Image &image, const MappedImage &memory)
     }
 }
 
-void Load(const std::string &path, LoadedDylib &dylib)
+void Initialize(const std::string &path, const LoadedDylib &dylib)
 {
-    dylib.file = ReadFile(path);
-    dylib.image = ParseImage(Bytes(dylib.file.data(), dylib.file.size()));
-    const std::vector<UnwindEntry> frames = ReadUnwindInfo(dylib.image);
-    dylib.memory = std::make_unique<MappedImage>(dylib.image);
-    ApplyFixups(dylib.image, *dylib.memory);
-    RegisterObjcMetadata(dylib.image, *dylib.memory);
-    dylib.memory->Protect();
-    RegisterFrames(frames, *dylib.memory);
-    ShowVariablesToLeakChecker(dylib.image, *dylib.memory);
+    ApplyFixups(dylib.image, dylib.memory);
+    RegisterObjcMetadata(dylib.image, dylib.memory);
+    dylib.memory.Protect();
+    RegisterFrames(dylib.frames, dylib.memory);
+    ShowVariablesToLeakChecker(dylib.image, dylib.memory);
     const uint64_t begin = dylib.image.begin;
-    machoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory->At(begin)) - begin);
-    SendObjcLoad(dylib.image, *dylib.memory);
-    RunInitializers(dylib.image, *dylib.memory);
+    machoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory.At(begin)) - begin);
+    SendObjcLoad(dylib.image, dylib.memory);
+    RunInitializers(dylib.image, dylib.memory);
 }
 
 } // namespace
 
 bool IsMachO(const std::string &path)
 {
-    std::ifstream file(path, std::ios::binary);
-    uint32_t magic = 0;
-    file.read(reinterpret_cast<char *>(&magic), sizeof magic);
-    return file && magic == format::kMagic64;
+    return NamingPath(path, [&] { return IsMachOMagic(OpenFile(path).FirstWord()); });
 }
 
-LoadedDylib &LoadDylib(const std::string &path)
+const LoadedDylib &LoadDylib(const std::string &path)
 {
-    // Kept for ever, even if loading failed half-way: the dylib's code may be on any stack, and the runtime
-    // points into it.
-    static auto &loaded = *new std::vector<std::unique_ptr<LoadedDylib>>;
-    LoadedDylib &dylib = *loaded.emplace_back(std::make_unique<LoadedDylib>());
-    try {
-        Load(path, dylib);
-    } catch (const LoadError &error) {
-        throw LoadError(path + ": " + error.what());
-    }
-    return dylib;
+    return NamingPath(path, [&]() -> const LoadedDylib & {
+        // Kept for ever, even if it cannot be initialised: its code may be on any stack, and the runtime
+        // points into it.
+        static auto &loaded = *new std::vector<std::unique_ptr<const LoadedDylib>>;
+        const LoadedDylib &dylib = *loaded.emplace_back(std::make_unique<const LoadedDylib>(path));
+        Initialize(path, dylib);
+        return dylib;
+    });
 }
 
 void *FindSymbol(const LoadedDylib &dylib, const std::string &name)
 {
     const Export *const found = dylib.image.FindExport("_" + name);
-    return found == nullptr ? nullptr : dylib.memory->At(found->address);
+    return found == nullptr ? nullptr : dylib.memory.At(found->address);
 }
 
 } // namespace macho

@@ -1,4 +1,7 @@
 // Faults of the host on request: functions that it lacks, resolves late, replaces or lets fail.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <fstream>
 
 #include "tests/host/runtime_test.h"
@@ -143,6 +146,65 @@ TEST(Loading, NamesThePathOfAFileThatIsNoLibrary)
     Host host;
     EXPECT_THAT(LoadMessage(host, path), testing::StartsWith("cannot load " + path + ": "));
     std::remove(path.c_str());
+}
+
+TEST(Loading, NamesThePathOnce)
+{
+    const std::string path = testing::TempDir() + "no_library.so";
+    Host host;
+    for (const char *text : {"text", "\xCA\xFE\xBA\xBE and more"}) {
+        std::ofstream(path) << text;
+        const std::string message = LoadMessage(host, path);
+        EXPECT_EQ(message.find(path), message.rfind(path)) << message;
+    }
+    std::remove(path.c_str());
+}
+
+TEST(Loading, SaysOfAMachOFileWhatItIs)
+{
+    const std::string path = testing::TempDir() + "no_library.so";
+    // A universal file of one slice, a 32-bit file, a 64-bit executable.
+    const std::pair<std::string, const char *> files[] = {
+        {std::string("\xCA\xFE\xBA\xBE\0\0\0\1\1\0\0\x0C\0\0\0\0\0\0\0\x1C\0\0\0\0\0\0\0\0", 28),
+         "it is a universal file for arm64; "},
+        {std::string("\xCE\xFA\xED\xFE\7\0\0\0\3\0\0\0\6\0\0\0", 16), "it is a 32-bit dylib for i386; "},
+        {std::string("\xCF\xFA\xED\xFE\7\0\0\1\3\0\0\0\2\0\0\0", 16),
+         "it is a 64-bit executable for x86-64; "},
+    };
+    Host host;
+    for (const auto &[content, kind] : files) {
+        std::ofstream(path, std::ios::binary) << content;
+        EXPECT_EQ(LoadMessage(host, path),
+                  "cannot load " + path + ": " + kind + "a 64-bit dylib or bundle for x86-64 is needed");
+    }
+    std::remove(path.c_str());
+}
+
+TEST(Loading, TakesOnlyRegularFiles)
+{
+    const std::string path = testing::TempDir() + "no_library.so";
+    // A hang ends the test.
+    alarm(60);
+    Host host;
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(LoadMessage(host, path), "cannot load " + path + ": it is a FIFO");
+    std::remove(path.c_str());
+    EXPECT_EQ(LoadMessage(host, "/dev"), "cannot load /dev: it is a directory");
+}
+
+TEST(Loading, SaysThatLinksLeadInACircle)
+{
+    const std::string path = testing::TempDir() + "no_library.so";
+    ASSERT_EQ(symlink(path.c_str(), path.c_str()), 0);
+    Host host;
+    EXPECT_EQ(LoadMessage(host, path), "cannot load " + path + ": its symbolic links lead in a circle");
+    std::remove(path.c_str());
+}
+
+TEST(Loading, SaysThatTheNameIsEmpty)
+{
+    Host host;
+    EXPECT_EQ(LoadMessage(host, ""), "the name of the library is empty");
 }
 
 TEST(Loading, NamesThePathOfALibraryWithoutAnEntryPoint)

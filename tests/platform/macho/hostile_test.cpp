@@ -1,15 +1,11 @@
 // Files that are cut off, or broken on purpose, are refused with a message, and never read beyond their end.
 #include <gmock/gmock.h>
 
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <random>
-#include <vector>
 
-#include "platform/macho/format.h"
 #include "platform/macho/image_reader.h"
 #include "platform/macho/unwind_info.h"
+#include "tests/platform/macho/dylib_file.h"
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
@@ -21,13 +17,6 @@ namespace {
 constexpr const char *kDylibs[] = {"objects",         "fixups_opcodes", "fixups_chained",
                                    "objc_exceptions", "cxx_exceptions", "cxx_exceptions_frameless"};
 
-std::vector<char> FileOf(const std::string &name)
-{
-    std::ifstream file(std::string(TEST_DYLIBS) + "/" + name + ".dylib", std::ios::binary);
-    EXPECT_TRUE(file) << name;
-    return std::vector<char>(std::istreambuf_iterator<char>(file), {});
-}
-
 /// Reads everything that is read before an image is mapped. Returns the error; empty without one.
 std::string ErrorOf(const std::vector<char> &file)
 {
@@ -37,28 +26,6 @@ std::string ErrorOf(const std::vector<char> &file)
         const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()));
         macho::ReadUnwindInfo(image);
     });
-}
-
-template <typename T>
-void Write(std::vector<char> &file, size_t offset, T value)
-{
-    std::memcpy(&file.at(offset), &value, sizeof value);
-}
-
-/// The offset of the first load command of this kind.
-size_t CommandOffset(const std::vector<char> &file, uint32_t kind)
-{
-    const Bytes bytes(file.data(), file.size());
-    const auto header = bytes.Read<macho::format::Header>(0, "header");
-    size_t offset = sizeof header;
-    for (uint32_t i = 0; i < header.commandCount; ++i) {
-        const auto command = bytes.Read<macho::format::Command>(offset, "command");
-        if (command.command == kind)
-            return offset;
-        offset += command.size;
-    }
-    ADD_FAILURE() << "no load command " << kind;
-    return 0;
 }
 
 /// A number to write into a file, and a part of the error that it causes.
@@ -128,15 +95,19 @@ INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile, testing::ValuesIn(kDylibs),
 TEST(HostileHeader, OfAnotherKindIsRefused)
 {
     const std::vector<Damage> damages = {
-        {0, 0xFEEDFACE, "header: not a 64-bit Mach-O file"},
-        {0, 0x464C457F, "header: not a 64-bit Mach-O file"},
-        {4, 0x0100000C, "header: not for x86-64"},
-        {12, 2, "header: neither a dylib nor a bundle"},
+        {0, 0xFEEDFACE, "it is a 32-bit dylib for x86-64; a 64-bit dylib or bundle for x86-64 is needed"},
+        {0, 0x464C457F, "it is no Mach-O file"},
+        {4, 0x0100000C, "it is a 64-bit dylib for arm64"},
+        {8, 8, "it is a 64-bit dylib for x86-64h"},
+        {12, 2, "it is a 64-bit executable for x86-64"},
         {16, 0xFFFF, "load command"},
         {20, 0xFFFFFFFF, "load commands: 0xffffffff bytes at 0x20 are beyond the end"},
     };
     ExpectRefusals(FileOf("objects"), damages);
-    EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x20 bytes at 0x0 are beyond the end at 0x0"));
+    std::vector<char> large = FileOf("objects");
+    large.resize(0x200000);
+    ExpectRefusals(large, {{20, 0x100001, "load commands: are too large"}});
+    EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x4 bytes at 0x0 are beyond the end at 0x0"));
 }
 
 TEST(HostileCommands, AreRefusedWithTheirNames)

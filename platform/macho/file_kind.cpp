@@ -1,0 +1,193 @@
+// Recognises the kinds of Mach-O files, and finds the slice of a universal file that can be loaded.
+#include "platform/macho/file_kind.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/macho/format.h"
+
+namespace macho {
+
+namespace {
+
+constexpr char kNeeded[] = "a 64-bit dylib or bundle for x86-64 is needed";
+
+/// The first row of a processor's type is what its files are as a rule.
+constexpr struct {
+    uint32_t type, subtype;
+    const char *name;
+} kProcessors[] = {
+    {format::kCpuX86_64, format::kCpuSubtypeX86_64All, "x86-64"},
+    {format::kCpuX86_64, 8, "x86-64h"},
+    {0x0100000C, 0, "arm64"},
+    {0x0100000C, 2, "arm64e"},
+    {0x0200000C, 1, "arm64_32"},
+    {0x00000007, 3, "i386"},
+    {0x0000000C, 9, "armv7"},
+    {0x00000012, 0, "ppc"},
+    {0x01000012, 0, "ppc64"},
+};
+
+constexpr struct {
+    uint32_t type;
+    const char *name;
+} kFileTypes[] = {
+    {1, "object file"},
+    {2, "executable"},
+    {3, "library at a fixed address"},
+    {4, "core file"},
+    {5, "preloaded executable"},
+    {format::kFileDylib, "dylib"},
+    {7, "dynamic linker"},
+    {format::kFileBundle, "bundle"},
+    {9, "stub of a dylib"},
+    {10, "debugging companion (dSYM)"},
+    {11, "driver (kernel extension)"},
+    {12, "set of kernel files"},
+};
+
+std::string ProcessorName(uint32_t type, uint32_t subtype)
+{
+    const uint32_t plainSubtype = subtype & ~format::kCpuSubtypeFlags;
+    std::string name;
+    for (const auto &row : kProcessors) {
+        if (row.type != type)
+            continue;
+        if (row.subtype == plainSubtype)
+            return row.name;
+        if (name.empty())
+            name = std::string(row.name) + " of the subtype " + Hex(plainSubtype);
+    }
+    return name.empty() ? "a processor of type " + Hex(type) : name;
+}
+
+std::string FileTypeName(uint32_t type)
+{
+    for (const auto &row : kFileTypes) {
+        if (row.type == type)
+            return row.name;
+    }
+    return "file of type " + Hex(type);
+}
+
+/// Whether the loader can run code for this processor.
+bool CanRun(uint32_t cpuType, uint32_t cpuSubtype)
+{
+    return cpuType == format::kCpuX86_64 &&
+           (cpuSubtype & ~format::kCpuSubtypeFlags) == format::kCpuSubtypeX86_64All;
+}
+
+void RequireLoadable(Bytes file)
+{
+    const bool isBigEndian = file.Read<uint8_t>(0, "header") == 0xFE;
+    const auto word = [&](uint64_t index) {
+        const auto value = file.Read<uint32_t>(index * sizeof(uint32_t), "header");
+        return isBigEndian ? __builtin_bswap32(value) : value;
+    };
+    const uint32_t magic = word(0);
+    if (magic != format::kMagic32 && magic != format::kMagic64)
+        throw LoadError(std::string("it is no Mach-O file; ") + kNeeded);
+    const uint32_t cpuType = word(1), cpuSubtype = word(2), fileType = word(3);
+    if (!isBigEndian && magic == format::kMagic64 && CanRun(cpuType, cpuSubtype) &&
+        (fileType == format::kFileDylib || fileType == format::kFileBundle))
+        return;
+    throw LoadError(std::string("it is a ") + (isBigEndian ? "big-endian " : "") +
+                    (magic == format::kMagic64 ? "64-bit " : "32-bit ") + FileTypeName(fileType) + " for " +
+                    ProcessorName(cpuType, cpuSubtype) + "; " + kNeeded);
+}
+
+/// The image for one processor in a universal file.
+struct Slice {
+    uint32_t cpuType, cpuSubtype;
+    Bytes content;
+};
+
+/// Reads numbers of a universal file's table, which are big-endian.
+uint64_t NextNumber(Cursor &cursor, bool isWide)
+{
+    return isWide ? __builtin_bswap64(cursor.Next<uint64_t>()) : __builtin_bswap32(cursor.Next<uint32_t>());
+}
+
+Slice ReadSlice(Cursor &cursor, bool isWide, Bytes file)
+{
+    /// Linkers align to no more.
+    constexpr uint32_t kHighestAlignmentShift = 15;
+    Slice slice = {};
+    slice.cpuType = static_cast<uint32_t>(NextNumber(cursor, false));
+    slice.cpuSubtype = static_cast<uint32_t>(NextNumber(cursor, false));
+    const uint64_t offset = NextNumber(cursor, isWide);
+    const uint64_t size = NextNumber(cursor, isWide);
+    const uint64_t alignmentShift = NextNumber(cursor, false);
+    if (isWide)
+        cursor.Next<uint32_t>();
+    const std::string what = "slice for " + ProcessorName(slice.cpuType, slice.cpuSubtype);
+    slice.content = file.Slice(offset, size, what);
+    if (alignmentShift > kHighestAlignmentShift || offset % (uint64_t{1} << alignmentShift) != 0)
+        throw LoadError(what + ": begins at " + Hex(offset) + ", which is not aligned to 2^" +
+                        std::to_string(alignmentShift));
+    return slice;
+}
+
+std::vector<Slice> ReadSlices(Bytes file, bool isWide)
+{
+    /// Java's class files begin with the same word; their version, of 45 or more, stands in place of the
+    /// count.
+    constexpr uint64_t kMostSlices = 44;
+    Cursor cursor(file, "universal header", sizeof(uint32_t));
+    const uint64_t count = NextNumber(cursor, false);
+    if (count > kMostSlices)
+        throw LoadError("it is no universal file, or one of " + std::to_string(count) + " slices; " +
+                        kNeeded);
+    std::vector<Slice> slices;
+    for (uint64_t i = 0; i < count; ++i)
+        slices.push_back(ReadSlice(cursor, isWide, file));
+    const Bytes table = file.Slice(0, cursor.Position(), "universal header");
+    for (auto slice = slices.begin(); slice != slices.end(); ++slice) {
+        if (slice->content.Overlaps(table) || std::any_of(slices.begin(), slice, [&](const Slice &other) {
+                return slice->content.Overlaps(other.content);
+            }))
+            throw LoadError("slice for " + ProcessorName(slice->cpuType, slice->cpuSubtype) +
+                            ": overlaps another part of the file");
+    }
+    return slices;
+}
+
+Bytes ChooseSlice(const std::vector<Slice> &slices)
+{
+    std::string processors;
+    for (const Slice &slice : slices) {
+        if (CanRun(slice.cpuType, slice.cpuSubtype))
+            return slice.content;
+        processors += (processors.empty() ? "" : ", ") + ProcessorName(slice.cpuType, slice.cpuSubtype);
+    }
+    throw LoadError("it is a universal file for " + (processors.empty() ? "no processor" : processors) +
+                    "; " + kNeeded);
+}
+
+} // namespace
+
+bool IsMachOMagic(uint32_t word)
+{
+    const uint32_t swapped = __builtin_bswap32(word);
+    for (const uint32_t magic :
+         {format::kMagic32, format::kMagic64, format::kUniversalMagic, format::kUniversalMagic64}) {
+        if (word == magic || swapped == magic)
+            return true;
+    }
+    return false;
+}
+
+Bytes FindImage(Bytes file)
+{
+    const auto word = file.Read<uint32_t>(0, "header");
+    if (word == format::kUniversalMagic || word == format::kUniversalMagic64)
+        throw LoadError(std::string("it is a universal file with a little-endian header; ") + kNeeded);
+    const uint32_t universalMagic = __builtin_bswap32(word);
+    const bool isWide = universalMagic == format::kUniversalMagic64;
+    const Bytes image =
+        isWide || universalMagic == format::kUniversalMagic ? ChooseSlice(ReadSlices(file, isWide)) : file;
+    RequireLoadable(image);
+    return image;
+}
+
+} // namespace macho

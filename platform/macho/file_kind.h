@@ -1,0 +1,15 @@
+// Kinds of Mach-O files: which of them can be loaded, and what the others are.
+#pragma once
+
+#include "platform/macho/bytes.h"
+
+namespace macho {
+
+/// Whether Mach-O files of any kind begin with this word, universal ones among them.
+bool IsMachOMagic(uint32_t word);
+
+/// The dylib or bundle for x86-64 in a file: the file itself, or a slice of a universal file. Throws
+/// LoadError for other files, whose text says what they are, and for a malformed table of slices.
+Bytes FindImage(Bytes file);
+
+} // namespace macho

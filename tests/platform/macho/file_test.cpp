@@ -1,0 +1,189 @@
+// Only regular files are opened, and no more of them is read than is needed.
+#include "platform/macho/file.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "tests/platform/macho/dylib_file.h"
+#include "tests/platform/macho/dylib_test.h"
+#include "tests/platform/macho/load_error.h"
+
+namespace {
+
+constexpr off_t kGibibyte = off_t{1} << 30;
+
+class LoadedFile : public testing::Test {
+protected:
+    /// A hang ends the test.
+    LoadedFile() { alarm(60); }
+    ~LoadedFile() override { std::remove(path.c_str()); }
+
+    const std::string path = testing::TempDir() + "macho_other_" + std::to_string(getpid());
+};
+
+/// The error for this file, without its path; empty for a file that is loaded.
+std::string ErrorOf(const std::string &path)
+{
+    const std::string error = ErrorFrom([&] { macho::LoadDylib(path); });
+    const std::string beginning = path + ": ";
+    EXPECT_EQ(error.substr(0, beginning.size()), error.empty() ? "" : beginning);
+    // Whoever asks what it is gets the same answer.
+    const std::string kindError = ErrorFrom([&] { macho::IsMachO(path); });
+    EXPECT_TRUE(kindError.empty() || kindError == error) << kindError;
+    return error.empty() ? "" : error.substr(beginning.size());
+}
+
+/// The greatest amount of memory that the process has had, in bytes.
+long PeakMemory()
+{
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss * 1024;
+}
+
+#if !__has_feature(address_sanitizer)
+
+/// The address space that the process uses, in bytes.
+size_t AddressSpace()
+{
+    size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * static_cast<size_t>(getpagesize());
+}
+
+/// Lets the process use this much more address space.
+void AllowMemory(size_t size)
+{
+    const rlim_t limit = AddressSpace() + size;
+    const rlimit limits = {limit, limit};
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &limits), 0);
+}
+
+#endif
+
+/// The beginning of an image with a single segment of this size, all of which is in the file, and with this
+/// rebase table.
+std::vector<char> ImageOfOneSegment(uint32_t size, const std::vector<uint8_t> &rebases)
+{
+    namespace format = macho::format;
+    const format::Header header = {format::kMagic64,
+                                   format::kCpuX86_64,
+                                   format::kCpuSubtypeX86_64All,
+                                   format::kFileDylib,
+                                   2,
+                                   sizeof(format::SegmentCommand) + sizeof(format::DyldInfoCommand),
+                                   0,
+                                   0};
+    const format::SegmentCommand segment = {
+        {format::command::Segment64, sizeof segment}, "__DATA", 0, size, 0, size, 3, 3, 0, 0};
+    constexpr uint32_t kTable = 0x200;
+    format::DyldInfoCommand info = {};
+    info.header = {format::command::DyldInfoOnly, sizeof info};
+    info.rebaseOffset = kTable;
+    info.rebaseSize = static_cast<uint32_t>(rebases.size());
+    std::vector<char> file(kTable + rebases.size());
+    Write(file, 0, header);
+    Write(file, sizeof header, segment);
+    Write(file, sizeof header + sizeof segment, info);
+    std::copy(rebases.begin(), rebases.end(), file.begin() + kTable);
+    return file;
+}
+
+} // namespace
+
+TEST_F(LoadedFile, MustBeARegularFile)
+{
+    EXPECT_EQ(ErrorOf("/"), "it is a directory");
+    EXPECT_EQ(ErrorOf("/dev/null"), "it is a device");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(ErrorOf(path), "it is a FIFO");
+}
+
+TEST_F(LoadedFile, MustNotBeASocket)
+{
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address = {AF_UNIX, ""};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(descriptor, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    close(descriptor);
+    EXPECT_EQ(ErrorOf(path), "it is a socket");
+}
+
+TEST_F(LoadedFile, ThatCannotBeOpenedSaysWhy)
+{
+    EXPECT_EQ(ErrorOf(path), "cannot be opened: No such file or directory");
+    ASSERT_EQ(symlink(path.c_str(), path.c_str()), 0);
+    EXPECT_EQ(ErrorOf(path), "its symbolic links lead in a circle");
+}
+
+TEST_F(LoadedFile, MayBeReachedThroughALink)
+{
+    ASSERT_EQ(symlink((std::string(TEST_DYLIBS) + "/fixups_opcodes.dylib").c_str(), path.c_str()), 0);
+    EXPECT_EQ(ErrorOf(path), "");
+}
+
+TEST_F(LoadedFile, ThatIsEmptyIsRefused)
+{
+    const TemporaryFile file;
+    EXPECT_EQ(ErrorOf(file.Path()), "header: 0x4 bytes at 0x0 are beyond the end at 0x0");
+}
+
+TEST_F(LoadedFile, IsReadOnlyAsFarAsItIsNeeded)
+{
+    const TemporaryFile file(FileOf("fixups_opcodes"));
+    ASSERT_EQ(truncate(file.Path().c_str(), 3 * kGibibyte), 0);
+    const long before = PeakMemory();
+    EXPECT_EQ(ErrorOf(file.Path()), "");
+    EXPECT_LT(PeakMemory() - before, kGibibyte / 8);
+}
+
+TEST_F(LoadedFile, IsNotCopiedIfItIsTooLarge)
+{
+    const TemporaryFile file(ImageOfOneSegment(kGibibyte, {}));
+    ASSERT_EQ(truncate(file.Path().c_str(), kGibibyte), 0);
+    const long before = PeakMemory();
+    EXPECT_EQ(ErrorOf(file.Path()), "image: has too much in the file");
+    EXPECT_LT(PeakMemory() - before, kGibibyte / 8);
+}
+
+TEST_F(LoadedFile, ThatIsRefusedIsUnmapped)
+{
+    const TemporaryFile file(ImageOfOneSegment(kGibibyte, {}));
+    ASSERT_EQ(truncate(file.Path().c_str(), kGibibyte), 0);
+    const auto isMapped = [&] {
+        std::ifstream maps("/proc/self/maps");
+        return std::string(std::istreambuf_iterator<char>(maps), {}).find(file.Path()) != std::string::npos;
+    };
+    EXPECT_NE(ErrorOf(file.Path()), "");
+    EXPECT_FALSE(isMapped());
+}
+
+#if !__has_feature(address_sanitizer)
+
+TEST_F(LoadedFile, ThatFindsNoAddressSpaceIsRefused)
+{
+    const TemporaryFile file(FileOf("fixups_opcodes"));
+    ASSERT_EQ(truncate(file.Path().c_str(), 3 * kGibibyte), 0);
+    AllowMemory(kGibibyte);
+    EXPECT_EQ(ErrorOf(file.Path()), "cannot be mapped into memory: Cannot allocate memory");
+}
+
+TEST_F(LoadedFile, WhoseTablesFindNoMemoryIsRefused)
+{
+    // A rebase for each pointer of 64 MiB: 16 bytes each.
+    constexpr uint32_t kSize = 1U << 26;
+    const TemporaryFile file(
+        ImageOfOneSegment(kSize, {0x11, 0x20, 0x80, 0x08, 0x60, 0x80, 0x80, 0xF0, 0x03}));
+    ASSERT_EQ(truncate(file.Path().c_str(), kSize), 0);
+    AllowMemory(2 * kSize);
+    EXPECT_EQ(ErrorOf(file.Path()), "there is not enough memory");
+}
+
+#endif
