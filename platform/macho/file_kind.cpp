@@ -2,7 +2,6 @@
 #include "platform/macho/file_kind.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "platform/macho/format.h"
 
@@ -68,6 +67,25 @@ std::string FileTypeName(uint32_t type)
             return row.name;
     }
     return "file of type " + Hex(type);
+}
+
+std::string PlatformName(uint32_t platform)
+{
+    constexpr const char *kNames[] = {nullptr,
+                                      "macOS",
+                                      "iOS",
+                                      "tvOS",
+                                      "watchOS",
+                                      "bridgeOS",
+                                      "Mac Catalyst",
+                                      "the simulator of iOS",
+                                      "the simulator of tvOS",
+                                      "the simulator of watchOS",
+                                      "DriverKit",
+                                      "visionOS",
+                                      "the simulator of visionOS"};
+    return platform == 0 || platform >= std::size(kNames) ? "platform " + std::to_string(platform)
+                                                          : kNames[platform];
 }
 
 /// Whether the loader can run code for this processor.
@@ -188,6 +206,14 @@ Bytes FindImage(Bytes file)
         isWide || universalMagic == format::kUniversalMagic ? ChooseSlice(ReadSlices(file, isWide)) : file;
     RequireLoadable(image);
     return image;
+}
+
+void RequireMacos(const std::vector<uint32_t> &platforms)
+{
+    // Old images name none, and some are built for another beside macOS.
+    if (!platforms.empty() &&
+        std::find(platforms.begin(), platforms.end(), format::platform::Macos) == platforms.end())
+        throw LoadError("image: is built for " + PlatformName(platforms.front()) + ", not for macOS");
 }
 
 } // namespace macho

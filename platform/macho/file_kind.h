@@ -1,6 +1,8 @@
 // Kinds of Mach-O files: which of them can be loaded, and what the others are.
 #pragma once
 
+#include <vector>
+
 #include "platform/macho/bytes.h"
 
 namespace macho {
@@ -11,5 +13,8 @@ bool IsMachOMagic(uint32_t word);
 /// The dylib or bundle for x86-64 in a file: the file itself, or a slice of a universal file. Throws
 /// LoadError for other files, whose text says what they are, and for a malformed table of slices.
 Bytes FindImage(Bytes file);
+
+/// Throws LoadError if an image that names these platforms is not for macOS.
+void RequireMacos(const std::vector<uint32_t> &platforms);
 
 } // namespace macho

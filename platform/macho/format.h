@@ -21,6 +21,7 @@ namespace command {
 inline constexpr uint32_t Required = 0x80000000;
 inline constexpr uint32_t Symtab = 0x2, Dysymtab = 0xB, LoadDylib = 0xC, IdDylib = 0xD, Segment64 = 0x19,
                           Uuid = 0x1B, FunctionStarts = 0x26, DataInCode = 0x29, VersionMinMacos = 0x24,
+                          VersionMinIos = 0x25, VersionMinTvos = 0x2F, VersionMinWatchos = 0x30,
                           SourceVersion = 0x2A, CodeSignature = 0x1D, BuildVersion = 0x32,
                           LoadWeakDylib = 0x18 | Required, Rpath = 0x1C | Required, DyldInfo = 0x22,
                           DyldInfoOnly = 0x22 | Required, ExportsTrie = 0x33 | Required,
@@ -45,14 +46,23 @@ struct Section {
 };
 
 namespace section {
-inline constexpr uint32_t TypeMask = 0xFF, ZeroFill = 1, ModInitFunctions = 9, ThreadLocalRegular = 0x11,
-                          ThreadLocalInitFunctions = 0x15, InitOffsets = 0x16;
+inline constexpr uint32_t TypeMask = 0xFF, ZeroFill = 1, LazySymbolPointers = 7, ModInitFunctions = 9,
+                          ThreadLocalRegular = 0x11, ThreadLocalInitFunctions = 0x15, InitOffsets = 0x16;
 } // namespace section
 
 struct DylibCommand {
     Command header;
     uint32_t nameOffset, timestamp, currentVersion, compatibilityVersion;
 };
+
+struct BuildVersionCommand {
+    Command header;
+    uint32_t platform, minimalVersion, sdkVersion, toolCount;
+};
+
+namespace platform {
+inline constexpr uint32_t Macos = 1, Ios = 2, Tvos = 3, Watchos = 4;
+} // namespace platform
 
 struct DyldInfoCommand {
     Command header;

@@ -36,11 +36,13 @@ bool Overlap(uint64_t begin, uint64_t size, uint64_t otherBegin, uint64_t otherS
     return size != 0 && otherSize != 0 && begin < otherBegin + otherSize && otherBegin < begin + size;
 }
 
-/// The tables whose places load commands give.
+/// What load commands say besides segments and libraries: the places of the tables, and the platforms that
+/// the image was built for.
 struct Tables {
     std::optional<format::DyldInfoCommand> dyldInfo;
     std::optional<format::LinkeditDataCommand> chainedFixups;
     std::optional<format::LinkeditDataCommand> exportsTrie;
+    std::vector<uint32_t> platforms;
 };
 
 Section ReadSection(const format::Section &raw, const Segment &segment, Bytes file)
@@ -91,9 +93,14 @@ void ReadSegment(Bytes command, Bytes file, Image &image)
         Require(!segment.content.Overlaps(other.content), what, "overlaps another segment in the file");
     }
 
+    uint64_t end = segment.address;
     for (uint32_t i = 0; i < raw.sectionCount; ++i) {
         const uint64_t offset = sizeof raw + uint64_t{i} * sizeof(format::Section);
-        image.sections.push_back(ReadSection(command.Read<format::Section>(offset, what), segment, file));
+        const Section section = ReadSection(command.Read<format::Section>(offset, what), segment, file);
+        Require(section.address >= end, "section " + section.segment + "," + section.name,
+                "overlaps the one before it");
+        end = section.address + section.size;
+        image.sections.push_back(section);
     }
     image.segments.push_back(std::move(segment));
 }
@@ -101,7 +108,9 @@ void ReadSegment(Bytes command, Bytes file, Image &image)
 std::string ReadDylibName(Bytes command)
 {
     const auto raw = command.Read<format::DylibCommand>(0, "dylib command");
-    return std::string(command.CString(raw.nameOffset, "dylib command"));
+    const std::string_view name = command.CString(raw.nameOffset, "dylib command");
+    Require(!name.empty(), "dylib command", "the name of the library is empty");
+    return std::string(name);
 }
 
 void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables &tables)
@@ -125,6 +134,22 @@ void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables 
     case commands::ExportsTrie:
         tables.exportsTrie = command.Read<format::LinkeditDataCommand>(0, "exports trie command");
         break;
+    case commands::BuildVersion:
+        tables.platforms.push_back(
+            command.Read<format::BuildVersionCommand>(0, "build version command").platform);
+        break;
+    case commands::VersionMinMacos:
+        tables.platforms.push_back(format::platform::Macos);
+        break;
+    case commands::VersionMinIos:
+        tables.platforms.push_back(format::platform::Ios);
+        break;
+    case commands::VersionMinTvos:
+        tables.platforms.push_back(format::platform::Tvos);
+        break;
+    case commands::VersionMinWatchos:
+        tables.platforms.push_back(format::platform::Watchos);
+        break;
     // For debuggers and linkers only.
     case commands::Symtab:
     case commands::Dysymtab:
@@ -132,10 +157,8 @@ void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables 
     case commands::Uuid:
     case commands::FunctionStarts:
     case commands::DataInCode:
-    case commands::VersionMinMacos:
     case commands::SourceVersion:
     case commands::CodeSignature:
-    case commands::BuildVersion:
     case commands::Rpath:
         break;
     default:
@@ -185,6 +208,31 @@ void ReadTables(const Tables &tables, Bytes file, Image &image)
         ReadExports(file.Slice(tables.exportsTrie->offset, tables.exportsTrie->size, "exports trie"), image);
 }
 
+/// A lazy pointer leads to a stub helper until it is bound, and nothing binds it after loading. One without a
+/// bind must lead to a function: to one of the image that other libraries may replace.
+void RequireBoundLazyPointers(const Image &image)
+{
+    const Section *const helpers = image.FindSection("__TEXT", "__stub_helper");
+    std::vector<uint64_t> bound;
+    for (const Bind &bind : image.binds)
+        bound.push_back(bind.address);
+    for (const Rebase &rebase : image.rebases) {
+        if (helpers == nullptr || rebase.target - helpers->address >= helpers->size)
+            bound.push_back(rebase.address);
+    }
+    std::sort(bound.begin(), bound.end());
+    for (const Section &section : image.sections) {
+        if (section.type != format::section::LazySymbolPointers)
+            continue;
+        for (uint64_t offset = 0; offset < section.size; offset += sizeof(uint64_t)) {
+            const uint64_t address = section.address + offset;
+            if (!std::binary_search(bound.begin(), bound.end(), address))
+                throw LoadError("section " + section.segment + "," + section.name + ": the lazy pointer at " +
+                                Hex(address) + " is bound to nothing");
+        }
+    }
+}
+
 } // namespace
 
 Image ParseImage(Bytes wholeFile)
@@ -193,6 +241,7 @@ Image ParseImage(Bytes wholeFile)
     const auto header = file.Read<format::Header>(0, "header");
     Image image;
     const Tables tables = ReadCommands(header, file, image);
+    RequireMacos(tables.platforms);
     Require(!image.segments.empty(), "image", "has no segment");
     const auto byAddress = [](const Segment &a, const Segment &b) { return a.address < b.address; };
     const auto [first, last] = std::minmax_element(image.segments.begin(), image.segments.end(), byAddress);
@@ -200,6 +249,7 @@ Image ParseImage(Bytes wholeFile)
     image.end = last->address + last->size;
     RequireBoundedSize(image);
     ReadTables(tables, file, image);
+    RequireBoundLazyPointers(image);
     return image;
 }
 

@@ -20,6 +20,7 @@ protected:
 };
 
 using MissingImports = DylibTest;
+using ReplaceableFunctions = DylibTest;
 
 /// The kernel's text for the protection of the memory; empty where nothing is mapped.
 std::string ProtectionOf(const void *place)
@@ -109,4 +110,10 @@ TEST_F(MissingImports, ThatAreNotWeakAreAnErrorThatNamesThem)
     EXPECT_THAT(error, HasSubstr(PathOf("strong_import")));
     EXPECT_THAT(error, HasSubstr("_missingFunction"));
     EXPECT_THAT(error, HasSubstr("/usr/lib/libmissing.dylib"));
+}
+
+TEST_F(ReplaceableFunctions, AreCalledThroughLazyPointersWithoutABind)
+{
+    Load("replaceable");
+    EXPECT_EQ(Find<int()>("callReplaceable")(), 42);
 }

@@ -9,6 +9,7 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
@@ -110,6 +111,49 @@ TEST(HostileHeader, OfAnotherKindIsRefused)
     EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x4 bytes at 0x0 are beyond the end at 0x0"));
 }
 
+TEST(HostilePlatform, OtherThanMacosIsRefused)
+{
+    namespace command = macho::format::command;
+    std::vector<char> file = FileOf("fixups_chained");
+    const size_t platform = CommandOffset(file, command::BuildVersion) + 8;
+    ExpectRefusals(file, {{platform, 2, "image: is built for iOS, not for macOS"},
+                          {platform, 6, "image: is built for Mac Catalyst, not for macOS"},
+                          {platform, 7, "image: is built for the simulator of iOS, not for macOS"},
+                          {platform, 12, "image: is built for the simulator of visionOS, not for macOS"},
+                          {platform, 0, "image: is built for platform 0, not for macOS"},
+                          {platform, 99, "image: is built for platform 99, not for macOS"}});
+
+    const std::vector<char> older = FileOf("objects");
+    const size_t version = CommandOffset(older, command::VersionMinMacos);
+    ExpectRefusals(older,
+                   {{version, command::VersionMinIos, "image: is built for iOS, not for macOS"},
+                    {version, command::VersionMinTvos, "image: is built for tvOS, not for macOS"},
+                    {version, command::VersionMinWatchos, "image: is built for watchOS, not for macOS"}});
+}
+
+TEST(HostilePlatform, BesideMacosIsRead)
+{
+    namespace command = macho::format::command;
+    std::vector<char> file = FileOf("fixups_chained");
+    // Another command of the same size.
+    const size_t other = CommandOffset(file, command::Uuid);
+    Write(file, other, command::BuildVersion);
+    Write(file, other + 8, 6);
+    EXPECT_EQ(ErrorOf(file), "");
+}
+
+TEST(HostileLazyPointers, WithoutABindAreRefused)
+{
+    std::vector<char> file = FileOf("fixups_opcodes");
+    const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);
+    const char *const error = "section __DATA,__la_symbol_ptr: the lazy pointer at ";
+    // Without lazy binds, they lead to the stub helper; without rebases too, to nowhere.
+    Write(file, info + 36, 0);
+    EXPECT_THAT(ErrorOf(file), AllOf(HasSubstr(error), EndsWith("is bound to nothing")));
+    Write(file, info + 12, 0);
+    EXPECT_THAT(ErrorOf(file), HasSubstr(error));
+}
+
 TEST(HostileCommands, AreRefusedWithTheirNames)
 {
     namespace command = macho::format::command;
@@ -139,8 +183,20 @@ TEST(HostileCommands, AreRefusedWithTheirNames)
         {info + 32, 0x7FFFFFFF, "lazy bind table: "},
         {info + 40, 0x7FFFFFFF, "exports trie: "},
         {dylib + 8, 0x7FFFFFFF, "dylib command: "},
+        {dylib + 24, 0, "dylib command: the name of the library is empty"},
+        {segment + 72 + 16, 0x4A325B1B, "section \\x1b[2JXT"},
     };
     ExpectRefusals(file, damages);
+}
+
+TEST(HostileSections, ThatOverlapAreRefused)
+{
+    std::vector<char> file = FileOf("objects");
+    const auto sections = file.begin() + static_cast<std::ptrdiff_t>(
+                                             CommandOffset(file, macho::format::command::Segment64) + 72);
+    // The second gets the first one's address, size and offset.
+    std::copy(sections + 32, sections + 52, sections + 80 + 32);
+    EXPECT_THAT(ErrorOf(file), HasSubstr("section __TEXT,__stubs: overlaps the one before it"));
 }
 
 TEST(HostileTrie, WithACircleIsRefused)
