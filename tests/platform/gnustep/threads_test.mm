@@ -4,6 +4,9 @@
 #include <CoreServices/CoreServices.h>
 
 #include <pthread.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cstring>
@@ -32,14 +35,85 @@ void InFourThreads(Work work)
         thread.join();
 }
 
+/// How often this thread has asked the system for its number.
+thread_local int gQuestions;
+
+/// What the work returns on a thread of its own.
+template <typename Work>
+auto OnAnotherThread(Work work)
+{
+    decltype(work()) result = {};
+    std::thread([&] { result = work(); }).join();
+    return result;
+}
+
+/// Two answers of this thread, as a number of two digits: the second one may be remembered.
+int TwoAnswers()
+{
+    const int first = pthread_main_np();
+    return 10 * first + pthread_main_np();
+}
+
+constexpr int kMain = 11;
+constexpr int kOther = 0;
+
+/// What the work returns in a child that this thread forks; a small number.
+template <typename Work>
+int InAChild(Work work)
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(work());
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || !WIFEXITED(status))
+        return -1;
+    return WEXITSTATUS(status);
+}
+
 } // namespace
+
+/// Replaces the system's, so that its use can be counted.
+extern "C" pid_t gettid() noexcept
+{
+    ++gQuestions;
+    return static_cast<pid_t>(syscall(SYS_gettid));
+}
 
 TEST(MainThread, IsTheFirstOne)
 {
-    EXPECT_EQ(pthread_main_np(), 1);
-    int elsewhere = -1;
-    std::thread([&elsewhere] { elsewhere = pthread_main_np(); }).join();
-    EXPECT_EQ(elsewhere, 0);
+    EXPECT_EQ(TwoAnswers(), kMain);
+    EXPECT_EQ(OnAnotherThread(TwoAnswers), kOther);
+    EXPECT_EQ(TwoAnswers(), kMain);
+}
+
+TEST(MainThread, OfAForkedChildIsTheOneThatForked)
+{
+    EXPECT_EQ(TwoAnswers(), kMain);
+    EXPECT_EQ(InAChild(TwoAnswers), kMain);
+    EXPECT_EQ(InAChild([] { return OnAnotherThread(TwoAnswers); }), kOther);
+
+    const auto forked = OnAnotherThread([] {
+        return std::vector{
+            TwoAnswers(),
+            InAChild(TwoAnswers),
+            InAChild([] { return OnAnotherThread(TwoAnswers); }),
+            InAChild([] { return OnAnotherThread([] { return TwoAnswers() + InAChild(TwoAnswers); }); }),
+            TwoAnswers(),
+        };
+    });
+    EXPECT_EQ(forked, (std::vector{kOther, kMain, kOther, kMain, kOther}));
+}
+
+TEST(MainThread, IsAskedForOnceAThread)
+{
+    const auto questions = [] {
+        gQuestions = 0;
+        TwoAnswers();
+        TwoAnswers();
+        return gQuestions;
+    };
+    EXPECT_EQ(OnAnotherThread(questions), 1);
+    EXPECT_LE(questions(), 1);
 }
 
 TEST(FourThreads, ConvertText)
