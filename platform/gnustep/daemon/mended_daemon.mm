@@ -8,8 +8,14 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <map>
+#include <string>
+#include <string_view>
 #include <utility>
 
 /// What gdnc sends to a process.
@@ -213,6 +219,31 @@ void SetRootObject(id connection, SEL selector, id root)
     gSetRootObject(connection, selector, root);
 }
 
+std::string_view NameOfFile(std::string_view path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// Takes this library out of LD_PRELOAD, and leaves what else is there.
+void StayOutOfChildren()
+{
+    const char *const preloaded = std::getenv("LD_PRELOAD");
+    Dl_info self;
+    if (preloaded == nullptr || dladdr(reinterpret_cast<void *>(&StayOutOfChildren), &self) == 0)
+        return;
+    std::string others;
+    for (std::string_view rest = preloaded; !rest.empty();) {
+        const std::string_view entry = rest.substr(0, rest.find_first_of(": "));
+        rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
+        if (!entry.empty() && NameOfFile(entry) != NameOfFile(self.dli_fname))
+            others.append(others.empty() ? "" : ":").append(entry);
+    }
+    if (others.empty())
+        unsetenv("LD_PRELOAD");
+    else
+        setenv("LD_PRELOAD", others.c_str(), 1);
+}
+
 } // namespace
 
 @interface MendedDaemon : NSObject
@@ -222,6 +253,9 @@ void SetRootObject(id connection, SEL selector, id root)
 
 + (void)load
 {
+    // Before the classes are used: one that starts a program when it is initialised would start it in that
+    // program, too.
+    StayOutOfChildren();
     @autoreleasepool {
         gSetRootObject =
             Replace<SetRootObjectMethod>([NSConnection class], @selector(setRootObject:), SetRootObject);
