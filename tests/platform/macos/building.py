@@ -14,9 +14,10 @@ def copy_sources(folder):
                     ignore=shutil.ignore_patterns('.git', 'build', 'dist', '.cache', '__pycache__'))
 
 
-def build(sources, folder):
-    """Builds what the dylib needs and returns its path; raises with the tools' output where that fails."""
-    environment = {name: value for name, value in os.environ.items() if name != 'ZERO_AR_DATE'}
+def build(sources, folder, variables=None):
+    """Builds what the dylib needs and returns its path; raises with the tools' output where that fails. The variables
+    are added to the environment."""
+    environment = {name: value for name, value in os.environ.items() if name != 'ZERO_AR_DATE'} | (variables or {})
     for command in (['cmake', '--preset', 'macos', '-S', sources, '-B', folder],
                     ['cmake', '--build', folder, '--parallel', '2', '--target', 'NotificationsQZL']):
         done = subprocess.run(command, cwd=sources, env=environment, text=True, check=False,

@@ -1,16 +1,21 @@
 """The same sources give the same bytes, wherever they are and wherever they are built."""
 import hashlib
+import sys
 import tempfile
 import unittest
 from pathlib import Path
 
 import building
+import dylib
+
+# Where compilers and linkers look besides the folders that they are told.
+SEARCH_PATHS = ['CPATH', 'CPLUS_INCLUDE_PATH', 'OBJCPLUS_INCLUDE_PATH', 'LIBRARY_PATH']
 
 
-def digests(dylib):
+def digests(path):
     """The digests of the dylib and of its debugging information."""
-    companion = Path(f'{dylib}.dSYM/Contents/Resources/DWARF') / dylib.name
-    return [hashlib.sha256(path.read_bytes()).hexdigest() for path in (dylib, companion)]
+    companion = Path(f'{path}.dSYM/Contents/Resources/DWARF') / path.name
+    return [hashlib.sha256(file.read_bytes()).hexdigest() for file in (path, companion)]
 
 
 class ReproducibleBuild(unittest.TestCase):
@@ -27,3 +32,15 @@ class ReproducibleBuild(unittest.TestCase):
             ]
             found = {str(place): digests(building.build(sources, place)) for sources, place in builds}
         self.assertEqual(1, len({tuple(digest) for digest in found.values()}), found)
+
+    @unittest.skipIf(sys.platform == 'darwin', "Apple's tools take what the environment names")
+    def test_takes_neither_headers_nor_libraries_from_the_environment(self):
+        stub = (building.SOURCES / 'platform/macos/stubs/usr/lib/libobjc.tbd').read_text(encoding='utf-8')
+        with tempfile.TemporaryDirectory() as temporary:
+            folder = Path(temporary)
+            (folder / 'libobjc.tbd').write_text(stub.replace('current-version: 228', 'current-version: 1'),
+                                                encoding='utf-8')
+            (folder / 'stdint.h').write_text('#pragma once\n#include_next <stdint.h>\n'
+                                             '[[gnu::used]] static const int planted = 1;\n', encoding='utf-8')
+            built = building.build(building.SOURCES, folder / 'build', dict.fromkeys(SEARCH_PATHS, str(folder)))
+            self.assertEqual(digests(dylib.under_test().path), digests(built))

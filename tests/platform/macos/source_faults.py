@@ -265,6 +265,12 @@ SOURCE_FAULTS = [
     mutation('symbols with the build folder', [(LINKING, '    LINKER:-oso_prefix,${PROJECT_BINARY_DIR}/\n', '')],
              'reproducible_build_test.ReproducibleBuild.'
              'test_gives_the_same_bytes_in_another_folder_and_from_another_copy'),
+    mutation('headers of the environment', [(LINKING, '--unset=CPATH --unset=CPLUS_INCLUDE_PATH', '')],
+             'reproducible_build_test.ReproducibleBuild.'
+             'test_takes_neither_headers_nor_libraries_from_the_environment'),
+    mutation('libraries of the environment', [(LINKING, '--unset=LIBRARY_PATH', '')],
+             'reproducible_build_test.ReproducibleBuild.'
+             'test_takes_neither_headers_nor_libraries_from_the_environment'),
     mutation('the time of day in the code', [(NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__TIME__ "')],
              'reproducible_build_test.ReproducibleBuild.'
              'test_gives_the_same_bytes_in_another_folder_and_from_another_copy'),
