@@ -118,6 +118,8 @@ SOURCE_FAULTS = [
     mutation('a function bound to the wrong library',
              [(LIB_SYSTEM, ' _strlen,', ''), (LIB_OBJC, '_sel_registerName', '_sel_registerName, _strlen')],
              'imports_test.Imports.test_come_from_the_library_that_exports_them'),
+    mutation('the root class bound as before macOS 10.8', [(CORE_FOUNDATION, 'NSNull,', 'NSNull, NSObject,')],
+             'imports_test.Imports.test_come_from_the_library_that_exports_them'),
     mutation('a weak import from a library that is always there',
              [('CFBase.h', 'CF_EXPORT CFTypeRef CFRetain(CFTypeRef object)',
                'CF_EXPORT __attribute__((weak_import)) CFTypeRef CFRetain(CFTypeRef object)')],
