@@ -11,9 +11,8 @@ import tempfile
 
 import gdb
 
+# The folder that the debugging information calls ".".
 SOURCES = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
-# The compiler's working folder, as it is named in the debugging information.
-COMPILATION_FOLDER = "build"
 
 SEGMENT_64 = 0x19
 SHT_NULL, SHT_PROGBITS, SHT_STRTAB, SHT_NOBITS = 0, 1, 3, 8
@@ -100,5 +99,5 @@ class DylibLoaded(gdb.Breakpoint):
 
 
 gdb.execute("set breakpoint pending on")
-gdb.execute(f"set substitute-path {COMPILATION_FOLDER} {SOURCES}")
+gdb.execute(f"set substitute-path . {SOURCES}")
 DylibLoaded()

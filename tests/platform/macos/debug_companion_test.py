@@ -37,5 +37,10 @@ class DebugCompanion(unittest.TestCase):
                 self.assertIn('DW_AT_stmt_list', unit.attributes)
                 self.assertTrue({'DW_AT_ranges', 'DW_AT_high_pc'} & unit.attributes.keys())
 
+    def test_names_the_files_of_the_project_from_its_root(self):
+        files = {name for name in llvm_tools.source_files(self.companion) if not name.startswith('/')}
+        self.assertLessEqual(source_files(), {os.path.normpath(name) for name in files})
+        self.assertEqual([], [name for name in sorted(files) if not (SOURCES / name).is_file()])
+
     def test_is_sound(self):
         llvm_tools.verify_debug_information(self.companion)

@@ -136,6 +136,11 @@ def compile_units(path):
     return units
 
 
+def source_files(path):
+    """The files that declarations and calls are in, as a debugger puts their names together."""
+    return set(re.findall(r'DW_AT_(?:decl|call)_file\t\("(.*)"\)', run('dwarfdump', '--debug-info', path)))
+
+
 def verify_debug_information(path):
     """Raises unless the debugging information is sound."""
     run('dwarfdump', '--verify', '--quiet', path)

@@ -93,6 +93,9 @@ SOURCE_FAULTS = [
     mutation('a debugging companion without one of the sources',
              [compiled('errors.cpp', '-g0')],
              'debug_companion_test.DebugCompanion.test_describes_every_source_file'),
+    mutation('debugging information with paths that lead nowhere',
+             [(LINKING, '-ffile-prefix-map=${PROJECT_BINARY_DIR}=.', '-ffile-prefix-map=${PROJECT_BINARY_DIR}=build')],
+             'debug_companion_test.DebugCompanion.test_names_the_files_of_the_project_from_its_root'),
     # Imports
     mutation("another C library's error number",
              [(LIB_SYSTEM, '_abort,', '_abort, ___error,')]
