@@ -245,6 +245,8 @@ SOURCE_FAULTS = [
     mutation('a cleanup without its personality',
              at_start('extern "C" void _Unwind_Resume(void *);', ' if (!resolver) _Unwind_Resume(nullptr);'),
              'unwinding_test.Unwinding.test_functions_with_handlers_or_cleanups_have_the_personality_for_them'),
+    mutation('code that nothing reaches', [(LINKING, 'LINKER:-dead_strip\n', '')],
+             'unwinding_test.Unwinding.test_dwarf_is_there_only_for_functions'),
     mutation('data that can be executed', [(LINKING, '-lSystem)', '-lSystem LINKER:-segprot,__DATA,rwx,rwx)')],
              'memory_test.Memory.test_no_segment_is_both_writable_and_executable'),
     mutation('code that can be written', [(LINKING, '-lSystem)', '-lSystem LINKER:-segprot,__TEXT,rwx,rwx)')],

@@ -69,6 +69,10 @@ class Unwinding(unittest.TestCase):
         self.assertEqual([], [hex(first) for first, _ in self.dylib.dwarf_unwind_ranges.values()
                               if first not in self.starts])
 
+    def test_dwarf_is_there_only_for_functions(self):
+        self.assertEqual(bool(self.dylib.dwarf_unwind_ranges),
+                         self.dylib.section('__TEXT', '__eh_frame') is not None)
+
     def test_personality_and_handler_table_come_together(self):
         tables = self.dylib.section('__TEXT', '__gcc_except_tab')
         self.assertIsNotNone(tables)
