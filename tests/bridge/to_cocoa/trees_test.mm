@@ -67,14 +67,14 @@ private:
         if (type == "boolean")
             return actual == [NSNumber numberWithBool:content.get<bool>()];
         if (type == "single")
-            return IsNumber(actual, "f") && DigitsOf(static_cast<double>([actual floatValue])) == content;
+            return IsNumber(actual, "f") && content == DigitsOf(static_cast<double>([actual floatValue]));
         if (type == "double" || type == "currency")
-            return IsNumber(actual, "d") && DigitsOf([actual doubleValue]) == content;
+            return IsNumber(actual, "d") && content == DigitsOf([actual doubleValue]);
         if (type == "date")
             return IsDate(content, actual);
         if (type == "memory")
             return [actual isKindOfClass:[NSData class]] &&
-                   Hexadecimal({static_cast<const char *>([actual bytes]), [actual length]}) == content;
+                   content == Hexadecimal({static_cast<const char *>([actual bytes]), [actual length]});
         if (type == "folder item")
             return [actual isKindOfClass:[NSURL class]] && IsText(content, [actual path]);
         if (type == "object")
@@ -102,7 +102,7 @@ private:
         if (![actual isKindOfClass:[NSString class]])
             return false;
         NSData *const bytes = [actual dataUsingEncoding:NSUTF8StringEncoding];
-        return std::string(static_cast<const char *>([bytes bytes]), [bytes length]) == utf8;
+        return utf8 == std::string(static_cast<const char *>([bytes bytes]), [bytes length]);
     }
 
     bool IsArray(const Json &elements, id actual, const std::string &path)
