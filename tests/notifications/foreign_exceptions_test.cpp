@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tests/notifications/delivery.h"
+#include "tests/notifications/left_deliveries.h"
 #include "tests/notifications/member_names.h"
 #include "tests/support/leak_check_pause.h"
 #include "tests/support/log_capture.h"
@@ -112,6 +113,7 @@ TEST_F(ForeignExceptionInADelivery, GivesTheWrapperBack)
 
 TEST_F(ForeignExceptionInADelivery, PassesThroughTheMemberThatPosts)
 {
+    const bool keepsObservers = CenterKeepsThrowingObservers();
     Host &host = Start();
     ObserverProgram program(host, "ProgramObserver", [](const Value &) { throw Foreign{5}; });
     const Value observer = program.NewObserver();
@@ -120,7 +122,7 @@ TEST_F(ForeignExceptionInADelivery, PassesThroughTheMemberThatPosts)
     int caught = 0;
 
     {
-        // GNUstep's centre does not give its notification back.
+        // GNUstep's centre does not give back what it holds.
         const LeakCheckPause pause;
         try {
             host.Call(center, "postNotificationName", {"Throws"});
@@ -131,6 +133,7 @@ TEST_F(ForeignExceptionInADelivery, PassesThroughTheMemberThatPosts)
 
     EXPECT_EQ(caught, 5);
     ExpectCocoaObjects("GSNotification", 1);
+    ExpectCocoaObjects("NSNotificationObserver", keepsObservers ? 1 : 0);
 }
 
 TEST_F(ForeignExceptionInAMember, PassesThroughOneWithoutAResult)

@@ -393,10 +393,10 @@ TEST_F(ClassSteps, NoLinkedClassDerivesFromAnother)
 TEST_F(ClassSteps, ClassOfAnEarlierRowCountsBeforeTheValueClassThatItDerivesFrom)
 {
     // The platform has no class of that name. Its superclass is of the last step.
-    StartWith({"NSUserNotification"});
-    MakeClass("NSUserNotification", [NSValue class]);
-    EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeaf", objc_getClass("NSUserNotification")))),
-              "NSUserNotificationQZL");
+    StartWith({"NSDraggingImageComponent"});
+    MakeClass("NSDraggingImageComponent", [NSValue class]);
+    EXPECT_EQ(HostClassOf(MakeObject(MakeClass("QZLTestLeaf", objc_getClass("NSDraggingImageComponent")))),
+              "NSDraggingImageComponentQZL");
 }
 
 TEST_F(ClassSteps, ObjectsOfThousandsOfClassesTakeTheirRows)
