@@ -117,8 +117,7 @@ void AddCenterFlags(CLI::App &command, CenterKind &center, CenterKind defaultCen
     for (const auto &flag : kFlags) {
         const std::string description =
             std::string(flag.description) + (flag.kind == defaultCenter ? " (default)" : "");
-        flags->add_flag_callback(
-            flag.name, [&center, kind = flag.kind] { center = kind; }, description);
+        flags->add_flag_callback(flag.name, [&center, kind = flag.kind] { center = kind; }, description);
     }
 }
 

@@ -62,6 +62,5 @@ void Measure(const char *work, Run run)
         run();
         return 0;
     };
-    Measure(
-        work, counted, [](int) {}, [] {});
+    Measure(work, counted, [](int) {}, [] {});
 }

@@ -228,8 +228,7 @@ void AddClassRowWorks(std::vector<Work> &works)
         works.push_back(
             {name, [make] { return AgainstFirstRow(make()); }, target, Quantity::Nanoseconds, against});
     };
-    addAgainst(
-        "class_rows/last", [] { return ObjectOfClass(kLastClass); }, kTarget);
+    addAgainst("class_rows/last", [] { return ObjectOfClass(kLastClass); }, kTarget);
     addAgainst("class_rows/unknown_object", UnknownObjectWithHostClass, kTarget);
     addAgainst("class_rows/unknown_by_superclass", UnknownObject, 0);
     works.push_back({"class_rows/unknown_by_superclass_floor", FloorsOfUnknownAndFirstRow, 0,

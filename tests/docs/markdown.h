@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-/// The lines of a document, whose name is relative to docs/. Throws std::runtime_error if the document is missing.
+/// The lines of a document, whose name is relative to docs/. Throws std::runtime_error if the document is
+/// missing.
 std::vector<std::string> LinesOfDocument(const std::string &name);
 
 /// The lines between the heading `## title` and the next such heading, and none without that heading.

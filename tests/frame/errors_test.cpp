@@ -72,8 +72,7 @@ TEST_F(Errors, RaiseTheNamedClassWithItsMessage)
 TEST_F(Errors, NullMessageIsTheEmptyString)
 {
     Host &host = Start();
-    ExpectRaisedBy(
-        host, [] { RaiseException("NilObjectException", nullptr); }, "NilObjectException", "");
+    ExpectRaisedBy(host, [] { RaiseException("NilObjectException", nullptr); }, "NilObjectException", "");
 }
 
 TEST_F(Errors, ErrorNumberIsZeroWhateverIsPassed)
@@ -120,8 +119,7 @@ TEST_F(Errors, OfAnUnknownClassAreMadeOfRuntimeExceptionInThisOrder)
 TEST_F(Errors, OfAnUnknownClassAreRuntimeExceptionsWithTheirMessage)
 {
     Host &host = Start();
-    ExpectRaisedBy(
-        host, [] { RaiseException("NoSuchException", "kept"); }, "RuntimeException", "kept");
+    ExpectRaisedBy(host, [] { RaiseException("NoSuchException", "kept"); }, "RuntimeException", "kept");
 }
 
 TEST_F(Errors, WithoutInstancesNothingIsRaised)
@@ -140,8 +138,7 @@ TEST_P(ErrorsWithout, AHostFunctionSkipOnlyItsStep)
 {
     Host &host = StartLacking({GetParam().function});
     const std::string message = GetParam().losesMessage ? "" : "text";
-    ExpectRaisedBy(
-        host, [] { RaiseException("NilObjectException", "text"); }, "NilObjectException", message);
+    ExpectRaisedBy(host, [] { RaiseException("NilObjectException", "text"); }, "NilObjectException", message);
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, ErrorsWithout,

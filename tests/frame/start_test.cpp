@@ -30,8 +30,7 @@ class BeforeTheStart : public ::testing::Test {};
 
 class AfterTheStart : public HostTest {
 protected:
-    Host &StartWith(
-        std::optional<double> version, const std::function<void(Host &)> &prepare = [](Host &) {})
+    Host &StartWith(std::optional<double> version, const std::function<void(Host &)> &prepare = [](Host &) {})
     {
         HostOptions options;
         options.version = version;

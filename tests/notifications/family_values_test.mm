@@ -44,9 +44,8 @@ protected:
     {
         const Value info = host().NewDictionary();
         host().DictionarySet(info, "key", value);
-        return ExceptionClassOf([&] {
-            host().Call(center_, "postNotificationName", {"Posted", value, info});
-        });
+        return ExceptionClassOf(
+            [&] { host().Call(center_, "postNotificationName", {"Posted", value, info}); });
     }
 
     int Posts() const { return posts_; }

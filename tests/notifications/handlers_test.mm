@@ -83,9 +83,8 @@ TEST_P(Handler, MayAddAnObserver)
     const Value center = DefaultCenter(host);
     ObserverProgram other(host, "OtherObserver");
     const Value added = other.NewObserver();
-    ObserverProgram program(host, "ProgramObserver", [&](const Value &) {
-        host.Call(center, "addObserver", {added, "Later"});
-    });
+    ObserverProgram program(host, "ProgramObserver",
+                            [&](const Value &) { host.Call(center, "addObserver", {added, "Later"}); });
     const Value observer = program.NewObserver();
     host.Call(center, "addObserver", {observer, "More"});
 

@@ -72,10 +72,7 @@ const KindRow kKinds[] = {
     {"Data", []() -> id { return [NSData dataWithBytes:"\0\xff\x01" length:3]; },
      typed::Memory({"\0\xff\x01", 3})},
     {"EmptyData", []() -> id { return [NSData data]; }, nullptr},
-    {"Array",
-     []() -> id {
-         return @[ @"one", @2, @[ [NSData dataWithBytes:"data" length:4] ] ];
-     },
+    {"Array", []() -> id { return @[ @"one", @2, @[ [NSData dataWithBytes:"data" length:4] ] ]; },
      typed::Array({typed::String("one"), typed::Integer(2), typed::Array({typed::Memory("data")})})},
     {"EmptyArray", []() -> id { return [NSArray array]; }, typed::Array({})},
     {"Dictionary", []() -> id { return @{@"in" : @{@"deeper" : @1}, @"after" : @"nested"}; },

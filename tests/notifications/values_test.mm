@@ -185,9 +185,8 @@ TEST_F(PostedValues, ArrayWithNilIsRefusedAndNothingIsPosted)
     const Value array = host.NewArray(qzlhost::code::Object, {"text", Value()});
     const Value center = DefaultCenter(host);
 
-    const std::string raised = ExceptionClassOf([&] {
-        host.Call(center, "postNotificationName", {kName, array});
-    });
+    const std::string raised =
+        ExceptionClassOf([&] { host.Call(center, "postNotificationName", {kName, array}); });
 
     EXPECT_EQ(raised, "NSExceptionQZL");
     EXPECT_EQ(Posts(), 0u);

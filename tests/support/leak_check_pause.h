@@ -12,14 +12,8 @@
 class LeakCheckPause {
 public:
 #ifdef QZL_HAS_LEAK_CHECKER
-    LeakCheckPause()
-    {
-        __lsan_disable();
-    }
-    ~LeakCheckPause()
-    {
-        __lsan_enable();
-    }
+    LeakCheckPause() { __lsan_disable(); }
+    ~LeakCheckPause() { __lsan_enable(); }
 #else
     LeakCheckPause() {}
     ~LeakCheckPause() {}

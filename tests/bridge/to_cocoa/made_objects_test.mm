@@ -34,16 +34,8 @@ constexpr Kind kKinds[] = {
     {"Block", [](Host &host) { return host.NewMemoryBlock("block"); }, "NSData"},
     {"FolderItem", [](Host &host) { return host.NewFolderItem("/tmp"); }, "NSURL"},
     {"MissingFolderItem", [](Host &host) { return host.NewFolderItem("/missing"); }, "NSURL"},
-    {"Dictionary",
-     [](Host &host) {
-         return NewDictionary(host, {{"key", "value"}});
-     },
-     "NSMutableDictionary"},
-    {"Array",
-     [](Host &host) {
-         return host.NewArray(code::Int64, {1, 2});
-     },
-     "NSMutableArray"},
+    {"Dictionary", [](Host &host) { return NewDictionary(host, {{"key", "value"}}); }, "NSMutableDictionary"},
+    {"Array", [](Host &host) { return host.NewArray(code::Int64, {1, 2}); }, "NSMutableArray"},
     {"EmptyArray", [](Host &host) { return host.NewArray(code::Object, {}); }, "NSMutableArray"},
     {"Size", [](Host &host) { return NewGeometry(host, "NSSizeQZL"); }, "NSValue"},
     {"Rect", [](Host &host) { return NewGeometry(host, "NSRectQZL"); }, "NSValue"},

@@ -369,11 +369,8 @@ TEST_F(WrappedHostObject, ComesBeforeValue)
     Host &host = StartWithInner();
     family().OfferObjectWrapper();
     DefineWrapperClass(host, "NSSizeQZL");
-    const id value = ClaimingToBe("QZLREALobjectWrapper", [NSValue valueWithSize : NSMakeSize(1, 2)], {
-        {
-            "unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"
-        }
-    });
+    const id value = ClaimingToBe("QZLREALobjectWrapper", [NSValue valueWithSize : NSMakeSize(1, 2)],
+                                  { {"unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"} });
     EXPECT_EQ(NewVariantFromNSObject(value), nullptr);
     EXPECT_EQ(host.CallsOf("PluginNewInstance"), 0);
 }
@@ -382,10 +379,7 @@ TEST_F(WrappedHostObject, IsNotAnObjectThatOnlyHasTheMethod)
 {
     Host &host = StartWithInner();
     family().OfferObjectWrapper();
-    const id object = MakeObject(MakeClass("QZLTestUnwraps", [NSObject class], {
-        {
-            "unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"
-        }
-    }));
+    const id object = MakeObject(MakeClass("QZLTestUnwraps", [NSObject class],
+                                           { {"unwrap", reinterpret_cast<IMP>(AnswerNothing), "^v16@0:8"} }));
     EXPECT_EQ(host.ClassOf(Convert(object)), "NSObjectQZL");
 }

@@ -330,11 +330,8 @@ TEST_F(ClassSteps, ObjectWhoseClassGetsItsOwnAnswerIsAskedFromThenOn)
 TEST_F(ClassSteps, ObjectThatChangesItsClassWhileItIsAskedSaysNothingAboutItsFormerClass)
 {
     StartWith({"NSPipe", "NSObject"});
-    const Class former = MakeClass("QZLTestFormer", [NSObject class], {
-        {
-            "isKindOfClass:", reinterpret_cast<IMP>(BecomePipe), "C24@0:8#16"
-        }
-    });
+    const Class former = MakeClass("QZLTestFormer", [NSObject class],
+                                   { {"isKindOfClass:", reinterpret_cast<IMP>(BecomePipe), "C24@0:8#16"} });
     gPipeClass = MakeClass("QZLTestPipe", [NSPipe class]);
     const size_t room = class_getInstanceSize(gPipeClass);
     for (int round = 0; round < 3; ++round) {
@@ -348,11 +345,8 @@ TEST_F(ClassSteps, ObjectThatChangesItsClassWhileItIsAskedSaysNothingAboutItsFor
 TEST_F(ClassSteps, ObjectThatSaysItIsOfAnotherClassIsAsked)
 {
     StartWith({"NSPipe", "NSTask"});
-    const Class liar = MakeClass("QZLTestLiar", [NSPipe class], {
-        {
-            "class", reinterpret_cast<IMP>(AnswerTask), "#16@0:8"
-        }
-    });
+    const Class liar =
+        MakeClass("QZLTestLiar", [NSPipe class], { {"class", reinterpret_cast<IMP>(AnswerTask), "#16@0:8"} });
     const id object = MakeObject(liar);
     ClassLookUps::count = 0;
     // Its own method decides which of its two classes counts.

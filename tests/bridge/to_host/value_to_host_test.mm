@@ -81,9 +81,7 @@ const StructureRow kStructures[] = {
      {static_cast<uint64_t>(INT64_MAX), 0}},
     {"HighestRange",
      "NSRangeQZL",
-     [] {
-         return [NSValue valueWithRange:NSRange{NSUIntegerMax, NSUIntegerMax}];
-     },
+     [] { return [NSValue valueWithRange:NSRange{NSUIntegerMax, NSUIntegerMax}]; },
      {},
      {UINT64_MAX, UINT64_MAX}},
     {"RectOfASubclass",

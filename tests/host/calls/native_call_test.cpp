@@ -136,8 +136,7 @@ NativeSignature StackSignature(NativeType type)
 }
 
 template <typename Case>
-class NativeCall : public testing::Test {
-};
+class NativeCall : public testing::Test {};
 TYPED_TEST_SUITE(NativeCall, EveryType);
 
 TYPED_TEST(NativeCall, PassesExtremeValuesAndTheirResults)
