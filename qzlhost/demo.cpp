@@ -26,7 +26,8 @@ public:
     {
         const std::lock_guard lock(mutex_);
         out_ << std::left << std::setw(15) << (OnMainThread() ? "main thread" : "other thread") << text
-             << std::endl;
+             << '\n'
+             << std::flush;
     }
 
 private:
@@ -131,8 +132,7 @@ bool RunDemo(Host &host, std::ostream &out)
     out << "\n"
         << program.posted << " notifications posted, " << program.received << " received, "
         << program.received - program.receivedElsewhere << " of them on the main thread, "
-        << program.receivedLate << " after the poster went on; none after the observer was removed."
-        << std::endl;
+        << program.receivedLate << " after the poster went on; none after the observer was removed.\n";
     return finished && program.received == program.posted && program.receivedElsewhere == 0 &&
            program.receivedLate == 0;
 }

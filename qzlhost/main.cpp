@@ -68,7 +68,7 @@ int Demonstrate(const std::string &library)
     const int status = RunProgram(
         library, [](qzlhost::Host &host) { return RunDemo(host, std::cout) ? kSuccess : kFailure; });
     if (status == kSuccess)
-        std::cout << "Every reference was given back." << std::endl;
+        std::cout << "Every reference was given back.\n";
     return status;
 }
 
@@ -77,7 +77,7 @@ int Watch(const std::string &library, const WatchOptions &options)
     std::signal(SIGINT, Stop);
     std::signal(SIGTERM, Stop);
     return RunProgram(library, [&](qzlhost::Host &host) {
-        const auto ready = [] { std::cerr << "Watching." << std::endl; };
+        const auto ready = [] { std::cerr << "Watching.\n"; };
         const bool ended = RunWatch(host, options, std::cout, ready, [] { return gStopped != 0; });
         return ended || !options.count ? kSuccess : kFailure;
     });

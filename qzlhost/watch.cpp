@@ -52,7 +52,8 @@ bool RunWatch(Host &host, const WatchOptions &options, std::ostream &out, const 
                                   out << (options.asJson
                                               ? LineOfJson(NotificationAsJson(host, arguments.at(0)))
                                               : NotificationAsText(host, arguments.at(0)))
-                                      << std::endl;
+                                      << '\n'
+                                      << std::flush;
                                   return Value();
                               }});
     host.DefineClass(std::move(watcher));

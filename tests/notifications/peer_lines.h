@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    static void Write(const nlohmann::json &line) { std::cout << line.dump() << std::endl; }
+    static void Write(const nlohmann::json &line) { std::cout << line.dump() << '\n' << std::flush; }
 
     /// The number of events so far. Each answer carries it, so that the reader knows which events came
     /// before.
