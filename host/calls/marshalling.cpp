@@ -128,7 +128,8 @@ NativeArguments::NativeArguments(const Declaration &declaration, Instance *self,
     }
     for (size_t i = 0; i < declaration.parameters.size(); ++i) {
         const Parameter &parameter = declaration.parameters[i];
-        Add(parameter.type, i < arguments.size() ? arguments[i] : ValueOf(parameter.defaultValue.value_or(Literal())));
+        Add(parameter.type,
+            i < arguments.size() ? arguments[i] : ValueOf(parameter.defaultValue.value_or(Literal())));
     }
 }
 

@@ -131,7 +131,6 @@ std::unique_ptr<NativeCallback> MakeCallback(const Declaration &declaration, Pro
         try {
             const Value self = FromNativeArgument(selfType, native[0]);
             std::vector<Value> arguments;
-            arguments.reserve(declaration.parameters.size());
             for (size_t i = 0; i < declaration.parameters.size(); ++i)
                 arguments.push_back(FromNativeArgument(declaration.parameters[i].type, native[i + 1]));
             return ToNativeResult(declaration.result, body(self, arguments));

@@ -155,7 +155,6 @@ std::vector<Accounts::Entry> Accounts::Alive() const
 {
     std::vector<Entry> entries;
     std::lock_guard lock(mutex_);
-    entries.reserve(alive_.size());
     for (const auto &each : alive_)
         entries.push_back(each.second);
     return entries;

@@ -157,7 +157,6 @@ std::vector<Slice> ReadSlices(Bytes file, bool isWide)
         throw LoadError("it is no universal file, or one of " + std::to_string(count) + " slices; " +
                         kNeeded);
     std::vector<Slice> slices;
-    slices.reserve(count);
     for (uint64_t i = 0; i < count; ++i)
         slices.push_back(ReadSlice(cursor, isWide, file));
     const Bytes table = file.Slice(0, cursor.Position(), "universal header");

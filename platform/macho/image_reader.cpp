@@ -214,7 +214,6 @@ void RequireBoundLazyPointers(const Image &image)
 {
     const Section *const helpers = image.FindSection("__TEXT", "__stub_helper");
     std::vector<uint64_t> bound;
-    bound.reserve(image.binds.size() + image.rebases.size());
     for (const Bind &bind : image.binds)
         bound.push_back(bind.address);
     for (const Rebase &rebase : image.rebases) {

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 namespace {
 
 constexpr char kNeeded[] = "; a 64-bit dylib or bundle for x86-64 is needed";
-constexpr uint32_t kX86_64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
+constexpr uint32_t kX64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
 
 std::string KindError(const std::vector<char> &file)
 {
@@ -68,16 +68,16 @@ TEST(FileKind, OfEachTypeIsNamed)
         {99, "file of type 0x63"},
     };
     for (const auto &[type, name] : types)
-        EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 3, type})),
+        EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, type})),
                   std::string("it is a 64-bit ") + name + " for x86-64" + kNeeded);
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 3, 6})), "");
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 3, 8})), "");
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, 6})), "");
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, 8})), "");
 }
 
 TEST(FileKind, ForOtherProcessorsIsNamed)
 {
     const std::tuple<uint32_t, uint32_t, const char *> processors[] = {
-        {kX86_64, 8, "x86-64h"},     {kX86_64, 0x63, "x86-64 of the subtype 0x63"},
+        {kX64, 8, "x86-64h"},        {kX64, 0x63, "x86-64 of the subtype 0x63"},
         {kArm64, 0, "arm64"},        {kArm64, 0x80000002, "arm64e"},
         {0x0200000C, 1, "arm64_32"}, {99, 0, "a processor of type 0x63"},
     };
@@ -85,7 +85,7 @@ TEST(FileKind, ForOtherProcessorsIsNamed)
         EXPECT_EQ(KindError(Words({0xFEEDFACF, type, subtype, 6})),
                   std::string("it is a 64-bit dylib for ") + name + kNeeded);
     // Flags stand in the upper bits of a subtype.
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 0x80000003, 6})), "");
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 0x80000003, 6})), "");
 }
 
 TEST(FileKind, OfOtherWordsIsNamed)
@@ -131,7 +131,7 @@ TEST(UniversalFile, IsLoadedByTheSliceThatFits)
 TEST(UniversalFile, WithWideNumbersIsLoadedByTheSliceThatFits)
 {
     std::vector<char> file = Words({0xCAFEBABF, 2, kArm64, 0, 0, 0x1000, 0, 0x1000, 12, 0, //
-                                    kX86_64, 3, 0, 0x2000, 0, 0, 12, 0},
+                                    kX64, 3, 0, 0x2000, 0, 0, 12, 0},
                                    true);
     const std::vector<char> dylib = FileOf("fixups_opcodes");
     Write(file, 60, __builtin_bswap32(static_cast<uint32_t>(dylib.size())));
@@ -155,17 +155,17 @@ TEST(UniversalFile, ThatIsCutOffIsRefused)
 TEST(UniversalFile, WithoutASliceThatFitsSaysWhichItHas)
 {
     EXPECT_EQ(KindError(Universal({0xCAFEBABE, 3, kI386, 3, 0x1000, 0x100, 12, kArm64, 2, 0x2000, 0x100, 12,
-                                   kX86_64, 8, 0x2800, 0x100, 11})),
+                                   kX64, 8, 0x2800, 0x100, 11})),
               std::string("it is a universal file for i386, arm64e, x86-64h") + kNeeded);
     EXPECT_THAT(KindError(Universal({0xCAFEBABE, 0})), HasSubstr("it is a universal file for no processor;"));
 }
 
 TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 {
-    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX86_64, 3, 0x1000, 0x100, 12};
+    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX64, 3, 0x1000, 0x100, 12};
     std::vector<char> file = Universal(header);
     EXPECT_THAT(KindError(file), HasSubstr("it is no Mach-O file;"));
-    const std::vector<char> executable = Words({0xFEEDFACF, kX86_64, 3, 2});
+    const std::vector<char> executable = Words({0xFEEDFACF, kX64, 3, 2});
     std::copy(executable.begin(), executable.end(), file.begin() + 0x1000);
     EXPECT_THAT(KindError(file), HasSubstr("it is a 64-bit executable for x86-64;"));
     const std::vector<char> universal = Universal(header);
@@ -176,7 +176,7 @@ TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 TEST(UniversalFile, WithWrongSlicesIsRefused)
 {
     const auto errorOf = [](uint32_t offset, uint32_t size, uint32_t alignment) {
-        return KindError(Universal({0xCAFEBABE, 2, kX86_64, 3, 0x1000, 0x1000, 12, //
+        return KindError(Universal({0xCAFEBABE, 2, kX64, 3, 0x1000, 0x1000, 12, //
                                     kArm64, 0, offset, size, alignment}));
     };
     EXPECT_THAT(errorOf(0x2000, 0x1001, 12), HasSubstr("slice for arm64: 0x1001 bytes at 0x2000 are beyond"));

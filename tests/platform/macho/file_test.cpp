@@ -182,7 +182,7 @@ TEST_F(LoadedFile, WhoseTablesFindNoMemoryIsRefused)
     const TemporaryFile file(
         ImageOfOneSegment(kSize, {0x11, 0x20, 0x80, 0x08, 0x60, 0x80, 0x80, 0xF0, 0x03}));
     ASSERT_EQ(truncate(file.Path().c_str(), kSize), 0);
-    AllowMemory(2 * kSize);
+    AllowMemory(size_t{2} * kSize);
     EXPECT_EQ(ErrorOf(file.Path()), "there is not enough memory");
 }
 
