@@ -13,7 +13,7 @@ def mutation(fault, edits, *tests):
 
 
 LINKING = 'platform/macos/CMakeLists.txt'
-TOOLCHAIN = 'toolchain.cmake'
+TOOLCHAIN = 'macos/toolchain.cmake'
 CORE_FOUNDATION = 'CoreFoundation.framework/Versions/A/CoreFoundation.tbd'
 FOUNDATION = 'Foundation.framework/Versions/C/Foundation.tbd'
 LIB_SYSTEM = 'libSystem.B.tbd'
