@@ -36,11 +36,15 @@ class ReproducibleBuild(unittest.TestCase):
     @unittest.skipIf(sys.platform == 'darwin', "Apple's tools take what the environment names")
     def test_takes_neither_headers_nor_libraries_from_the_environment(self):
         stub = (building.SOURCES / 'platform/macos/stubs/usr/lib/libobjc.tbd').read_text(encoding='utf-8')
+        header = '#pragma once\n#include_next <stdint.h>\n[[gnu::used]] static const int planted = 1;\n'
         with tempfile.TemporaryDirectory() as temporary:
-            folder = Path(temporary)
-            (folder / 'libobjc.tbd').write_text(stub.replace('current-version: 228', 'current-version: 1'),
-                                                encoding='utf-8')
-            (folder / 'stdint.h').write_text('#pragma once\n#include_next <stdint.h>\n'
-                                             '[[gnu::used]] static const int planted = 1;\n', encoding='utf-8')
-            built = building.build(building.SOURCES, folder / 'build', dict.fromkeys(SEARCH_PATHS, str(folder)))
+            # Of a folder that two variables name the compiler takes only the last place.
+            folders = {name: Path(temporary) / name for name in SEARCH_PATHS}
+            for folder in folders.values():
+                folder.mkdir()
+                (folder / 'stdint.h').write_text(header, encoding='utf-8')
+                (folder / 'libobjc.tbd').write_text(stub.replace('current-version: 228', 'current-version: 1'),
+                                                    encoding='utf-8')
+            built = building.build(building.SOURCES, Path(temporary) / 'build',
+                                   {name: str(folder) for name, folder in folders.items()})
             self.assertEqual(digests(dylib.under_test().path), digests(built))
