@@ -14,6 +14,13 @@ void CountCocoaObjects()
     [pool release];
 }
 
+void MakeLastFileError()
+{
+    NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+    [[NSFileManager defaultManager] createDirectoryAtPath:@"" attributes:nil];
+    [pool release];
+}
+
 int LiveCocoaObjects(const std::string &className)
 {
     const Class counted = objc_getClass(className.c_str());

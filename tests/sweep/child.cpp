@@ -46,6 +46,7 @@ json Run(qzlhost::Host &host, SweptProgram &program, const FaultyCall &call)
     const std::vector<Outcome> first = program.Run();
     const std::map<std::string, int> calls = EndFaults(host);
     const std::vector<Outcome> second = program.Run();
+    MakeLastFileError();
     json cocoaObjects = json::object();
     for (const char *name : kCountedClasses)
         cocoaObjects[name] = LiveCocoaObjects(name);
