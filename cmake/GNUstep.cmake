@@ -1,7 +1,7 @@
 # The target gnustep: GNUstep Base and GUI with the GCC Objective-C runtime.
 
-execute_process(COMMAND gcc -print-file-name=include
-  OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB gcc_folders ${CMAKE_SYSROOT}/usr/lib/gcc/*/*/include)
+find_path(gcc_include objc/objc.h PATHS ${gcc_folders} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 # Debian 13 has the headers in the folder of its architecture.
 find_path(gnustep_include Foundation/Foundation.h PATH_SUFFIXES GNUstep REQUIRED)
