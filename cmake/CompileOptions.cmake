@@ -7,6 +7,10 @@ set(qzl_warnings -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor -Werror
 
 add_library(qzl_options INTERFACE)
 target_compile_options(qzl_options INTERFACE ${qzl_warnings} -fno-omit-frame-pointer -gdwarf-4)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL aarch64)
+  # Code of Apple's arm64 trusts that a result of less than 32 bits fills them, which Linux's convention does not ask for.
+  target_compile_options(qzl_options INTERFACE $<$<COMPILE_LANGUAGE:C,CXX,OBJCXX>:-mabi=darwinpcs>)
+endif()
 if(QZL_SANITIZE AND NOT APPLE)
   target_compile_options(qzl_options INTERFACE
     -fsanitize=${QZL_SANITIZE} -fno-sanitize-recover=all
