@@ -1,5 +1,6 @@
 // Pointers that are looked up by name and kept in slots with static storage. Any thread, without a lock:
-// threads that race repeat the look-up and store the same.
+// threads that race repeat the look-up and store the same. A thread that finds a pointer kept also finds what
+// the look-up made ready behind it.
 #pragma once
 
 #include <atomic>
@@ -8,14 +9,14 @@
 template <typename Pointed>
 Pointed *Kept(Pointed *const &slot)
 {
-    return __atomic_load_n(&slot, __ATOMIC_RELAXED);
+    return __atomic_load_n(&slot, __ATOMIC_ACQUIRE);
 }
 
 template <typename Pointed, typename Find>
 __attribute__((noinline)) Pointed *FindAndKeep(Pointed *&slot, Find find)
 {
     const auto found = reinterpret_cast<Pointed *>(find());
-    __atomic_store_n(&slot, found, __ATOMIC_RELAXED);
+    __atomic_store_n(&slot, found, __ATOMIC_RELEASE);
     return found;
 }
 

@@ -48,7 +48,7 @@ id ConvertDouble(REALobject variant, const EnclosingContainers *)
 /// Only the low byte counts.
 id ConvertBoolean(REALobject variant, const EnclosingContainers *)
 {
-    return [NSNumber numberWithBool:static_cast<BOOL>(GetVariantInt64(variant))];
+    return [NSNumber numberWithBool:static_cast<BOOL>(static_cast<uint8_t>(GetVariantInt64(variant)))];
 }
 
 id ConvertDate(REALobject variant, const EnclosingContainers *)

@@ -165,6 +165,8 @@ ClassStep FirstNamedStep(Class type)
     return first;
 }
 
+// What follows is read and written in relaxed order: a class that is remembered is only compared.
+
 /// The classes of the linked steps, each null until it is first found.
 std::atomic<void *> gLinkedClasses[kStepCount];
 
