@@ -6,7 +6,7 @@ from pathlib import Path
 
 import llvm_tools
 
-Segment = namedtuple('Segment', 'name address size file_offset file_size maximum_protection protection')
+Segment = namedtuple('Segment', 'name address size file_offset file_size maximum_protection protection flags')
 Section = namedtuple('Section', 'segment name address size kind')
 Library = namedtuple('Library', 'install_name load_command compatibility')
 Import = namedtuple('Import', 'symbol library weak')
@@ -56,7 +56,8 @@ class Dylib:
     @functools.cached_property
     def segments(self):
         return [Segment(fields['segname'], int(fields['vmaddr'], 16), int(fields['vmsize'], 16),
-                        int(fields['fileoff']), int(fields['filesize']), fields['maxprot'], fields['initprot'])
+                        int(fields['fileoff']), int(fields['filesize']), fields['maxprot'], fields['initprot'],
+                        fields['flags'])
                 for _, fields, _ in self.commands('LC_SEGMENT_64')]
 
     @functools.cached_property

@@ -1,6 +1,7 @@
 """What kind of file the dylib is and how it names itself."""
 import unittest
 
+import architectures
 import dylib
 
 FLAGS = {
@@ -18,9 +19,9 @@ class Header(unittest.TestCase):
     def setUp(self):
         self.dylib = dylib.under_test()
 
-    def test_is_a_64_bit_dylib_for_x86_64(self):
+    def test_is_a_64_bit_dylib_for_every_model_of_the_processor(self):
         header = self.dylib.header
-        self.assertEqual(('MH_MAGIC_64', 'X86_64', 'ALL', 'DYLIB'),
+        self.assertEqual(('MH_MAGIC_64', architectures.under_test().cpu, 'ALL', 'DYLIB'),
                          tuple(header[name] for name in ('magic', 'cputype', 'cpusubtype', 'filetype')))
 
     def test_flags_are_those_of_a_two_level_library_that_reexports_nothing(self):
@@ -28,10 +29,11 @@ class Header(unittest.TestCase):
         self.assertLessEqual(FLAGS, flags)
         self.assertLessEqual(flags, POSSIBLE_FLAGS)
 
-    def test_runs_from_macos_10_9_on(self):
+    def test_runs_from_the_oldest_macos_for_the_processor_on(self):
+        kind, fields = architectures.under_test().oldest_macos
         commands = self.dylib.commands('LC_VERSION_MIN_MACOSX', 'LC_BUILD_VERSION')
-        self.assertEqual(['LC_VERSION_MIN_MACOSX'], [command.kind for command in commands])
-        self.assertEqual('10.9', commands[0].fields['version'])
+        self.assertEqual([kind], [command.kind for command in commands])
+        self.assertEqual(fields, {name: commands[0].fields[name] for name in fields})
 
     def test_is_found_through_the_run_path_of_what_loads_it(self):
         self.assertEqual('@rpath/libNotificationsQZL.dylib', self.dylib.install_name)

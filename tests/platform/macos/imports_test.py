@@ -5,6 +5,7 @@ import re
 import unittest
 from pathlib import Path
 
+import architectures
 import dylib
 
 APPLICATION_SERVICES = '/System/Library/Frameworks/ApplicationServices.framework/Versions/A/ApplicationServices'
@@ -73,10 +74,12 @@ ALLOWED_EXAMPLES = ['_strlen', '_memcpy', '_snprintf', '_calloc', '_free', '_pth
 
 
 def exported_by_the_system():
-    """{symbol: (install name, whether the definition is a weak one)}."""
+    """What the system exports for the processor: {symbol: (install name, whether the definition is a weak one)}."""
+    others = architectures.ARCHITECTURES.keys() - {architectures.under_test().name}
     with open(Path(__file__).with_name('symbols.tsv'), newline='', encoding='utf-8') as table:
         next(table)
-        return {row[0]: (row[2], row[3:] == ['weak']) for row in csv.reader(table, delimiter='\t')}
+        return {row[0]: (row[2], row[3:] == ['weak']) for row in csv.reader(table, delimiter='\t')
+                if not others.intersection(row[3:])}
 
 
 def denials(symbol):

@@ -117,7 +117,7 @@ def dwarf_unwind_ranges(path):
 
 def calls(path):
     """The calls and jumps to imported functions, in the order of their addresses."""
-    row = re.compile(r'^ +([0-9a-f]+):\t.*## symbol stub for: (\S+)$', re.M)
+    row = re.compile(r'^ +([0-9a-f]+):\t.*(?:##|;) symbol stub for: (\S+)$', re.M)
     return [Instruction(int(address, 16), callee)
             for address, callee in row.findall(objdump(path, '--disassemble', '--no-show-raw-insn'))]
 

@@ -1,6 +1,7 @@
 """How the dylib's memory is protected, and that loading it runs none of its code."""
 import unittest
 
+import architectures
 import dylib
 
 # Kinds of sections whose contents the loader calls, and names that belong to such code.
@@ -26,11 +27,18 @@ class Memory(unittest.TestCase):
         text = next(segment for segment in self.dylib.segments if segment.name == '__TEXT')
         self.assertEqual(('r-x', 'r-x'), (text.protection, text.maximum_protection))
 
-    def test_loader_changes_nothing_outside_the_data_segment(self):
-        data = next(segment for segment in self.dylib.segments if segment.name == '__DATA')
+    def test_loader_changes_nothing_outside_the_data_segments(self):
+        names = {'__DATA', architectures.under_test().constants}
+        data = [segment for segment in self.dylib.segments if segment.name in names]
+        self.assertEqual(len(names), len(data))
         self.assertTrue(self.dylib.fixed_up_addresses)
         self.assertEqual([], [hex(address) for address in sorted(self.dylib.fixed_up_addresses)
-                              if not data.address <= address <= data.address + data.size - 8])
+                              if not any(segment.address <= address <= segment.address + segment.size - 8
+                                         for segment in data)])
+
+    def test_constants_are_read_only_once_the_loader_has_changed_them(self):
+        self.assertEqual({architectures.under_test().constants} - {'__DATA'},
+                         {segment.name for segment in self.dylib.segments if 'SG_READ_ONLY' in segment.flags})
 
     def test_code_has_no_relocations(self):
         fields = self.dylib.commands('LC_DYSYMTAB')[0].fields

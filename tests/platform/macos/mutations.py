@@ -8,6 +8,7 @@ import tempfile
 import time
 from pathlib import Path
 
+import architectures
 import building
 from byte_faults import BYTE_FAULTS
 from dylib import Dylib
@@ -35,8 +36,9 @@ class Workshop:
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     def failure_without_a_fault(self):
-        """What the tests print if they fail; None if they pass. Leaves out the test that builds."""
-        modules = sorted(path.stem for path in self.tests.glob('*_test.py') if path.stem != 'reproducible_build_test')
+        """What the tests print if they fail; None if they pass. Leaves out those that need other builds."""
+        modules = sorted({path.stem for path in self.tests.glob('*_test.py')}
+                         - {'package_test', 'reproducible_build_test'})
         done = self.run(self.build(), *modules)
         return done.stdout if done.returncode != 0 else None
 
@@ -75,7 +77,9 @@ class Workshop:
 
 
 def chosen(faults):
-    return [fault for fault in faults if all(word in fault.fault for word in sys.argv[1:])]
+    """The faults of the architecture under test that the arguments choose."""
+    return [fault for fault in faults if architectures.under_test().name in fault.architectures
+            and all(word in fault.fault for word in sys.argv[1:])]
 
 
 def report(fault, outcomes):

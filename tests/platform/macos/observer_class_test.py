@@ -2,6 +2,7 @@
 import unittest
 from collections import namedtuple
 
+import architectures
 import dylib
 
 META_CLASS = 1          # flag of a class's read-only data
@@ -29,7 +30,7 @@ ReadOnlyData = namedtuple('ReadOnlyData', 'flags start size name methods protoco
 class ObserverClass(unittest.TestCase):
     def setUp(self):
         self.dylib = dylib.under_test()
-        classes = self.dylib.section('__DATA', '__objc_classlist')
+        classes = self.dylib.section(architectures.under_test().constants, '__objc_classlist')
         self.assertIsNotNone(classes)
         self.assertEqual(8, classes.size, 'one class is listed')
         self.address = self.dylib.pointer(classes.address)

@@ -28,7 +28,7 @@ class ReproducibleBuild(unittest.TestCase):
                 (building.SOURCES, folder / 'build'),
                 (building.SOURCES, folder / 'a longer path' / 'to build in'),
                 (copy, folder / 'build of the copy'),
-                (copy, copy / 'build' / 'macos'),
+                (copy, copy / 'build' / 'in the copy'),
             ]
             found = {str(place): digests(building.build(sources, place)) for sources, place in builds}
         self.assertEqual(1, len({tuple(digest) for digest in found.values()}), found)

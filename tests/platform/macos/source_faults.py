@@ -1,19 +1,21 @@
 """Faults in the sources or the build of the dylib, and the tests that must find each."""
 from collections import namedtuple
 
+import architectures
 import building
 from planting import path_of
 
-# `edits` are (file, text, replacement), as planting.py takes them. Each of the tests must fail.
-SourceFault = namedtuple('SourceFault', 'fault edits tests')
+# `edits` are (file, text, replacement), as planting.py takes them. Each of the tests must fail. The fault is one on the
+# named architectures.
+SourceFault = namedtuple('SourceFault', 'fault edits tests architectures')
 
 
-def mutation(fault, edits, *tests):
-    return SourceFault(fault, edits, tests)
+def mutation(fault, edits, *tests, on=architectures.ARCHITECTURES):
+    return SourceFault(fault, edits, tests, on)
 
 
 LINKING = 'platform/macos/CMakeLists.txt'
-TOOLCHAIN = 'macos/toolchain.cmake'
+OLDEST_MACOS = 'cross_build.cmake'
 CORE_FOUNDATION = 'CoreFoundation.framework/Versions/A/CoreFoundation.tbd'
 FOUNDATION = 'Foundation.framework/Versions/C/Foundation.tbd'
 LIB_SYSTEM = 'libSystem.B.tbd'
@@ -52,9 +54,8 @@ def compiled(source, options):
 SOURCE_FAULTS = [
     # Header and load commands
     mutation('needs a later macOS',
-             [(TOOLCHAIN, 'x86_64-apple-macos10.9', 'x86_64-apple-macos10.11'),
-              (TOOLCHAIN, 'CMAKE_OSX_DEPLOYMENT_TARGET 10.9', 'CMAKE_OSX_DEPLOYMENT_TARGET 10.11')],
-             'header_test.Header.test_runs_from_macos_10_9_on'),
+             [(OLDEST_MACOS, 'x86_64 10.9', 'x86_64 10.11'), (OLDEST_MACOS, 'arm64 11.0', 'arm64 11.1')],
+             'header_test.Header.test_runs_from_the_oldest_macos_for_the_processor_on'),
     mutation('another install name', [(LINKING, 'INSTALL_NAME_DIR @rpath', 'INSTALL_NAME_DIR @loader_path')],
              'header_test.Header.test_is_found_through_the_run_path_of_what_loads_it'),
     mutation('a run path', [(LINKING, '-lSystem)', '-lSystem LINKER:-rpath,/usr/local/lib)')],
@@ -118,6 +119,10 @@ SOURCE_FAULTS = [
              [(LIB_SYSTEM, '_abort,', '_abort, _secure_getenv,')]
              + at_start('extern "C" char *secure_getenv(const char *);', ' secure_getenv("PATH");'),
              'imports_test.Imports.test_are_exported_by_the_system'),
+    mutation('a function that macOS has for another processor',
+             [(LIB_OBJC, ' _objc_msgSend_stret,', ' _objc_msgSend_stret, _objc_msgSend_fpret,')]
+             + at_start('extern "C" void objc_msgSend_fpret();', ' objc_msgSend_fpret();'),
+             'imports_test.Imports.test_are_exported_by_the_system', on=['arm64']),
     mutation('a function bound to the wrong library',
              [(LIB_SYSTEM, ' _strlen,', ''), (LIB_OBJC, '_sel_registerName', '_sel_registerName, _strlen')],
              'imports_test.Imports.test_come_from_the_library_that_exports_them'),
@@ -246,7 +251,7 @@ SOURCE_FAULTS = [
              at_start('extern "C" void _Unwind_Resume(void *);', ' if (!resolver) _Unwind_Resume(nullptr);'),
              'unwinding_test.Unwinding.test_functions_with_handlers_or_cleanups_have_the_personality_for_them'),
     mutation('code that nothing reaches', [(LINKING, 'LINKER:-dead_strip\n', '')],
-             'unwinding_test.Unwinding.test_dwarf_is_there_only_for_functions'),
+             'unwinding_test.Unwinding.test_dwarf_is_there_only_for_functions', on=['x86_64']),
     mutation('data that can be executed', [(LINKING, '-lSystem)', '-lSystem LINKER:-segprot,__DATA,rwx,rwx)')],
              'memory_test.Memory.test_no_segment_is_both_writable_and_executable'),
     mutation('code that can be written', [(LINKING, '-lSystem)', '-lSystem LINKER:-segprot,__TEXT,rwx,rwx)')],
@@ -256,6 +261,8 @@ SOURCE_FAULTS = [
              + at_start('static double (*volatile gClock)();\nstatic double Now() { return gClock ? gClock() : 0; }\n'
                         'volatile double gLoaded = Now();', ''),
              'memory_test.Memory.test_no_code_runs_at_load_or_unload'),
+    mutation('no signature', [(LINKING, '-lSystem)', '-lSystem LINKER:-no_adhoc_codesign)')],
+             'signature_test.Signature.test_is_there_where_the_processor_asks_for_it', on=['arm64']),
     # What the file reveals
     mutation("a source file's name in the code", [(NOTIFICATION_RECORD, 'NSLog(@"', 'NSLog(@__FILE__ "')],
              'anonymity_test.Anonymity.test_no_source_file_is_named'),

@@ -2,10 +2,11 @@
 import bisect
 import unittest
 
+import architectures
 import dylib
 
 # An entry's encoding: how the frame is laid out, and whether a personality and its data go with the function.
-MODE_MASK, FRAME_POINTER, SMALL_FRAME, LARGE_FRAME, DWARF = 0x0F000000, 0x01000000, 0x02000000, 0x03000000, 0x04000000
+MODE_MASK = 0x0F000000
 DWARF_OFFSET_MASK = 0x00FFFFFF
 HAS_LSDA = 0x40000000
 PERSONALITY_MASK, PERSONALITY_SHIFT = 0x30000000, 28
@@ -42,8 +43,8 @@ class Unwinding(unittest.TestCase):
         return self.starts[bisect.bisect_right(self.starts, address) - 1]
 
     def test_is_described_for_every_function(self):
-        known = {FRAME_POINTER, SMALL_FRAME, LARGE_FRAME, DWARF}
-        self.assertEqual([], [hex(start) for start in self.starts if self.encoding(start) & MODE_MASK not in known])
+        modes = architectures.under_test().modes
+        self.assertEqual([], [hex(start) for start in self.starts if self.encoding(start) & MODE_MASK not in modes])
 
     def test_covers_the_whole_code_section(self):
         text = self.dylib.section('__TEXT', '__text')
@@ -58,7 +59,7 @@ class Unwinding(unittest.TestCase):
     def test_frames_that_need_dwarf_have_it(self):
         for start in self.starts:
             encoding = self.encoding(start)
-            if encoding & MODE_MASK == DWARF:
+            if encoding & MODE_MASK == architectures.under_test().dwarf_mode:
                 with self.subTest(hex(start)):
                     self.assertIn(encoding & DWARF_OFFSET_MASK, self.dylib.dwarf_unwind_ranges)
                     first, end = self.dylib.dwarf_unwind_ranges[encoding & DWARF_OFFSET_MASK]
