@@ -39,6 +39,9 @@ struct SegmentCommand {
     uint32_t maximalProtection, initialProtection, sectionCount, flags;
 };
 
+/// The segment's flag: it is not written to once its pointers are set.
+inline constexpr uint32_t kSegmentReadOnly = 0x10;
+
 struct Section {
     char name[16], segment[16];
     uint64_t address, size;

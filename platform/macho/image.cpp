@@ -13,6 +13,12 @@ const Section *Image::FindSection(std::string_view segment, std::string_view nam
     return found == sections.end() ? nullptr : &*found;
 }
 
+const Section *Image::FindDataSection(std::string_view name) const
+{
+    const Section *const section = FindSection("__DATA", name);
+    return section != nullptr ? section : FindSection("__DATA_CONST", name);
+}
+
 const Export *Image::FindExport(std::string_view name) const
 {
     const auto found =

@@ -17,6 +17,8 @@ struct Segment {
     /// The part that is in the file; the rest is zero.
     Bytes content;
     bool isReadable = false, isWritable = false, isExecutable = false;
+    /// Whether it can be written only until its pointers are set.
+    bool isConstant = false;
 };
 
 struct Section {
@@ -67,6 +69,8 @@ struct Image {
 
     /// Null without such a section.
     const Section *FindSection(std::string_view segment, std::string_view name) const;
+    /// Sections of data stand in __DATA, or in __DATA_CONST if nothing writes to them later.
+    const Section *FindDataSection(std::string_view name) const;
     const Export *FindExport(std::string_view name) const;
     /// The file's bytes at an address; throws LoadError unless they lie in one segment's content.
     Bytes ContentAt(uint64_t address, uint64_t size, std::string_view what) const;

@@ -82,6 +82,7 @@ void ReadSegment(Bytes command, Bytes file, Image &image)
     segment.isReadable = (raw.initialProtection & 1) != 0;
     segment.isWritable = (raw.initialProtection & 2) != 0;
     segment.isExecutable = (raw.initialProtection & 4) != 0;
+    segment.isConstant = (raw.flags & format::kSegmentReadOnly) != 0;
     Require(raw.address % kPageSize == 0, what, "does not begin at a page");
     Require(raw.address <= kHighestAddress && raw.size <= kHighestAddress, what, "is too large or too high");
     Require(raw.fileSize <= raw.size, what, "has more in the file than in memory");

@@ -2,6 +2,7 @@
 #include "platform/macho/mapped_image.h"
 
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
@@ -38,9 +39,21 @@ MappedImage::~MappedImage()
 void MappedImage::Protect() const
 {
     for (const Segment &segment : image_.segments) {
-        const int protection = (segment.isReadable ? PROT_READ : 0) | (segment.isWritable ? PROT_WRITE : 0) |
+        if (segment.size == 0)
+            continue;
+        void *const place = At(segment.address);
+        const auto pageSize = static_cast<uint64_t>(getpagesize());
+        if ((segment.address - image_.begin) % pageSize != 0)
+            throw LoadError("segment " + segment.name +
+                            ": does not begin at a page of this system, which has " + Hex(pageSize) +
+                            " bytes");
+        const bool isWritable = segment.isWritable && !segment.isConstant;
+        const int protection = (segment.isReadable ? PROT_READ : 0) | (isWritable ? PROT_WRITE : 0) |
                                (segment.isExecutable ? PROT_EXEC : 0);
-        if (segment.size != 0 && mprotect(At(segment.address), segment.size, protection) != 0)
+        // The processor may still have other instructions of this place.
+        if (segment.isExecutable)
+            __builtin___clear_cache(static_cast<char *>(place), static_cast<char *>(place) + segment.size);
+        if (mprotect(place, segment.size, protection) != 0)
             ThrowErrno("segment " + segment.name);
     }
 }

@@ -1,4 +1,4 @@
-// Objective-C metadata as it lies in an x86-64 image.
+// Objective-C metadata as it lies in an image for either processor.
 #pragma once
 
 #include <cstdint>
@@ -29,6 +29,8 @@ struct ClassData {
 struct ListHeader {
     uint32_t entrySize, count;
 };
+/// The flag in `entrySize` of a list of methods whose pointers are 32-bit distances.
+inline constexpr uint32_t kRelativeList = 0x80000000;
 
 struct Method {
     const char *selector, *types;
@@ -36,7 +38,8 @@ struct Method {
 };
 
 struct Ivar {
-    /// The variable that the code reads the offset from.
+    /// The variable that the code reads the offset from: 32 bits on arm64; on x86-64 64, the upper half of
+    /// which is 0.
     uint32_t *offset;
     const char *name, *type;
     uint32_t alignmentShift, size;

@@ -33,11 +33,10 @@ static_assert(sizeof(PlatformString) <= sizeof(objc::ConstantString), "it is wri
 
 /// The entries of a section, each of which is a T.
 template <typename T>
-std::vector<T *> EntriesOf(const Image &image, const MappedImage &memory, std::string_view segment,
-                           std::string_view name)
+std::vector<T *> EntriesOf(const Image &image, const MappedImage &memory, std::string_view name)
 {
     std::vector<T *> entries;
-    const Section *const section = image.FindSection(segment, name);
+    const Section *const section = image.FindDataSection(name);
     if (section == nullptr)
         return entries;
     T *entry = static_cast<T *>(memory.At(section->address));
@@ -98,7 +97,7 @@ private:
     template <typename T>
     std::vector<T *> Section(std::string_view name) const
     {
-        return EntriesOf<T>(image_, memory_, "__DATA", name);
+        return EntriesOf<T>(image_, memory_, name);
     }
 
     objc::ClassData DataOf(const RawClass &type) const
@@ -154,6 +153,8 @@ private:
         if (list == nullptr)
             return entries;
         const auto header = memory_.Read<objc::ListHeader>(list, kWhat);
+        if ((header.entrySize & objc::kRelativeList) != 0)
+            Fail("a list of methods has relative pointers, which are not supported");
         if ((header.entrySize & ~uint32_t{3}) != sizeof(T))
             Fail("a list has entries of " + std::to_string(header.entrySize) + " bytes");
         const char *place = static_cast<const char *>(list) + sizeof header;
@@ -297,10 +298,9 @@ void RegisterObjcMetadata(const Image &image, const MappedImage &memory)
 void SendObjcLoad(const Image &image, const MappedImage &memory)
 {
     // The runtime does not send it to classes that are made at run time.
-    for (Class *const type : EntriesOf<Class>(image, memory, "__DATA", "__objc_nlclslist"))
+    for (Class *const type : EntriesOf<Class>(image, memory, "__objc_nlclslist"))
         [*type performSelector:@selector(load)];
-    for (objc::Category **const entry :
-         EntriesOf<objc::Category *>(image, memory, "__DATA", "__objc_nlcatlist")) {
+    for (objc::Category **const entry : EntriesOf<objc::Category *>(image, memory, "__objc_nlcatlist")) {
         const auto category = memory.Read<objc::Category>(*entry, kWhat);
         [reinterpret_cast<Class>(category.type) performSelector:@selector(load)];
     }

@@ -1,11 +1,9 @@
 // The pointers of a dylib are set, in whichever form the linker wrote them.
 #include <gmock/gmock.h>
 
-#include <cstdio>
-#include <fstream>
-
 #include "tests/platform/macho/dylib_test.h"
 #include "tests/platform/macho/load_error.h"
+#include "tests/platform/macho/protection.h"
 
 extern "C" const void *const kCFBooleanTrue;
 
@@ -21,20 +19,6 @@ protected:
 
 using MissingImports = DylibTest;
 using ReplaceableFunctions = DylibTest;
-
-/// The kernel's text for the protection of the memory; empty where nothing is mapped.
-std::string ProtectionOf(const void *place)
-{
-    std::ifstream maps("/proc/self/maps");
-    for (std::string line; std::getline(maps, line);) {
-        unsigned long begin = 0, end = 0;
-        char protection[5] = {};
-        if (std::sscanf(line.c_str(), "%lx-%lx %4s", &begin, &end, protection) == 3 &&
-            reinterpret_cast<unsigned long>(place) >= begin && reinterpret_cast<unsigned long>(place) < end)
-            return protection;
-    }
-    return "";
-}
 
 } // namespace
 

@@ -160,3 +160,16 @@ TEST_F(DylibObjects, LoadsRunBeforeInitialisers)
     EXPECT_THAT((std::vector<std::string>{loaded[2], loaded[3]}),
                 testing::UnorderedElementsAre("static object", "constructor function"));
 }
+
+TEST_F(DylibTest, ObjectsOfConstantMetadataAreTheSame)
+{
+    NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+    Load("objects_constant");
+    EXPECT_EQ(class_getSuperclass(objc_getClass("MachOSquare")), objc_getClass("MachOShape"));
+    EXPECT_STREQ([Find<NSString *()>("kindOfSquare")() UTF8String], "square shape 4 0.2");
+    EXPECT_EQ(Find<long(id)>("askAdded")([Find<id(long)>("newShape")(3) autorelease]), 42 + 43);
+    int count = 0;
+    Find<const char *const *(int *)>("loadedThings")(&count);
+    EXPECT_EQ(count, 4);
+    [pool release];
+}

@@ -24,8 +24,9 @@ protected:
             content_[i] = 0x1010 + 0x10 * i;
         image.begin = 0x1000;
         image.end = 0x3000;
-        image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(), true, false, true},
-                          {"__DATA", kData, 0x1000, Bytes(content_, sizeof content_), true, true, false}};
+        image.segments = {
+            {"__TEXT", 0x1000, 0x1000, Bytes(), true, false, true, false},
+            {"__DATA", kData, 0x1000, Bytes(content_, sizeof content_), true, true, false, false}};
         image.dylibs = {"/one", "/two"};
     }
 

@@ -40,7 +40,7 @@ protected:
         Image image;
         image.begin = 0x1000;
         image.end = 0x2000;
-        image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(kCode, sizeof kCode), true, false, true}};
+        image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(kCode, sizeof kCode), true, false, true, false}};
         macho::Section section;
         section.segment = "__TEXT";
         section.name = "__unwind_info";
