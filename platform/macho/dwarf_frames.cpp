@@ -1,6 +1,8 @@
 // Reads entries of the section __eh_frame.
 #include "platform/macho/dwarf_frames.h"
 
+#include "platform/macho/unwinding.h"
+
 namespace macho {
 
 namespace {
@@ -77,7 +79,7 @@ struct Common {
     std::vector<uint8_t> instructions;
 };
 
-Common ReadCommon(const Record &record)
+Common ReadCommon(const Record &record, uint8_t returnAddress)
 {
     RecordReader reader(record);
     Cursor &cursor = reader.Plain();
@@ -88,7 +90,7 @@ Common ReadCommon(const Record &record)
         cursor.Fail("an unknown version");
     const std::string_view augmentation = cursor.NextCString();
     if (cursor.NextUnsignedLeb() != 1 || cursor.NextSignedLeb() != dwarf::DataAlignment ||
-        cursor.Next<uint8_t>() != dwarf::ReturnAddress)
+        cursor.Next<uint8_t>() != returnAddress)
         cursor.Fail("unusual alignments or return address");
     for (const char letter : augmentation) {
         switch (letter) {
@@ -141,6 +143,17 @@ void AppendSignedLeb(std::vector<uint8_t> &bytes, int64_t value)
     }
 }
 
+void AppendSaved(std::vector<uint8_t> &instructions, unsigned registerNumber, uint64_t wordsBelow)
+{
+    if (registerNumber < 0x40) {
+        instructions.push_back(static_cast<uint8_t>(dwarf::OffsetOf | registerNumber));
+    } else {
+        instructions.push_back(dwarf::OffsetExtended);
+        AppendUnsignedLeb(instructions, registerNumber);
+    }
+    AppendUnsignedLeb(instructions, wordsBelow);
+}
+
 UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset)
 {
     const FrameSection section(image);
@@ -150,7 +163,8 @@ UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset)
     // Counted back from its own place, right after the length.
     if (distance == 0 || distance > offset + sizeof(uint32_t))
         cursor.Fail("an entry lacks its common one");
-    const Common common = ReadCommon(section.At(offset + sizeof(uint32_t) - distance));
+    const Common common = ReadCommon(section.At(offset + sizeof(uint32_t) - distance),
+                                     UnwindingFor(image.processor).returnAddress);
 
     UnwindEntry entry;
     entry.begin = reader.Pointer(common.pointerEncoding);

@@ -7,8 +7,8 @@
 
 namespace macho {
 
-/// How one function is unwound, as DWARF says it. The instructions start from the rules at a call: the
-/// frame's address is rsp + 8, and the return address lies right below.
+/// How one function is unwound, as DWARF says it. The instructions start from the processor's rules at a
+/// call.
 struct UnwindEntry {
     uint64_t begin = 0, end = 0;
     /// Where the address of the function's personality routine is, and where its table of handlers is; 0 for
@@ -19,14 +19,15 @@ struct UnwindEntry {
 };
 
 namespace dwarf {
-inline constexpr uint8_t OffsetOf = 0x80, DefineCfa = 0x0C, DefineCfaOffset = 0x0E;
-inline constexpr uint8_t Rbx = 3, Rbp = 6, Rsp = 7, R12 = 12, R13 = 13, R14 = 14, R15 = 15,
-                         ReturnAddress = 16;
+/// OffsetOf holds the number of the register in its lower six bits; larger numbers want OffsetExtended.
+inline constexpr uint8_t OffsetOf = 0x80, OffsetExtended = 0x05, DefineCfa = 0x0C, DefineCfaOffset = 0x0E;
 inline constexpr int DataAlignment = -8;
 } // namespace dwarf
 
 void AppendUnsignedLeb(std::vector<uint8_t> &bytes, uint64_t value);
 void AppendSignedLeb(std::vector<uint8_t> &bytes, int64_t value);
+/// Appends the instruction that the register was saved `wordsBelow` words below the frame's address.
+void AppendSaved(std::vector<uint8_t> &instructions, unsigned registerNumber, uint64_t wordsBelow);
 
 /// The entry (FDE) at this offset of the section __eh_frame, its begin and end included. Throws LoadError.
 UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset);

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "platform/macho/dwarf_frames.h"
+#include "platform/macho/unwinding.h"
 
 extern "C" void RegisterFrame(void *section) __asm__("__register_frame");
 
@@ -17,6 +17,8 @@ constexpr size_t kAlignment = 8;
 /// Builds the section.
 class Writer {
 public:
+    explicit Writer(const Unwinding &unwinding) : unwinding_(unwinding) {}
+
     /// The offset of what entries with this personality routine share, which is written once.
     size_t CommonFor(uint64_t personality)
     {
@@ -30,7 +32,7 @@ public:
         bytes_.push_back(0);
         AppendUnsignedLeb(bytes_, 1);
         AppendSignedLeb(bytes_, dwarf::DataAlignment);
-        bytes_.push_back(dwarf::ReturnAddress);
+        bytes_.push_back(unwinding_.returnAddress);
         if (personality == 0) {
             AppendUnsignedLeb(bytes_, 1);
         } else {
@@ -40,9 +42,7 @@ public:
             bytes_.push_back(kAbsolute);
         }
         bytes_.push_back(kAbsolute);
-        // At a call the frame's address is rsp + 8, and the return address lies right below.
-        bytes_.insert(bytes_.end(), {dwarf::DefineCfa, dwarf::Rsp, 8});
-        bytes_.insert(bytes_.end(), {static_cast<uint8_t>(dwarf::OffsetOf | dwarf::ReturnAddress), 1});
+        bytes_.insert(bytes_.end(), unwinding_.rulesAtCall.begin(), unwinding_.rulesAtCall.end());
         End(start);
         common_[personality] = start;
         return start;
@@ -97,6 +97,7 @@ private:
         std::memcpy(&bytes_[start], &size, sizeof size);
     }
 
+    const Unwinding &unwinding_;
     std::vector<uint8_t> bytes_;
     std::map<uint64_t, size_t> common_;
 };
@@ -110,7 +111,7 @@ void RegisterFrames(const std::vector<UnwindEntry> &entries, const MappedImage &
     const auto place = [&](uint64_t address) {
         return address == 0 ? 0 : reinterpret_cast<uint64_t>(memory.At(address));
     };
-    Writer writer;
+    Writer writer(UnwindingFor(kThisProcessor));
     for (const UnwindEntry &entry : entries) {
         const uint64_t personality =
             entry.personalitySlot == 0

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/macho/bytes.h"
+#include "platform/macho/processor.h"
 
 namespace macho {
 
@@ -57,6 +58,7 @@ struct Export {
 
 /// Borrows from the file's bytes.
 struct Image {
+    Processor processor = kThisProcessor;
     std::vector<Segment> segments;
     std::vector<Section> sections;
     /// The install names of the libraries that the image was linked against.

@@ -14,7 +14,8 @@ using testing::HasSubstr;
 namespace {
 
 // DWARF's instructions and register numbers.
-constexpr uint8_t kDefineCfa = 0x0C, kDefineCfaOffset = 0x0E, kRbp = 6;
+constexpr uint8_t kDefineCfa = 0x0C, kDefineCfaOffset = 0x0E, kOffsetExtended = 0x05, kRbp = 6, kX29 = 29,
+                  kX30 = 30;
 
 /// The beginning of a function's code: `sub rsp, 0x12345`, with the number 3 bytes in.
 constexpr uint8_t kCode[16] = {0x48, 0x81, 0xEC, 0x45, 0x23, 0x01, 0x00};
@@ -27,6 +28,8 @@ constexpr uint8_t Saved(uint8_t registerNumber)
 
 class CompactUnwind : public testing::Test {
 protected:
+    explicit CompactUnwind(macho::Processor processor = macho::Processor::X86_64) : processor_(processor) {}
+
     /// Reads an image whose only function, at 0x1000, has these rules.
     std::vector<UnwindEntry> Read(uint32_t encoding)
     {
@@ -38,6 +41,7 @@ protected:
                   2,      8 | 1 << 16,                   // a regular page of one entry, 8 bytes in
                   0x0000, encoding};
         Image image;
+        image.processor = processor_;
         image.begin = 0x1000;
         image.end = 0x2000;
         image.segments = {{"__TEXT", 0x1000, 0x1000, Bytes(kCode, sizeof kCode), true, false, true, false}};
@@ -71,9 +75,15 @@ protected:
     }
 
 private:
+    const macho::Processor processor_;
     std::vector<uint32_t> words_;
     std::vector<uint8_t> dwarf_;
     macho::Section ehFrame_;
+};
+
+class CompactUnwindOnArm64 : public CompactUnwind {
+protected:
+    CompactUnwindOnArm64() : CompactUnwind(macho::Processor::Arm64) {}
 };
 
 } // namespace
@@ -157,4 +167,63 @@ TEST_F(CompactUnwind, WrongRulesAreRefused)
     EXPECT_THAT(ErrorFor(0x02000000 | 7 << 10), HasSubstr("too many saved registers"));
     EXPECT_THAT(ErrorFor(0x21000000), HasSubstr("there is no personality 2"));
     EXPECT_THAT(ErrorFor(0x04000000), HasSubstr("__eh_frame: the section is missing"));
+}
+
+TEST_F(CompactUnwindOnArm64, FramesHaveTheirPairsOfRegistersBelowThem)
+{
+    EXPECT_THAT(Rules(0x04000000), ElementsAre(kDefineCfa, kX29, 16, Saved(kX30), 1, Saved(kX29), 2));
+    // x19 and x20; x27 and x28.
+    EXPECT_THAT(Rules(0x04000000 | 0x01 | 0x10),
+                ElementsAre(kDefineCfa, kX29, 16, Saved(kX30), 1, Saved(kX29), 2, Saved(19), 3, Saved(20), 4,
+                            Saved(27), 5, Saved(28), 6));
+    // x21 to x26.
+    EXPECT_THAT(Rules(0x04000000 | 0x0E),
+                ElementsAre(kDefineCfa, kX29, 16, Saved(kX30), 1, Saved(kX29), 2, Saved(21), 3, Saved(22), 4,
+                            Saved(23), 5, Saved(24), 6, Saved(25), 7, Saved(26), 8));
+    // x19, x20, d8 and d9.
+    EXPECT_THAT(Rules(0x04000000 | 0x101),
+                ElementsAre(kDefineCfa, kX29, 16, Saved(kX30), 1, Saved(kX29), 2, Saved(19), 3, Saved(20), 4,
+                            kOffsetExtended, 72, 5, kOffsetExtended, 73, 6));
+    // d10 to d15.
+    EXPECT_THAT(Rules(0x04000000 | 0xE00),
+                ElementsAre(kDefineCfa, kX29, 16, Saved(kX30), 1, Saved(kX29), 2, kOffsetExtended, 74, 3,
+                            kOffsetExtended, 75, 4, kOffsetExtended, 76, 5, kOffsetExtended, 77, 6,
+                            kOffsetExtended, 78, 7, kOffsetExtended, 79, 8));
+}
+
+TEST_F(CompactUnwindOnArm64, FunctionsWithoutAFrameHaveTheSizeOfTheirStack)
+{
+    EXPECT_THAT(Rules(0x02000000), ElementsAre(kDefineCfaOffset, 0));
+    EXPECT_THAT(Rules(0x02000000 | 3 << 12), ElementsAre(kDefineCfaOffset, 48));
+    // The largest: 4095 * 16 = 65520.
+    EXPECT_THAT(Rules(0x02FFF000), ElementsAre(kDefineCfaOffset, 0xF0, 0xFF, 0x03));
+}
+
+TEST_F(CompactUnwindOnArm64, FunctionsWithADwarfEntryHaveItsRules)
+{
+    // Version 1, "zR", alignments 1 and -8, return address 30; pointers relative to themselves; the CFA is
+    // sp. The entry: from 0x1118 - 0x118 on, 12 bytes; the CFA is sp + 16.
+    std::vector<uint8_t> bytes = {16, 0, 0,    0,          0,  0, 0,  0, 1, 'z', 'R', 0, 1, 0x78,
+                                  30, 1, 0x10, kDefineCfa, 31, 0, 26, 0, 0, 0,   24,  0, 0, 0};
+    const std::vector<uint8_t> entry = {0xE4, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 12,
+                                        0,    0,    0,    0,    0,    0,    0,    0,    kDefineCfaOffset,
+                                        16,   0,    0,    0};
+    bytes.insert(bytes.end(), entry.begin(), entry.end());
+    SetDwarf(bytes);
+    const std::vector<UnwindEntry> entries = Read(0x03000000 | 20);
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].begin, 0x1000u);
+    EXPECT_EQ(entries[0].end, 0x100Cu);
+    EXPECT_THAT(entries[0].instructions, ElementsAre(kDefineCfa, 31, 0, kDefineCfaOffset, 16, 0, 0, 0));
+    // x86-64's column.
+    bytes[14] = 16;
+    SetDwarf(bytes);
+    EXPECT_THAT(ErrorFor(0x03000000 | 20), HasSubstr("unusual alignments or return address"));
+}
+
+TEST_F(CompactUnwindOnArm64, WrongRulesAreRefused)
+{
+    EXPECT_THAT(ErrorFor(0x01000000), HasSubstr("__unwind_info: the rules 0x1000000 are not known"));
+    EXPECT_THAT(ErrorFor(0x02000001), HasSubstr("a function without a frame saves registers"));
+    EXPECT_THAT(ErrorFor(0x03000000), HasSubstr("__eh_frame: the section is missing"));
 }

@@ -1,0 +1,69 @@
+// What compact unwind rules for arm64 stand for.
+#include "platform/macho/unwinding.h"
+
+namespace macho {
+
+namespace {
+
+constexpr uint8_t kX29 = 29, kX30 = 30, kStackPointer = 31;
+
+constexpr uint32_t kStackMode = 0x02000000, kDwarfMode = 0x03000000, kFrameMode = 0x04000000;
+
+/// The frame's address is the stack pointer; the return address is still in its register.
+constexpr uint8_t kRulesAtCall[] = {dwarf::DefineCfa, kStackPointer, 0};
+
+/// The pairs of registers that a function may save, in the order in which they lie below its frame: x19 to
+/// x28, d8 to d15.
+constexpr struct {
+    uint32_t flag;
+    uint8_t first;
+} kPairs[] = {
+    {0x001, 19}, {0x002, 21}, {0x004, 23}, {0x008, 25}, {0x010, 27},
+    {0x100, 72}, {0x200, 74}, {0x400, 76}, {0x800, 78},
+};
+constexpr uint32_t kPairFlags = 0xF1F;
+
+/// The rules of a function whose frame is in x29: the caller's x29 and x30 lie there, and pairs below.
+std::vector<uint8_t> RulesOfFrame(uint32_t compact)
+{
+    std::vector<uint8_t> rules = {dwarf::DefineCfa, kX29, 16};
+    AppendSaved(rules, kX30, 1);
+    AppendSaved(rules, kX29, 2);
+    uint64_t wordsBelow = 3;
+    for (const auto &[flag, first] : kPairs) {
+        if ((compact & flag) == 0)
+            continue;
+        AppendSaved(rules, first, wordsBelow);
+        AppendSaved(rules, first + 1, wordsBelow + 1);
+        wordsBelow += 2;
+    }
+    return rules;
+}
+
+/// The rules of a function without a frame: it calls nothing, so the return address is still in x30.
+std::vector<uint8_t> RulesOfStack(uint32_t compact)
+{
+    if ((compact & kPairFlags) != 0)
+        FailCompact("a function without a frame saves registers, which is not supported");
+    std::vector<uint8_t> rules = {dwarf::DefineCfaOffset};
+    AppendUnsignedLeb(rules, uint64_t{CompactField(compact, 12, 12)} * 16);
+    return rules;
+}
+
+std::vector<uint8_t> Rules(const Image &, uint64_t, uint32_t compact)
+{
+    switch (compact & kCompactMode) {
+    case kFrameMode:
+        return RulesOfFrame(compact);
+    case kStackMode:
+        return RulesOfStack(compact);
+    default:
+        FailCompact("the rules " + Hex(compact) + " are not known");
+    }
+}
+
+} // namespace
+
+const Unwinding kUnwindingArm64 = {kX30, kRulesAtCall, kDwarfMode, Rules};
+
+} // namespace macho
