@@ -5,14 +5,24 @@
 #include "platform/macho/image_reader.h"
 #include "platform/macho/unwind_info.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+namespace {
+
+void ReadFor(macho::Processor processor, macho::Bytes file)
 {
     try {
-        const macho::Image image = macho::ParseImage(macho::Bytes(data, size));
+        const macho::Image image = macho::ParseImage(file, processor);
         macho::ReadUnwindInfo(image);
         for (const macho::Export &one : image.exports)
             image.FindExport(one.name);
     } catch (const macho::LoadError &) {
     }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    ReadFor(macho::Processor::X86_64, macho::Bytes(data, size));
+    ReadFor(macho::Processor::Arm64, macho::Bytes(data, size));
     return 0;
 }

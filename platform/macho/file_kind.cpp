@@ -2,6 +2,7 @@
 #include "platform/macho/file_kind.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "platform/macho/format.h"
 
@@ -9,22 +10,22 @@ namespace macho {
 
 namespace {
 
-constexpr char kNeeded[] = "a 64-bit dylib or bundle for x86-64 is needed";
-
 /// The first row of a processor's type is what its files are as a rule.
 constexpr struct {
     uint32_t type, subtype;
     const char *name;
+    /// Whose images are read; none for the others.
+    std::optional<Processor> processor;
 } kProcessors[] = {
-    {format::kCpuX86_64, format::kCpuSubtypeX86_64All, "x86-64"},
-    {format::kCpuX86_64, 8, "x86-64h"},
-    {0x0100000C, 0, "arm64"},
-    {0x0100000C, 2, "arm64e"},
-    {0x0200000C, 1, "arm64_32"},
-    {0x00000007, 3, "i386"},
-    {0x0000000C, 9, "armv7"},
-    {0x00000012, 0, "ppc"},
-    {0x01000012, 0, "ppc64"},
+    {format::kCpuX86_64, format::kCpuSubtypeX86_64All, "x86-64", Processor::X86_64},
+    {format::kCpuX86_64, 8, "x86-64h", {}},
+    {format::kCpuArm64, format::kCpuSubtypeArm64All, "arm64", Processor::Arm64},
+    {format::kCpuArm64, 2, "arm64e", {}},
+    {0x0200000C, 1, "arm64_32", {}},
+    {0x00000007, 3, "i386", {}},
+    {0x0000000C, 9, "armv7", {}},
+    {0x00000012, 0, "ppc", {}},
+    {0x01000012, 0, "ppc64", {}},
 };
 
 constexpr struct {
@@ -88,14 +89,24 @@ std::string PlatformName(uint32_t platform)
                                                           : kNames[platform];
 }
 
-/// Whether the loader can run code for this processor.
-bool CanRun(uint32_t cpuType, uint32_t cpuSubtype)
+/// Whether an image of this type and subtype is for the processor.
+bool IsFor(Processor processor, uint32_t cpuType, uint32_t cpuSubtype)
 {
-    return cpuType == format::kCpuX86_64 &&
-           (cpuSubtype & ~format::kCpuSubtypeFlags) == format::kCpuSubtypeX86_64All;
+    return std::any_of(std::begin(kProcessors), std::end(kProcessors), [&](const auto &row) {
+        return row.processor == processor && row.type == cpuType &&
+               row.subtype == (cpuSubtype & ~format::kCpuSubtypeFlags);
+    });
 }
 
-void RequireLoadable(Bytes file)
+/// The end of a message about a file without an image for the processor.
+std::string Needed(Processor processor)
+{
+    const auto *const row = std::find_if(std::begin(kProcessors), std::end(kProcessors),
+                                         [&](const auto &one) { return one.processor == processor; });
+    return std::string("; a 64-bit dylib or bundle for ") + row->name + " is needed";
+}
+
+void RequireLoadable(Bytes file, Processor processor)
 {
     const bool isBigEndian = file.Read<uint8_t>(0, "header") == 0xFE;
     const auto word = [&](uint64_t index) {
@@ -104,14 +115,14 @@ void RequireLoadable(Bytes file)
     };
     const uint32_t magic = word(0);
     if (magic != format::kMagic32 && magic != format::kMagic64)
-        throw LoadError(std::string("it is no Mach-O file; ") + kNeeded);
+        throw LoadError("it is no Mach-O file" + Needed(processor));
     const uint32_t cpuType = word(1), cpuSubtype = word(2), fileType = word(3);
-    if (!isBigEndian && magic == format::kMagic64 && CanRun(cpuType, cpuSubtype) &&
+    if (!isBigEndian && magic == format::kMagic64 && IsFor(processor, cpuType, cpuSubtype) &&
         (fileType == format::kFileDylib || fileType == format::kFileBundle))
         return;
     throw LoadError(std::string("it is a ") + (isBigEndian ? "big-endian " : "") +
                     (magic == format::kMagic64 ? "64-bit " : "32-bit ") + FileTypeName(fileType) + " for " +
-                    ProcessorName(cpuType, cpuSubtype) + "; " + kNeeded);
+                    ProcessorName(cpuType, cpuSubtype) + Needed(processor));
 }
 
 /// The image for one processor in a universal file.
@@ -146,7 +157,7 @@ Slice ReadSlice(Cursor &cursor, bool isWide, Bytes file)
     return slice;
 }
 
-std::vector<Slice> ReadSlices(Bytes file, bool isWide)
+std::vector<Slice> ReadSlices(Bytes file, bool isWide, Processor processor)
 {
     /// Java's class files begin with the same word; their version, of 45 or more, stands in place of the
     /// count.
@@ -154,8 +165,8 @@ std::vector<Slice> ReadSlices(Bytes file, bool isWide)
     Cursor cursor(file, "universal header", sizeof(uint32_t));
     const uint64_t count = NextNumber(cursor, false);
     if (count > kMostSlices)
-        throw LoadError("it is no universal file, or one of " + std::to_string(count) + " slices; " +
-                        kNeeded);
+        throw LoadError("it is no universal file, or one of " + std::to_string(count) + " slices" +
+                        Needed(processor));
     std::vector<Slice> slices;
     for (uint64_t i = 0; i < count; ++i)
         slices.push_back(ReadSlice(cursor, isWide, file));
@@ -170,16 +181,16 @@ std::vector<Slice> ReadSlices(Bytes file, bool isWide)
     return slices;
 }
 
-Bytes ChooseSlice(const std::vector<Slice> &slices)
+Bytes ChooseSlice(const std::vector<Slice> &slices, Processor processor)
 {
     std::string processors;
     for (const Slice &slice : slices) {
-        if (CanRun(slice.cpuType, slice.cpuSubtype))
+        if (IsFor(processor, slice.cpuType, slice.cpuSubtype))
             return slice.content;
         processors += (processors.empty() ? "" : ", ") + ProcessorName(slice.cpuType, slice.cpuSubtype);
     }
     throw LoadError("it is a universal file for " + (processors.empty() ? "no processor" : processors) +
-                    "; " + kNeeded);
+                    Needed(processor));
 }
 
 } // namespace
@@ -195,16 +206,16 @@ bool IsMachOMagic(uint32_t word)
     return false;
 }
 
-Bytes FindImage(Bytes file)
+Bytes FindImage(Bytes file, Processor processor)
 {
     const auto word = file.Read<uint32_t>(0, "header");
     if (word == format::kUniversalMagic || word == format::kUniversalMagic64)
-        throw LoadError(std::string("it is a universal file with a little-endian header; ") + kNeeded);
+        throw LoadError("it is a universal file with a little-endian header" + Needed(processor));
     const uint32_t universalMagic = __builtin_bswap32(word);
     const bool isWide = universalMagic == format::kUniversalMagic64;
-    const Bytes image =
-        isWide || universalMagic == format::kUniversalMagic ? ChooseSlice(ReadSlices(file, isWide)) : file;
-    RequireLoadable(image);
+    const bool isUniversal = isWide || universalMagic == format::kUniversalMagic;
+    const Bytes image = isUniversal ? ChooseSlice(ReadSlices(file, isWide, processor), processor) : file;
+    RequireLoadable(image, processor);
     return image;
 }
 

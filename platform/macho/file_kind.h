@@ -4,15 +4,17 @@
 #include <vector>
 
 #include "platform/macho/bytes.h"
+#include "platform/macho/processor.h"
 
 namespace macho {
 
 /// Whether Mach-O files of any kind begin with this word, universal ones among them.
 bool IsMachOMagic(uint32_t word);
 
-/// The dylib or bundle for x86-64 in a file: the file itself, or a slice of a universal file. Throws
-/// LoadError for other files, whose text says what they are, and for a malformed table of slices.
-Bytes FindImage(Bytes file);
+/// The dylib or bundle for the processor in a file: the file itself, or a slice of a universal file. Throws
+/// LoadError for other files, whose text says what they are and what is needed, and for a malformed table of
+/// slices.
+Bytes FindImage(Bytes file, Processor processor);
 
 /// Throws LoadError if an image that names these platforms is not for macOS.
 void RequireMacos(const std::vector<uint32_t> &platforms);

@@ -1,4 +1,5 @@
-// The Mach-O file format, as far as x86-64 dylibs use it: the structures in the file, and their codes.
+// The Mach-O file format, as far as dylibs for x86-64 and arm64 use it: the structures in the file, and their
+// codes.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +10,8 @@ inline constexpr uint32_t kMagic32 = 0xFEEDFACE, kMagic64 = 0xFEEDFACF;
 // Universal files begin with one of these, and with the number of their slices. Both are big-endian.
 inline constexpr uint32_t kUniversalMagic = 0xCAFEBABE, kUniversalMagic64 = 0xCAFEBABF;
 
-inline constexpr uint32_t kCpuX86_64 = 0x01000007;
-inline constexpr uint32_t kCpuSubtypeFlags = 0xFF000000, kCpuSubtypeX86_64All = 3;
+inline constexpr uint32_t kCpuX86_64 = 0x01000007, kCpuArm64 = 0x0100000C;
+inline constexpr uint32_t kCpuSubtypeFlags = 0xFF000000, kCpuSubtypeX86_64All = 3, kCpuSubtypeArm64All = 0;
 inline constexpr uint32_t kFileDylib = 6, kFileBundle = 8;
 
 struct Header {

@@ -13,11 +13,16 @@ namespace macho {
 
 namespace {
 
-constexpr uint64_t kPageSize = 0x1000;
 /// Higher than any image that this loader is for, and low enough that sums do not overflow.
 constexpr uint64_t kHighestAddress = uint64_t{1} << 40;
 // Far more than dylibs have, and little enough to be looked through and copied.
 constexpr uint64_t kLargestCommands = uint64_t{1} << 20, kLargestContent = uint64_t{1} << 28;
+
+/// The size of the pages that the linker lays an image out in.
+uint64_t PageSize(Processor processor)
+{
+    return processor == Processor::X86_64 ? 0x1000 : 0x4000;
+}
 
 /// A name in 16 bytes, followed by a NUL if there is room.
 std::string FixedName(const char (&name)[16])
@@ -83,7 +88,7 @@ void ReadSegment(Bytes command, Bytes file, Image &image)
     segment.isWritable = (raw.initialProtection & 2) != 0;
     segment.isExecutable = (raw.initialProtection & 4) != 0;
     segment.isConstant = (raw.flags & format::kSegmentReadOnly) != 0;
-    Require(raw.address % kPageSize == 0, what, "does not begin at a page");
+    Require(raw.address % PageSize(image.processor) == 0, what, "does not begin at a page");
     Require(raw.address <= kHighestAddress && raw.size <= kHighestAddress, what, "is too large or too high");
     Require(raw.fileSize <= raw.size, what, "has more in the file than in memory");
     Require(!(segment.isWritable && segment.isExecutable), what, "is writable and executable");
@@ -236,11 +241,12 @@ void RequireBoundLazyPointers(const Image &image)
 
 } // namespace
 
-Image ParseImage(Bytes wholeFile)
+Image ParseImage(Bytes wholeFile, Processor processor)
 {
-    const Bytes file = FindImage(wholeFile);
+    const Bytes file = FindImage(wholeFile, processor);
     const auto header = file.Read<format::Header>(0, "header");
     Image image;
+    image.processor = processor;
     const Tables tables = ReadCommands(header, file, image);
     RequireMacos(tables.platforms);
     Require(!image.segments.empty(), "image", "has no segment");

@@ -5,9 +5,9 @@
 
 namespace macho {
 
-/// Reads a dylib or bundle for x86-64, or such a slice of a universal file. Throws LoadError for other files,
-/// for a malformed file, and for what this loader does not support, such as thread-local variables,
+/// Reads a dylib or bundle for the processor, or such a slice of a universal file. Throws LoadError for other
+/// files, for a malformed file, and for what this loader does not support, such as thread-local variables,
 /// re-exports and encrypted code.
-Image ParseImage(Bytes wholeFile);
+Image ParseImage(Bytes wholeFile, Processor processor);
 
 } // namespace macho

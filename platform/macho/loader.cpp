@@ -32,7 +32,8 @@ namespace macho {
 /// Reads and maps the dylib; none of its code runs, and nobody points to it yet.
 struct LoadedDylib {
     explicit LoadedDylib(const std::string &path)
-        : file(path), image(ParseImage(file.Content())), frames(ReadUnwindInfo(image)), memory(image)
+        : file(path), image(ParseImage(file.Content(), kThisProcessor)), frames(ReadUnwindInfo(image)),
+          memory(image)
     {
     }
 

@@ -1,4 +1,4 @@
-// Loads Mach-O dylibs for x86-64 into a process on Linux.
+// Loads Mach-O dylibs into a process on Linux of the same processor.
 #pragma once
 
 #include <string>

@@ -14,13 +14,20 @@
 
 #include "platform/macho/bytes.h"
 #include "platform/macho/format.h"
+#include "tests/platform/macho/processors.h"
 
-/// The content of a dylib that was built for the tests.
-inline std::vector<char> FileOf(const std::string &name)
+/// The content of a file that the build of the tests made.
+inline std::vector<char> BuiltFile(const std::string &name)
 {
-    std::ifstream file(std::string(TEST_DYLIBS) + "/" + name + ".dylib", std::ios::binary);
+    std::ifstream file(std::string(TEST_DYLIBS) + "/" + name, std::ios::binary);
     EXPECT_TRUE(file) << name;
     return std::vector<char>(std::istreambuf_iterator<char>(file), {});
+}
+
+/// The content of a dylib that was built for the tests.
+inline std::vector<char> FileOf(const std::string &name, macho::Processor processor = macho::kThisProcessor)
+{
+    return BuiltFile(FolderOf(processor) + "/" + name + ".dylib");
 }
 
 template <typename T>

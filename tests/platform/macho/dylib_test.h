@@ -6,13 +6,14 @@
 #include <string>
 
 #include "platform/macho/loader.h"
+#include "tests/platform/macho/processors.h"
 
 class DylibTest : public testing::Test {
 protected:
     /// The path of a dylib that was built for the tests.
     static std::string PathOf(const std::string &name)
     {
-        return std::string(TEST_DYLIBS) + "/" + name + ".dylib";
+        return std::string(TEST_DYLIBS) + "/" + FolderOf(macho::kThisProcessor) + "/" + name + ".dylib";
     }
 
     /// Loads it for as long as the process lives, which is the test's own.

@@ -1,4 +1,5 @@
-// Dylibs, bundles and slices for x86-64 are loaded; of other Mach-O files the message says what they are.
+// Dylibs, bundles and slices for the processor are read; of other Mach-O files the message says what they
+// are.
 #include "platform/macho/file_kind.h"
 
 #include <gmock/gmock.h>
@@ -8,18 +9,30 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using macho::Processor;
 using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
 
-constexpr char kNeeded[] = "; a 64-bit dylib or bundle for x86-64 is needed";
-constexpr uint32_t kX64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
+constexpr uint32_t kX86_64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
 
-std::string KindError(const std::vector<char> &file)
+/// The type and the subtype in the header of an image for the processor.
+std::pair<uint32_t, uint32_t> CodesOf(Processor processor)
+{
+    return processor == Processor::X86_64 ? std::pair(kX86_64, 3U) : std::pair(kArm64, 0U);
+}
+
+/// The end of the message about a file that has no image for the processor.
+std::string Needed(Processor processor)
+{
+    return "; a 64-bit dylib or bundle for " + NameOf(processor) + " is needed";
+}
+
+std::string KindError(const std::vector<char> &file, Processor processor = Processor::X86_64)
 {
     const std::vector<char> copy(file);
-    return ErrorFrom([&] { macho::FindImage(Bytes(copy.data(), copy.size())); });
+    return ErrorFrom([&] { macho::FindImage(Bytes(copy.data(), copy.size()), processor); });
 }
 
 /// The bytes of words, as a little-endian or a big-endian processor writes them.
@@ -67,25 +80,35 @@ TEST(FileKind, OfEachTypeIsNamed)
         {12, "set of kernel files"},
         {99, "file of type 0x63"},
     };
-    for (const auto &[type, name] : types)
-        EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, type})),
-                  std::string("it is a 64-bit ") + name + " for x86-64" + kNeeded);
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, 6})), "");
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, 8})), "");
+    for (const Processor processor : kProcessors) {
+        const auto [cpu, subtype] = CodesOf(processor);
+        for (const auto &[type, name] : types)
+            EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, subtype, type}), processor),
+                      std::string("it is a 64-bit ") + name + " for " + NameOf(processor) +
+                          Needed(processor));
+        EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, subtype, 6}), processor), "");
+        EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, subtype, 8}), processor), "");
+        // Flags stand in the upper bits of a subtype.
+        EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, 0x80000000 | subtype, 6}), processor), "");
+    }
 }
 
 TEST(FileKind, ForOtherProcessorsIsNamed)
 {
     const std::tuple<uint32_t, uint32_t, const char *> processors[] = {
-        {kX64, 8, "x86-64h"},        {kX64, 0x63, "x86-64 of the subtype 0x63"},
-        {kArm64, 0, "arm64"},        {kArm64, 0x80000002, "arm64e"},
-        {0x0200000C, 1, "arm64_32"}, {99, 0, "a processor of type 0x63"},
+        {kX86_64, 8, "x86-64h"},        {kX86_64, 0x63, "x86-64 of the subtype 0x63"},
+        {kArm64, 0x80000002, "arm64e"}, {kArm64, 1, "arm64 of the subtype 0x1"},
+        {0x0200000C, 1, "arm64_32"},    {99, 0, "a processor of type 0x63"},
     };
-    for (const auto &[type, subtype, name] : processors)
-        EXPECT_EQ(KindError(Words({0xFEEDFACF, type, subtype, 6})),
-                  std::string("it is a 64-bit dylib for ") + name + kNeeded);
-    // Flags stand in the upper bits of a subtype.
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 0x80000003, 6})), "");
+    for (const Processor processor : kProcessors) {
+        for (const auto &[type, subtype, name] : processors)
+            EXPECT_EQ(KindError(Words({0xFEEDFACF, type, subtype, 6}), processor),
+                      std::string("it is a 64-bit dylib for ") + name + Needed(processor));
+    }
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kArm64, 0, 6}), Processor::X86_64),
+              "it is a 64-bit dylib for arm64; a 64-bit dylib or bundle for x86-64 is needed");
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 3, 6}), Processor::Arm64),
+              "it is a 64-bit dylib for x86-64; a 64-bit dylib or bundle for arm64 is needed");
 }
 
 TEST(FileKind, OfOtherWordsIsNamed)
@@ -128,21 +151,32 @@ TEST(UniversalFile, IsLoadedByTheSliceThatFits)
     EXPECT_EQ(AnswerOf(std::string(TEST_DYLIBS) + "/universal.dylib"), 42);
 }
 
+TEST(UniversalFile, HasAnImageForEachProcessor)
+{
+    const std::vector<char> file = BuiltFile("universal.dylib");
+    for (const Processor processor : kProcessors) {
+        const Bytes image = macho::FindImage(Bytes(file.data(), file.size()), processor);
+        EXPECT_EQ(std::vector<char>(image.Data(), image.Data() + image.Size()),
+                  FileOf("fixups_opcodes", processor));
+    }
+}
+
 TEST(UniversalFile, WithWideNumbersIsLoadedByTheSliceThatFits)
 {
-    std::vector<char> file = Words({0xCAFEBABF, 2, kArm64, 0, 0, 0x1000, 0, 0x1000, 12, 0, //
-                                    kX64, 3, 0, 0x2000, 0, 0, 12, 0},
+    const auto [cpu, subtype] = CodesOf(macho::kThisProcessor);
+    std::vector<char> file = Words({0xCAFEBABF, 2, 0x01000012, 0, 0, 0x4000, 0, 0x4000, 14, 0, //
+                                    cpu, subtype, 0, 0x8000, 0, 0, 14, 0},
                                    true);
     const std::vector<char> dylib = FileOf("fixups_opcodes");
     Write(file, 60, __builtin_bswap32(static_cast<uint32_t>(dylib.size())));
-    file.resize(0x2000);
+    file.resize(0x8000);
     file.insert(file.end(), dylib.begin(), dylib.end());
     EXPECT_EQ(AnswerOf(TemporaryFile(file).Path()), 42);
 }
 
 TEST(UniversalFile, ThatIsCutOffIsRefused)
 {
-    const std::vector<char> file = FileOf("universal");
+    const std::vector<char> file = BuiltFile("universal.dylib");
     ASSERT_EQ(KindError(file), "");
     for (const size_t size :
          {size_t{3}, size_t{7}, size_t{8}, size_t{20}, size_t{40}, size_t{0x1000}, file.size() - 1})
@@ -154,18 +188,24 @@ TEST(UniversalFile, ThatIsCutOffIsRefused)
 
 TEST(UniversalFile, WithoutASliceThatFitsSaysWhichItHas)
 {
-    EXPECT_EQ(KindError(Universal({0xCAFEBABE, 3, kI386, 3, 0x1000, 0x100, 12, kArm64, 2, 0x2000, 0x100, 12,
-                                   kX64, 8, 0x2800, 0x100, 11})),
-              std::string("it is a universal file for i386, arm64e, x86-64h") + kNeeded);
-    EXPECT_THAT(KindError(Universal({0xCAFEBABE, 0})), HasSubstr("it is a universal file for no processor;"));
+    for (const Processor processor : kProcessors) {
+        EXPECT_EQ(KindError(Universal({0xCAFEBABE, 3, kI386, 3, 0x1000, 0x100, 12, kArm64, 2, 0x2000, 0x100,
+                                       12, kX86_64, 8, 0x2800, 0x100, 11}),
+                            processor),
+                  "it is a universal file for i386, arm64e, x86-64h" + Needed(processor));
+        EXPECT_EQ(KindError(Universal({0xCAFEBABE, 0}), processor),
+                  "it is a universal file for no processor" + Needed(processor));
+    }
+    EXPECT_EQ(KindError(Universal({0xCAFEBABE, 1, kX86_64, 3, 0x1000, 0x100, 12}), Processor::Arm64),
+              "it is a universal file for x86-64; a 64-bit dylib or bundle for arm64 is needed");
 }
 
 TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 {
-    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX64, 3, 0x1000, 0x100, 12};
+    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX86_64, 3, 0x1000, 0x100, 12};
     std::vector<char> file = Universal(header);
     EXPECT_THAT(KindError(file), HasSubstr("it is no Mach-O file;"));
-    const std::vector<char> executable = Words({0xFEEDFACF, kX64, 3, 2});
+    const std::vector<char> executable = Words({0xFEEDFACF, kX86_64, 3, 2});
     std::copy(executable.begin(), executable.end(), file.begin() + 0x1000);
     EXPECT_THAT(KindError(file), HasSubstr("it is a 64-bit executable for x86-64;"));
     const std::vector<char> universal = Universal(header);
@@ -176,7 +216,7 @@ TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 TEST(UniversalFile, WithWrongSlicesIsRefused)
 {
     const auto errorOf = [](uint32_t offset, uint32_t size, uint32_t alignment) {
-        return KindError(Universal({0xCAFEBABE, 2, kX64, 3, 0x1000, 0x1000, 12, //
+        return KindError(Universal({0xCAFEBABE, 2, kX86_64, 3, 0x1000, 0x1000, 12, //
                                     kArm64, 0, offset, size, alignment}));
     };
     EXPECT_THAT(errorOf(0x2000, 0x1001, 12), HasSubstr("slice for arm64: 0x1001 bytes at 0x2000 are beyond"));

@@ -73,9 +73,10 @@ void AllowMemory(size_t size)
 std::vector<char> ImageOfOneSegment(uint32_t size, const std::vector<uint8_t> &rebases)
 {
     namespace format = macho::format;
+    constexpr bool isX86 = macho::kThisProcessor == macho::Processor::X86_64;
     const format::Header header = {format::kMagic64,
-                                   format::kCpuX86_64,
-                                   format::kCpuSubtypeX86_64All,
+                                   isX86 ? format::kCpuX86_64 : format::kCpuArm64,
+                                   isX86 ? format::kCpuSubtypeX86_64All : format::kCpuSubtypeArm64All,
                                    format::kFileDylib,
                                    2,
                                    sizeof(format::SegmentCommand) + sizeof(format::DyldInfoCommand),
@@ -125,7 +126,11 @@ TEST_F(LoadedFile, ThatCannotBeOpenedSaysWhy)
 
 TEST_F(LoadedFile, MayBeReachedThroughALink)
 {
-    ASSERT_EQ(symlink((std::string(TEST_DYLIBS) + "/fixups_opcodes.dylib").c_str(), path.c_str()), 0);
+    ASSERT_EQ(
+        symlink((std::string(TEST_DYLIBS) + "/" + FolderOf(macho::kThisProcessor) + "/fixups_opcodes.dylib")
+                    .c_str(),
+                path.c_str()),
+        0);
     EXPECT_EQ(ErrorOf(path), "");
 }
 

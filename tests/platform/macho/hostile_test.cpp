@@ -9,22 +9,23 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using macho::Processor;
 using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
 
-/// The dylibs that are cut off and broken.
+/// The dylibs that are cut off and broken, for each processor.
 constexpr const char *kDylibs[] = {"objects",         "fixups_opcodes", "fixups_chained",
                                    "objc_exceptions", "cxx_exceptions", "cxx_exceptions_frameless"};
 
 /// Reads everything that is read before an image is mapped. Returns the error; empty without one.
-std::string ErrorOf(const std::vector<char> &file)
+std::string ErrorOf(const std::vector<char> &file, Processor processor = Processor::X86_64)
 {
     // A copy of exactly its size, so that the address sanitizer sees a read beyond it.
     const std::vector<char> copy(file);
     return ErrorFrom([&] {
-        const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()));
+        const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()), processor);
         macho::ReadUnwindInfo(image);
     });
 }
@@ -36,29 +37,35 @@ struct Damage {
     const char *message;
 };
 
-void ExpectRefusals(const std::vector<char> &file, const std::vector<Damage> &damages)
+void ExpectRefusals(const std::vector<char> &file, const std::vector<Damage> &damages,
+                    Processor processor = Processor::X86_64)
 {
     for (const Damage &damage : damages) {
         SCOPED_TRACE(damage.message);
         std::vector<char> broken = file;
         Write(broken, damage.offset, damage.value);
-        EXPECT_THAT(ErrorOf(broken), HasSubstr(damage.message));
+        EXPECT_THAT(ErrorOf(broken, processor), HasSubstr(damage.message));
     }
 }
 
-class HostileFile : public testing::TestWithParam<const char *> {};
+class HostileFile : public testing::TestWithParam<std::tuple<Processor, const char *>> {
+protected:
+    const Processor processor = std::get<0>(GetParam());
+    const std::vector<char> file = FileOf(std::get<1>(GetParam()), processor);
+};
+
+class HostileCommands : public testing::TestWithParam<Processor> {};
 
 } // namespace
 
 TEST_P(HostileFile, ThatIsWholeIsRead)
 {
-    EXPECT_EQ(ErrorOf(FileOf(GetParam())), "");
+    EXPECT_EQ(ErrorOf(file, processor), "");
 }
 
 TEST_P(HostileFile, ThatIsCutOffIsRefused)
 {
-    const std::vector<char> file = FileOf(GetParam());
-    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()));
+    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()), processor);
     size_t lastByte = 0;
     for (const macho::Segment &segment : image.segments)
         lastByte = std::max(lastByte, static_cast<size_t>(segment.content.Data() -
@@ -66,15 +73,15 @@ TEST_P(HostileFile, ThatIsCutOffIsRefused)
                                           segment.content.Size());
     ASSERT_EQ(lastByte, file.size());
     for (size_t size = 0; size < file.size(); size += 1 + size / 64)
-        EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size))),
+        EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size)),
+                          processor),
                   "")
             << size;
-    EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.end() - 1)), "");
+    EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.end() - 1), processor), "");
 }
 
 TEST_P(HostileFile, ThatIsBrokenAnywhereIsReadOrRefused)
 {
-    const std::vector<char> file = FileOf(GetParam());
     std::mt19937 random(20240229);
     constexpr uint32_t kValues[] = {0, 1, 0x7F, 0x80, 0xFF, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
     int refused = 0;
@@ -85,13 +92,16 @@ TEST_P(HostileFile, ThatIsBrokenAnywhereIsReadOrRefused)
             const size_t limit = (random() % 2 == 0 ? size_t{0x1000} : broken.size()) - sizeof(uint32_t);
             Write(broken, random() % limit, kValues[random() % std::size(kValues)]);
         }
-        refused += ErrorOf(broken).empty() ? 0 : 1;
+        refused += ErrorOf(broken, processor).empty() ? 0 : 1;
     }
     EXPECT_GT(refused, 100);
 }
 
-INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile, testing::ValuesIn(kDylibs),
-                         [](const auto &info) { return std::string(info.param); });
+INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile,
+                         testing::Combine(testing::ValuesIn(kProcessors), testing::ValuesIn(kDylibs)),
+                         [](const auto &info) {
+                             return FolderOf(std::get<0>(info.param)) + "_" + std::get<1>(info.param);
+                         });
 
 TEST(HostileHeader, OfAnotherKindIsRefused)
 {
@@ -104,8 +114,8 @@ TEST(HostileHeader, OfAnotherKindIsRefused)
         {16, 0xFFFF, "load command"},
         {20, 0xFFFFFFFF, "load commands: 0xffffffff bytes at 0x20 are beyond the end"},
     };
-    ExpectRefusals(FileOf("objects"), damages);
-    std::vector<char> large = FileOf("objects");
+    ExpectRefusals(FileOf("objects", Processor::X86_64), damages);
+    std::vector<char> large = FileOf("objects", Processor::X86_64);
     large.resize(0x200000);
     ExpectRefusals(large, {{20, 0x100001, "load commands: are too large"}});
     EXPECT_THAT(ErrorOf({}), HasSubstr("header: 0x4 bytes at 0x0 are beyond the end at 0x0"));
@@ -114,7 +124,7 @@ TEST(HostileHeader, OfAnotherKindIsRefused)
 TEST(HostilePlatform, OtherThanMacosIsRefused)
 {
     namespace command = macho::format::command;
-    std::vector<char> file = FileOf("fixups_chained");
+    std::vector<char> file = FileOf("fixups_chained", Processor::X86_64);
     const size_t platform = CommandOffset(file, command::BuildVersion) + 8;
     ExpectRefusals(file, {{platform, 2, "image: is built for iOS, not for macOS"},
                           {platform, 6, "image: is built for Mac Catalyst, not for macOS"},
@@ -123,7 +133,7 @@ TEST(HostilePlatform, OtherThanMacosIsRefused)
                           {platform, 0, "image: is built for platform 0, not for macOS"},
                           {platform, 99, "image: is built for platform 99, not for macOS"}});
 
-    const std::vector<char> older = FileOf("objects");
+    const std::vector<char> older = FileOf("objects", Processor::X86_64);
     const size_t version = CommandOffset(older, command::VersionMinMacos);
     ExpectRefusals(older,
                    {{version, command::VersionMinIos, "image: is built for iOS, not for macOS"},
@@ -134,7 +144,7 @@ TEST(HostilePlatform, OtherThanMacosIsRefused)
 TEST(HostilePlatform, BesideMacosIsRead)
 {
     namespace command = macho::format::command;
-    std::vector<char> file = FileOf("fixups_chained");
+    std::vector<char> file = FileOf("fixups_chained", Processor::X86_64);
     // Another command of the same size.
     const size_t other = CommandOffset(file, command::Uuid);
     Write(file, other, command::BuildVersion);
@@ -144,20 +154,23 @@ TEST(HostilePlatform, BesideMacosIsRead)
 
 TEST(HostileLazyPointers, WithoutABindAreRefused)
 {
-    std::vector<char> file = FileOf("fixups_opcodes");
-    const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);
-    const char *const error = "section __DATA,__la_symbol_ptr: the lazy pointer at ";
-    // Without lazy binds, they lead to the stub helper; without rebases too, to nowhere.
-    Write(file, info + 36, 0);
-    EXPECT_THAT(ErrorOf(file), AllOf(HasSubstr(error), EndsWith("is bound to nothing")));
-    Write(file, info + 12, 0);
-    EXPECT_THAT(ErrorOf(file), HasSubstr(error));
+    for (const Processor processor : kProcessors) {
+        std::vector<char> file = FileOf("fixups_opcodes", processor);
+        const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);
+        const char *const error = "section __DATA,__la_symbol_ptr: the lazy pointer at ";
+        // Without lazy binds, they lead to the stub helper; without rebases too, to nowhere.
+        Write(file, info + 36, 0);
+        EXPECT_THAT(ErrorOf(file, processor), AllOf(HasSubstr(error), EndsWith("is bound to nothing")));
+        Write(file, info + 12, 0);
+        EXPECT_THAT(ErrorOf(file, processor), HasSubstr(error));
+    }
 }
 
-TEST(HostileCommands, AreRefusedWithTheirNames)
+TEST_P(HostileCommands, AreRefusedWithTheirNames)
 {
     namespace command = macho::format::command;
-    const std::vector<char> file = FileOf("objects");
+    const auto processor = GetParam();
+    const std::vector<char> file = FileOf("objects", processor);
     const size_t segment = CommandOffset(file, command::Segment64);
     const size_t info = CommandOffset(file, command::DyldInfoOnly);
     const size_t dylib = CommandOffset(file, command::LoadDylib);
@@ -186,12 +199,44 @@ TEST(HostileCommands, AreRefusedWithTheirNames)
         {dylib + 24, 0, "dylib command: the name of the library is empty"},
         {segment + 72 + 16, 0x4A325B1B, "section \\x1b[2JXT"},
     };
-    ExpectRefusals(file, damages);
+    ExpectRefusals(file, damages, processor);
+}
+
+INSTANTIATE_TEST_SUITE_P(Dylibs, HostileCommands, testing::ValuesIn(kProcessors),
+                         [](const auto &info) { return FolderOf(info.param); });
+
+TEST(HostileSegments, BeginAtThePagesOfTheirProcessor)
+{
+    const std::vector<char> file = FileOf("objects", Processor::Arm64);
+    const size_t segment = CommandOffset(file, macho::format::command::Segment64);
+    ExpectRefusals(file, {{segment + 24, 0x1000, "segment __TEXT: does not begin at a page"}},
+                   Processor::Arm64);
+}
+
+TEST(HostileChains, ForPointersThatAreSignedAreRefused)
+{
+    const std::vector<char> file = FileOf("fixups_chained", Processor::Arm64);
+    const size_t command = CommandOffset(file, macho::format::command::ChainedFixups);
+    const Bytes bytes(file.data(), file.size());
+    const auto table = bytes.Read<uint32_t>(command + 8, "command");
+    const auto starts = table + bytes.Read<uint32_t>(table + 4, "header");
+    // The first segment whose pointers are set.
+    const auto count = bytes.Read<uint32_t>(starts, "starts");
+    for (uint32_t i = 0; i < count; ++i) {
+        const auto offset = bytes.Read<uint32_t>(starts + 4 + 4 * i, "starts");
+        if (offset == 0)
+            continue;
+        // Their format, of 16 bits, lies behind the size of the pages.
+        ExpectRefusals(file, {{starts + offset + 6, 1, "pointer format 1 is not supported"}},
+                       Processor::Arm64);
+        return;
+    }
+    FAIL() << "no segment has pointers";
 }
 
 TEST(HostileSections, ThatOverlapAreRefused)
 {
-    std::vector<char> file = FileOf("objects");
+    std::vector<char> file = FileOf("objects", Processor::X86_64);
     const auto sections = file.begin() + static_cast<std::ptrdiff_t>(
                                              CommandOffset(file, macho::format::command::Segment64) + 72);
     // The second gets the first one's address, size and offset.
@@ -201,7 +246,7 @@ TEST(HostileSections, ThatOverlapAreRefused)
 
 TEST(HostileTrie, WithACircleIsRefused)
 {
-    std::vector<char> file = FileOf("objects");
+    std::vector<char> file = FileOf("objects", Processor::X86_64);
     const size_t info = CommandOffset(file, macho::format::command::DyldInfoOnly);
     uint32_t trie = 0;
     std::memcpy(&trie, &file.at(info + 40), sizeof trie);

@@ -11,7 +11,7 @@ using macho::Bytes;
 TEST(Metadata, WithRelativePointersToMethodsIsRefused)
 {
     std::vector<char> file = FileOf("objects");
-    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()));
+    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()), macho::kThisProcessor);
     const macho::Section *const lists = image.FindSection("__DATA", "__objc_const");
     ASSERT_NE(lists, nullptr);
     // The first list of methods, whose entries have 24 bytes.

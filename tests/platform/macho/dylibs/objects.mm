@@ -6,7 +6,7 @@
 #include "tests/platform/macho/dylibs/objects.h"
 
 @interface NSString (OfTheTest)
-+ (NSString *)stringWithFormat:(NSString *)format, ...;
+- (NSString *)stringByAppendingString:(NSString *)text;
 - (NSUInteger)length;
 @end
 
@@ -22,6 +22,7 @@
 /// Messages to the tests' objects.
 @interface NSObject (Asked)
 - (double)numberOfNil;
+- (FourFloats)fourFloats;
 - (TwoIntegers)twoIntegers;
 - (FiveIntegers)fiveIntegers;
 - (double)sum:(long)a
@@ -161,7 +162,7 @@ struct StaticObject {
 @implementation MachOSquare
 + (NSString *)kind
 {
-    return [NSString stringWithFormat:@"square %@ %d %.1f", [super kind], 4, 0.25];
+    return [[super kind] stringByAppendingString:@" and square"];
 }
 - (id)initWithSides:(long)count
 {
@@ -222,6 +223,7 @@ namespace {
 /// Clears the registers of arguments.
 void ClobberArguments()
 {
+#if defined(__x86_64__)
     asm volatile(
         "xorps %%xmm0, %%xmm0; xorps %%xmm1, %%xmm1; xorps %%xmm2, %%xmm2; xorps %%xmm3, %%xmm3;"
         "xorps %%xmm4, %%xmm4; xorps %%xmm5, %%xmm5; xorps %%xmm6, %%xmm6; xorps %%xmm7, %%xmm7;"
@@ -229,6 +231,16 @@ void ClobberArguments()
         :
         :
         : "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7", "rax", "rcx", "rdx", "r8", "r9");
+#else
+    asm volatile("movi v0.2d, #0\nmovi v1.2d, #0\nmovi v2.2d, #0\nmovi v3.2d, #0\n"
+                 "movi v4.2d, #0\nmovi v5.2d, #0\nmovi v6.2d, #0\nmovi v7.2d, #0\n"
+                 "mov x0, #0\nmov x1, #0\nmov x2, #0\nmov x3, #0\nmov x4, #0\nmov x5, #0\nmov x6, #0\n"
+                 "mov x7, #0\nmov x8, #0"
+                 :
+                 :
+                 : "v0", "v1", "v2", "v3", "v4", "v5", "v6", "v7", "x0", "x1", "x2", "x3", "x4", "x5", "x6",
+                   "x7", "x8");
+#endif
 }
 
 } // namespace
@@ -244,6 +256,7 @@ void ClobberArguments()
           and:(double)f
           and:(double)g
           and:(double)h;
++ (FiveIntegers)backwards:(long)a and:(long)b and:(long)c and:(long)d and:(long)e;
 @end
 
 @implementation MachOFirst
@@ -266,11 +279,24 @@ void ClobberArguments()
 {
     return a + 2 * b + 3 * c + 4 * d + 5 * e + 6 * f + 7 * g + 8 * h;
 }
++ (FiveIntegers)backwards:(long)a and:(long)b and:(long)c and:(long)d and:(long)e
+{
+    return {{e, d, c, b, a}};
+}
 @end
 
 @interface MachOFirstOfNumbers : MachOFirst
 @end
 @implementation MachOFirstOfNumbers
++ (void)initialize
+{
+    ClobberArguments();
+}
+@end
+
+@interface MachOFirstOfResults : MachOFirst
+@end
+@implementation MachOFirstOfResults
 + (void)initialize
 {
     ClobberArguments();
@@ -309,6 +335,10 @@ double firstSum()
 double firstSumOfNumbers()
 {
     return [MachOFirstOfNumbers sum:1 and:2 and:3 and:4 and:5 and:6 and:7 and:8];
+}
+FiveIntegers firstBackwards()
+{
+    return [MachOFirstOfResults backwards:1 and:2 and:3 and:4 and:5];
 }
 double firstSumOfMany()
 {
@@ -368,6 +398,10 @@ double askSum(id object)
                    and:6.5
                    and:7.5
                    and:8.5];
+}
+FourFloats askFourFloats(id object)
+{
+    return [object fourFloats];
 }
 double askNumber(id object)
 {
