@@ -1,4 +1,4 @@
-// Sending messages from code of an image: entry points in assembly (dispatch.S), and what they call.
+// Sending messages from code of an image: entry points in assembly, for each processor, and what they call.
 #pragma once
 
 extern "C" {

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "platform/macho/adapters.h"
+#include "platform/macho/call_adapters.h"
 #include "platform/macho/dispatch.h"
 #include "platform/macho/exceptions.h"
 
@@ -19,7 +20,8 @@ namespace {
 constexpr std::string_view kClass = "_OBJC_CLASS_$_", kMetaclass = "_OBJC_METACLASS_$_",
                            kExceptionType = "_OBJC_EHTYPE_$_", kSanitizer = "___asan_";
 
-/// The process has each of these under the same name, without the underscore of Mach-O.
+/// The process has each of these under the same name, without the underscore of Mach-O. Some are called
+/// through an adapter, all the same.
 constexpr std::string_view kSameNames[] = {
     // Core Foundation
     "_CFArrayGetTypeID",
@@ -220,8 +222,10 @@ uint64_t AddressFor(std::string_view symbol)
         return MetaclassNamed(symbol.substr(kMetaclass.size()));
     if (StartsWith(symbol, kExceptionType))
         return reinterpret_cast<uint64_t>(ExceptionTypeOf(symbol.substr(kExceptionType.size())));
-    if (const auto found = Adapters().find(symbol); found != Adapters().end())
-        return reinterpret_cast<uint64_t>(found->second);
+    for (const auto *const adapters : {&CallAdapters(), &Adapters()}) {
+        if (const auto found = adapters->find(symbol); found != adapters->end())
+            return reinterpret_cast<uint64_t>(found->second);
+    }
     if (std::find(std::begin(kSameNames), std::end(kSameNames), symbol) != std::end(kSameNames))
         return InProcess(symbol);
     return 0;

@@ -6,6 +6,7 @@
 
 #include <set>
 
+#include "platform/macho/call_adapters.h"
 #include "tests/platform/macho/load_error.h"
 
 using macho::Image;
@@ -55,6 +56,21 @@ TEST(Imports, NothingIsBoundThatNoStubExports)
     }
     for (const std::string_view symbol : exported)
         EXPECT_TRUE(IsOfAClass(symbol) || bound.count(symbol) == 1) << symbol;
+}
+
+TEST(Imports, ThatAreCalledInAnotherWayAreBoundToTheirAdapters)
+{
+    std::set<std::string_view> bound;
+    for (const macho::StubExport &row : macho::StubExports()) {
+        const auto adapter = macho::CallAdapters().find(row.symbol);
+        if (adapter == macho::CallAdapters().end())
+            continue;
+        EXPECT_EQ(Resolve(std::string(row.symbol), std::string(row.library)),
+                  reinterpret_cast<uint64_t>(adapter->second))
+            << row.symbol;
+        bound.insert(row.symbol);
+    }
+    EXPECT_EQ(bound.size(), macho::CallAdapters().size());
 }
 
 TEST(Imports, WhatTheLibraryDoesNotExportIsAnError)

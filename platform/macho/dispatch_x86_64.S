@@ -1,4 +1,4 @@
-// The message-sending entry points: they preserve every argument register, look the method up, and jump to it.
+// The message-sending entry points on x86-64: they preserve every argument register, look the method up, and jump to it.
     .intel_syntax noprefix
     .text
 
