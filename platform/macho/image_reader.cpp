@@ -8,6 +8,7 @@
 #include "platform/macho/file_kind.h"
 #include "platform/macho/fixups.h"
 #include "platform/macho/format.h"
+#include "platform/macho/variadic_messages.h"
 
 namespace macho {
 
@@ -257,6 +258,7 @@ Image ParseImage(Bytes wholeFile, Processor processor)
     RequireBoundedSize(image);
     ReadTables(tables, file, image);
     RequireBoundLazyPointers(image);
+    RequireNoVariadicMessages(image);
     return image;
 }
 

@@ -73,3 +73,13 @@ TEST_F(Calls, OfConstructorsAndDestructorsKeepTheObject)
     EXPECT_TRUE(IsSameAfter<std::runtime_error>(Find<void *(void *)>("destroyRuntimeError"), "on purpose"));
     EXPECT_TRUE(IsSameAfter<std::exception>(Find<void *(void *)>("destroyException")));
 }
+
+TEST_F(DylibTest, MessagesOfVariableArgumentsPassEachOfThemOnX86_64)
+{
+    if (macho::kThisProcessor != macho::Processor::X86_64)
+        return;
+    NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+    Load("variadic_messages");
+    EXPECT_STREQ([Find<NSString *()>("format")() UTF8String], "one 2 3.5");
+    [pool release];
+}

@@ -7,6 +7,25 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using macho::Processor;
+
+namespace {
+
+std::string ErrorOfVariadicMessages(Processor processor)
+{
+    const std::vector<char> file = FileOf("variadic_messages", processor);
+    return ErrorFrom([&] { macho::ParseImage(Bytes(file.data(), file.size()), processor); });
+}
+
+} // namespace
+
+TEST(Metadata, WithMessagesOfVariableArgumentsIsRefusedForArm64)
+{
+    EXPECT_EQ(ErrorOfVariadicMessages(Processor::Arm64),
+              "image: sends stringWithFormat:, which has a variable number "
+              "of arguments; code for arm64 cannot do that here");
+    EXPECT_EQ(ErrorOfVariadicMessages(Processor::X86_64), "");
+}
 
 TEST(Metadata, WithRelativePointersToMethodsIsRefused)
 {
