@@ -6,76 +6,36 @@ stop at a line: break NSNotificationObserver.mm:32
 """
 
 import os
-import struct
+import sys
 import tempfile
 
 import gdb
 
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import debug_symbols
+
 # The folder that the debugging information calls ".".
 SOURCES = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
 
-SEGMENT_64 = 0x19
-SHT_NULL, SHT_PROGBITS, SHT_STRTAB, SHT_NOBITS = 0, 1, 3, 8
-SHF_ALLOC, SHF_EXECINSTR = 2, 4
+# By gdb's names: a processor, and its registers with a function's first two arguments.
+PROCESSORS = {
+    "i386:x86-64": (debug_symbols.X86_64, "rdi", "rsi"),
+    "aarch64": (debug_symbols.ARM64, "x0", "x1"),
+}
 
 
-def sections_of(mach_o):
-    """The sections of a 64-bit Mach-O file: (segment, name, address, size, offset in the file)."""
-    command_count = struct.unpack_from("<I", mach_o, 16)[0]
-    offset = 32
-    for _ in range(command_count):
-        command, size = struct.unpack_from("<II", mach_o, offset)
-        if command == SEGMENT_64:
-            section_count = struct.unpack_from("<I", mach_o, offset + 64)[0]
-            for number in range(section_count):
-                raw = struct.unpack_from("<16s16sQQI", mach_o, offset + 72 + 80 * number)
-                name, segment = (text.rstrip(b"\0").decode() for text in raw[:2])
-                yield segment, name, *raw[2:]
-        offset += size
-
-
-def elf_with(text_address, text_size, debug_sections):
-    """An ELF file with a section .text that has no bytes, and these sections, by name."""
-    names = b"\0"
-    sections = [(0, SHT_NULL, 0, 0, b"", 0)]
-
-    def add(name, kind, flags, address, content, size):
-        nonlocal names
-        sections.append((len(names), kind, flags, address, content, size))
-        names += name.encode() + b"\0"
-
-    add(".text", SHT_NOBITS, SHF_ALLOC | SHF_EXECINSTR, text_address, b"", text_size)
-    for name, content in debug_sections.items():
-        add(name, SHT_PROGBITS, 0, 0, content, len(content))
-    add(".shstrtab", SHT_STRTAB, 0, 0, b"", 0)
-    sections[-1] = sections[-1][:4] + (names, len(names))
-
-    body, headers = b"", b""
-    for name, kind, flags, address, content, size in sections:
-        headers += struct.pack("<IIQQQQIIQQ", name, kind, flags, address, 64 + len(body), size, 0, 0, 1, 0)
-        body += content
-    executable, x86_64 = 2, 62
-    header = b"\x7fELF\x02\x01\x01" + bytes(9) + struct.pack(
-        "<HHIQQQIHHHHHH", executable, x86_64, 1, 0, 0, 64 + len(body), 0, 64, 0, 0, 64, len(sections),
-        len(sections) - 1)
-    return header + body + headers
-
-
-def symbol_file(dylib):
-    """The path of an ELF file with the debugging information of a dylib; None without a companion."""
+def symbol_file(dylib, processor):
+    """The path of an ELF file with the debugging information of a dylib; None without a companion for the processor."""
     companion = f"{dylib}.dSYM/Contents/Resources/DWARF/{os.path.basename(dylib)}"
     if not os.path.exists(companion):
         return None
     with open(companion, "rb") as file:
-        mach_o = file.read()
-    text, debug = (0, 0), {}
-    for segment, name, address, size, offset in sections_of(mach_o):
-        if (segment, name) == ("__TEXT", "__text"):
-            text = (address, size)
-        elif segment == "__DWARF" and name.startswith("__debug_"):
-            debug["." + name[2:]] = mach_o[offset:offset + size]
+        elf = debug_symbols.elf_file(processor, file.read())
+    if elf is None:
+        return None
     with tempfile.NamedTemporaryFile(prefix="symbols-", suffix=".elf", delete=False) as file:
-        file.write(elf_with(*text, debug))
+        file.write(elf)
     return file.name
 
 
@@ -87,11 +47,12 @@ class DylibLoaded(gdb.Breakpoint):
 
     def stop(self):
         frame = gdb.selected_frame()
-        dylib = frame.read_register("rdi").cast(gdb.lookup_type("char").pointer()).string()
-        slide = int(frame.read_register("rsi"))
-        file = symbol_file(dylib)
+        processor, first, second = PROCESSORS[frame.architecture().name()]
+        dylib = frame.read_register(first).cast(gdb.lookup_type("char").pointer()).string()
+        slide = int(frame.read_register(second))
+        file = symbol_file(dylib, processor)
         if file is None:
-            gdb.write(f"{dylib} has no debugging companion beside it\n")
+            gdb.write(f"{dylib} has no debugging companion for this processor beside it\n")
         else:
             gdb.execute(f"add-symbol-file {file} -o {slide:#x}", to_string=True)
             os.unlink(file)
