@@ -18,7 +18,7 @@ set(QZL_MACOS_STUBS ${CMAKE_CURRENT_LIST_DIR}/stubs)
 
 # No Apple SDK: our declarations first, then libc++'s headers, then musl's for the C library's prototypes. Debian has
 # musl's in the folder of its own processor; those of either processor serve both targets.
-find_path(QZL_MUSL_INCLUDE features.h REQUIRED NO_DEFAULT_PATH
+find_path(QZL_MUSL_INCLUDE features.h REQUIRED NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH
   PATHS /usr/include/x86_64-linux-musl /usr/include/aarch64-linux-musl)
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH platform)
 set(QZL_MACOS_COMPILE_FLAGS

@@ -15,12 +15,12 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr uint32_t kX86_64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
+constexpr uint32_t kX64 = 0x01000007, kArm64 = 0x0100000C, kI386 = 7;
 
 /// The type and the subtype in the header of an image for the processor.
 std::pair<uint32_t, uint32_t> CodesOf(Processor processor)
 {
-    return processor == Processor::X86_64 ? std::pair(kX86_64, 3U) : std::pair(kArm64, 0U);
+    return processor == Processor::X86_64 ? std::pair(kX64, 3U) : std::pair(kArm64, 0U);
 }
 
 /// The end of the message about a file that has no image for the processor.
@@ -96,7 +96,7 @@ TEST(FileKind, OfEachTypeIsNamed)
 TEST(FileKind, ForOtherProcessorsIsNamed)
 {
     const std::tuple<uint32_t, uint32_t, const char *> processors[] = {
-        {kX86_64, 8, "x86-64h"},        {kX86_64, 0x63, "x86-64 of the subtype 0x63"},
+        {kX64, 8, "x86-64h"},        {kX64, 0x63, "x86-64 of the subtype 0x63"},
         {kArm64, 0x80000002, "arm64e"}, {kArm64, 1, "arm64 of the subtype 0x1"},
         {0x0200000C, 1, "arm64_32"},    {99, 0, "a processor of type 0x63"},
     };
@@ -107,7 +107,7 @@ TEST(FileKind, ForOtherProcessorsIsNamed)
     }
     EXPECT_EQ(KindError(Words({0xFEEDFACF, kArm64, 0, 6}), Processor::X86_64),
               "it is a 64-bit dylib for arm64; a 64-bit dylib or bundle for x86-64 is needed");
-    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX86_64, 3, 6}), Processor::Arm64),
+    EXPECT_EQ(KindError(Words({0xFEEDFACF, kX64, 3, 6}), Processor::Arm64),
               "it is a 64-bit dylib for x86-64; a 64-bit dylib or bundle for arm64 is needed");
 }
 
@@ -190,22 +190,22 @@ TEST(UniversalFile, WithoutASliceThatFitsSaysWhichItHas)
 {
     for (const Processor processor : kProcessors) {
         EXPECT_EQ(KindError(Universal({0xCAFEBABE, 3, kI386, 3, 0x1000, 0x100, 12, kArm64, 2, 0x2000, 0x100,
-                                       12, kX86_64, 8, 0x2800, 0x100, 11}),
+                                       12, kX64, 8, 0x2800, 0x100, 11}),
                             processor),
                   "it is a universal file for i386, arm64e, x86-64h" + Needed(processor));
         EXPECT_EQ(KindError(Universal({0xCAFEBABE, 0}), processor),
                   "it is a universal file for no processor" + Needed(processor));
     }
-    EXPECT_EQ(KindError(Universal({0xCAFEBABE, 1, kX86_64, 3, 0x1000, 0x100, 12}), Processor::Arm64),
+    EXPECT_EQ(KindError(Universal({0xCAFEBABE, 1, kX64, 3, 0x1000, 0x100, 12}), Processor::Arm64),
               "it is a universal file for x86-64; a 64-bit dylib or bundle for arm64 is needed");
 }
 
 TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 {
-    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX86_64, 3, 0x1000, 0x100, 12};
+    const std::vector<uint32_t> header = {0xCAFEBABE, 1, kX64, 3, 0x1000, 0x100, 12};
     std::vector<char> file = Universal(header);
     EXPECT_THAT(KindError(file), HasSubstr("it is no Mach-O file;"));
-    const std::vector<char> executable = Words({0xFEEDFACF, kX86_64, 3, 2});
+    const std::vector<char> executable = Words({0xFEEDFACF, kX64, 3, 2});
     std::copy(executable.begin(), executable.end(), file.begin() + 0x1000);
     EXPECT_THAT(KindError(file), HasSubstr("it is a 64-bit executable for x86-64;"));
     const std::vector<char> universal = Universal(header);
@@ -216,7 +216,7 @@ TEST(UniversalFile, WhoseSliceIsOfAnotherKindIsRefused)
 TEST(UniversalFile, WithWrongSlicesIsRefused)
 {
     const auto errorOf = [](uint32_t offset, uint32_t size, uint32_t alignment) {
-        return KindError(Universal({0xCAFEBABE, 2, kX86_64, 3, 0x1000, 0x1000, 12, //
+        return KindError(Universal({0xCAFEBABE, 2, kX64, 3, 0x1000, 0x1000, 12, //
                                     kArm64, 0, offset, size, alignment}));
     };
     EXPECT_THAT(errorOf(0x2000, 0x1001, 12), HasSubstr("slice for arm64: 0x1001 bytes at 0x2000 are beyond"));
