@@ -2,8 +2,11 @@
 #import <Foundation/Foundation.h>
 #include <gmock/gmock.h>
 
+#include <objc/runtime.h>
+
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "tests/platform/macho/dylib_test.h"
 
@@ -23,6 +26,33 @@ bool IsSameAfter(void *(*destroy)(void *), Arguments... arguments)
     alignas(Type) char memory[sizeof(Type)];
     void *const object = new (memory) Type(arguments...);
     return destroy(object) == object;
+}
+
+template <typename Result>
+__attribute__((noinline)) Result Narrow(int64_t value)
+{
+    return static_cast<Result>(value);
+}
+
+/// A method whose result has more bits than its type says, as the platform's methods may leave it.
+int64_t WideResult(id, SEL)
+{
+    return 0x123456789ABCDEF0;
+}
+
+/// An object that the caller owns. Its methods have the names and the types of a number's.
+id ObjectWithWideResults()
+{
+    const Class type = objc_allocateClassPair([NSObject class], "MachOWideResults", 0);
+    const std::pair<SEL, const char *> methods[] = {
+        {@selector(charValue), "c16@0:8"},  {@selector(unsignedCharValue), "C16@0:8"},
+        {@selector(shortValue), "s16@0:8"}, {@selector(unsignedShortValue), "S16@0:8"},
+        {@selector(intValue), "i16@0:8"},
+    };
+    for (const auto &[selector, types] : methods)
+        class_addMethod(type, selector, reinterpret_cast<IMP>(WideResult), types);
+    objc_registerClassPair(type);
+    return [[type alloc] init];
 }
 
 } // namespace
@@ -72,6 +102,28 @@ TEST_F(Calls, OfConstructorsAndDestructorsKeepTheObject)
     EXPECT_TRUE(IsSameAfter<std::logic_error>(Find<void *(void *)>("destroyLogicError"), "on purpose"));
     EXPECT_TRUE(IsSameAfter<std::runtime_error>(Find<void *(void *)>("destroyRuntimeError"), "on purpose"));
     EXPECT_TRUE(IsSameAfter<std::exception>(Find<void *(void *)>("destroyException")));
+}
+
+TEST_F(Calls, OfThisProjectsFunctionsGiveNarrowResultsExtended)
+{
+    const int64_t value = 0x123456789ABCDEF0;
+    EXPECT_EQ((Find<int64_t(int8_t (*)(int64_t), int64_t)>("widenChar")(Narrow<int8_t>, value)), -0x10);
+    EXPECT_EQ((Find<int64_t(uint8_t (*)(int64_t), int64_t)>("widenUnsignedChar")(Narrow<uint8_t>, value)),
+              0xF0);
+    EXPECT_EQ((Find<int64_t(int16_t (*)(int64_t), int64_t)>("widenShort")(Narrow<int16_t>, value)), -0x2110);
+    EXPECT_EQ((Find<int64_t(uint16_t (*)(int64_t), int64_t)>("widenUnsignedShort")(Narrow<uint16_t>, value)),
+              0xDEF0);
+}
+
+TEST_F(Calls, OfMethodsGiveNarrowResultsExtended)
+{
+    const id object = ObjectWithWideResults();
+    EXPECT_EQ(Find<int64_t(id)>("charOf")(object), -0x10);
+    EXPECT_EQ(Find<int64_t(id)>("unsignedCharOf")(object), 0xF0);
+    EXPECT_EQ(Find<int64_t(id)>("shortOf")(object), -0x2110);
+    EXPECT_EQ(Find<int64_t(id)>("unsignedShortOf")(object), 0xDEF0);
+    EXPECT_EQ(Find<int64_t(id)>("intOf")(object), static_cast<int32_t>(0x9ABCDEF0));
+    [object release];
 }
 
 TEST_F(DylibTest, MessagesOfVariableArgumentsPassEachOfThemOnX86_64)

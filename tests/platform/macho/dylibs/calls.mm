@@ -3,10 +3,19 @@
 #import <Foundation/Foundation.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <new>
 #include <stdexcept>
+
+@protocol Narrow
+- (signed char)charValue;
+- (unsigned char)unsignedCharValue;
+- (short)shortValue;
+- (unsigned short)unsignedShortValue;
+- (int)intValue;
+@end
 
 #pragma GCC visibility push(default)
 extern "C" {
@@ -32,6 +41,44 @@ int formatChecked(char *buffer, size_t size, size_t room)
 int formatCheckedUnbounded(char *buffer, size_t room)
 {
     return __builtin___sprintf_chk(buffer, 0, room, "%d %s %.2f", 1, "two", 3.25);
+}
+
+// Each trusts that the result fills a register, as code for arm64 does.
+int64_t widenChar(signed char (*function)(int64_t), int64_t value)
+{
+    return function(value);
+}
+int64_t widenUnsignedChar(unsigned char (*function)(int64_t), int64_t value)
+{
+    return function(value);
+}
+int64_t widenShort(short (*function)(int64_t), int64_t value)
+{
+    return function(value);
+}
+int64_t widenUnsignedShort(unsigned short (*function)(int64_t), int64_t value)
+{
+    return function(value);
+}
+int64_t charOf(id<Narrow> number)
+{
+    return [number charValue];
+}
+int64_t unsignedCharOf(id<Narrow> number)
+{
+    return [number unsignedCharValue];
+}
+int64_t shortOf(id<Narrow> number)
+{
+    return [number shortValue];
+}
+int64_t unsignedShortOf(id<Narrow> number)
+{
+    return [number unsignedShortValue];
+}
+int64_t intOf(id<Narrow> number)
+{
+    return [number intValue];
 }
 
 void logMany()
