@@ -21,7 +21,17 @@ constexpr struct {
     {0x001, 19}, {0x002, 21}, {0x004, 23}, {0x008, 25}, {0x010, 27},
     {0x100, 72}, {0x200, 74}, {0x400, 76}, {0x800, 78},
 };
-constexpr uint32_t kPairFlags = 0xF1F;
+
+/// Says of each pair that is saved where it lies, the first right below these words.
+void AppendPairs(std::vector<uint8_t> &rules, uint32_t compact, uint64_t words)
+{
+    for (const auto &[flag, first] : kPairs) {
+        if ((compact & flag) == 0)
+            continue;
+        AppendSaved(rules, first, ++words);
+        AppendSaved(rules, first + 1, ++words);
+    }
+}
 
 /// The rules of a function whose frame is in x29: the caller's x29 and x30 lie there, and pairs below.
 std::vector<uint8_t> RulesOfFrame(uint32_t compact)
@@ -29,24 +39,16 @@ std::vector<uint8_t> RulesOfFrame(uint32_t compact)
     std::vector<uint8_t> rules = {dwarf::DefineCfa, kX29, 16};
     AppendSaved(rules, kX30, 1);
     AppendSaved(rules, kX29, 2);
-    uint64_t wordsBelow = 3;
-    for (const auto &[flag, first] : kPairs) {
-        if ((compact & flag) == 0)
-            continue;
-        AppendSaved(rules, first, wordsBelow);
-        AppendSaved(rules, first + 1, wordsBelow + 1);
-        wordsBelow += 2;
-    }
+    AppendPairs(rules, compact, 2);
     return rules;
 }
 
 /// The rules of a function without a frame: it calls nothing, so the return address is still in x30.
 std::vector<uint8_t> RulesOfStack(uint32_t compact)
 {
-    if ((compact & kPairFlags) != 0)
-        FailCompact("a function without a frame saves registers, which is not supported");
     std::vector<uint8_t> rules = {dwarf::DefineCfaOffset};
     AppendUnsignedLeb(rules, uint64_t{CompactField(compact, 12, 12)} * 16);
+    AppendPairs(rules, compact, 0);
     return rules;
 }
 

@@ -34,6 +34,15 @@ double stirMost(const double *numbers, size_t count)
     return Stir<1000>(numbers, count);
 }
 
+#ifdef __aarch64__
+/// Saves registers, and calls nothing.
+double clobber(double number)
+{
+    asm volatile("" : : : "x19", "x20", "x27", "x28", "d8", "d9", "d14", "d15");
+    return number;
+}
+#endif
+
 /// Keep integers and numbers in registers across calls, more from function to function.
 double keepOne(double (*call)(double), double a)
 {
