@@ -1,6 +1,6 @@
 // The formats with which the library logs. Foundation itself ends a line where a format does not.
 #import <Foundation/Foundation.h>
-
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include "tests/notifications/delivery.h"
@@ -25,10 +25,17 @@ using LogFormat = PluginTest;
 
 } // namespace
 
-/// Replaces Foundation's.
-void NSLog(NSString *format, ...)
+// Replace Foundation's. Code of a dylib may reach either.
+
+void NSLogv(NSString *format, va_list arguments)
 {
     gFormats.push_back([format UTF8String]);
+    static const auto original = reinterpret_cast<decltype(&NSLogv)>(dlsym(RTLD_NEXT, "NSLogv"));
+    original(format, arguments);
+}
+
+void NSLog(NSString *format, ...)
+{
     va_list arguments;
     va_start(arguments, format);
     NSLogv(format, arguments);
