@@ -96,7 +96,7 @@ TEST(FileKind, OfEachTypeIsNamed)
 TEST(FileKind, ForOtherProcessorsIsNamed)
 {
     const std::tuple<uint32_t, uint32_t, const char *> processors[] = {
-        {kX64, 8, "x86-64h"},        {kX64, 0x63, "x86-64 of the subtype 0x63"},
+        {kX64, 8, "x86-64h"},           {kX64, 0x63, "x86-64 of the subtype 0x63"},
         {kArm64, 0x80000002, "arm64e"}, {kArm64, 1, "arm64 of the subtype 0x1"},
         {0x0200000C, 1, "arm64_32"},    {99, 0, "a processor of type 0x63"},
     };
