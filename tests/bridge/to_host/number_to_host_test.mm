@@ -112,7 +112,7 @@ constexpr IntegerRow kIntegerRows[] = {
     {"BooleanOne", "c", 1, "boolValue", "BooleanToVariant", 1},
     {"CharFiveIsTrue", "c", 5, "boolValue", "BooleanToVariant", 1},
     {"CharMinusOneIsTrue", "c", -1, "boolValue", "BooleanToVariant", 1},
-    {"CharLowestIsTrue", "c", CHAR_MIN, "boolValue", "BooleanToVariant", 1},
+    {"CharLowestIsTrue", "c", SCHAR_MIN, "boolValue", "BooleanToVariant", 1},
     {"UnsignedCharZero", "C", 0, "unsignedCharValue", "IntegerToVariant", 0},
     {"UnsignedCharOneIsNoBoolean", "C", 1, "unsignedCharValue", "IntegerToVariant", 1},
     {"UnsignedCharHighest", "C", UCHAR_MAX, "unsignedCharValue", "IntegerToVariant", 255},
