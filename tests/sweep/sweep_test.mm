@@ -75,7 +75,7 @@ TEST_P(Sweep, FaultInAnyCallEndsWhereItShouldAndTheProgramRunsOn)
                 ADD_FAILURE() << function << ", call " << number << ": " << complaint;
         }
     }
-    EXPECT_GT(cases, 100);
+    EXPECT_GE(sound->calls.size(), 70u) << "functions that the program makes the library call";
     std::printf("%d cases of %zu functions\n", cases, sound->calls.size());
 }
 
