@@ -69,10 +69,10 @@ Frames ReadText(const std::vector<char> &text)
 /// LLVM's names of registers by DWARF's numbers.
 std::string RegisterName(Processor processor, uint64_t number)
 {
-    static const std::map<uint64_t, std::string> kX86_64 = {
+    static const std::map<uint64_t, std::string> kOnX8664 = {
         {3, "RBX"}, {6, "RBP"}, {7, "RSP"}, {12, "R12"}, {13, "R13"}, {14, "R14"}, {15, "R15"}, {16, "RIP"}};
     if (processor == Processor::X86_64)
-        return kX86_64.at(number);
+        return kOnX8664.at(number);
     if (number == 31)
         return "WSP";
     return number < 31 ? "W" + std::to_string(number) : "B" + std::to_string(number - 64);
