@@ -17,14 +17,14 @@ void UnlockObject(Instance *object)
 
 } // namespace
 
-class Accounts : public testing::Test {
+class ReferenceAccounts : public testing::Test {
 protected:
     void SetUp() override { LoadExample(host); }
 
     Host host;
 };
 
-TEST_F(Accounts, ALeakIsNamedWithItsMaker)
+TEST_F(ReferenceAccounts, ALeakIsNamedWithItsMaker)
 {
     const Value base = host.New("BaseEX");
     EXPECT_THAT(host.Leaks(), IsEmpty());
@@ -34,7 +34,7 @@ TEST_F(Accounts, ALeakIsNamedWithItsMaker)
     EXPECT_THAT(host.Mistakes(), IsEmpty());
 }
 
-TEST_F(Accounts, AReferenceTooManyOfAHeldObjectIsALeak)
+TEST_F(ReferenceAccounts, AReferenceTooManyOfAHeldObjectIsALeak)
 {
     const Value base = host.New("BaseEX");
     HostFunction<void(Instance *)>("REALLockObject")(base.ObjectPointer());
@@ -43,7 +43,7 @@ TEST_F(Accounts, AReferenceTooManyOfAHeldObjectIsALeak)
     EXPECT_THAT(host.Leaks(), IsEmpty());
 }
 
-TEST_F(Accounts, StringsAndTextsAreCountedToo)
+TEST_F(ReferenceAccounts, StringsAndTextsAreCountedToo)
 {
     String *const string = HostFunction<String *(const char *, int32_t)>("REALBuildString")("lost", 4);
     EXPECT_THAT(host.Leaks(),
@@ -56,14 +56,14 @@ TEST_F(Accounts, StringsAndTextsAreCountedToo)
     HostFunction<void(Text *)>("PluginUnlockText")(text.TextPointer());
 }
 
-TEST_F(Accounts, WhatContainersHoldIsNoLeak)
+TEST_F(ReferenceAccounts, WhatContainersHoldIsNoLeak)
 {
     const Value dictionary = host.NewDictionary();
     host.DictionarySet(dictionary, "key", host.NewArray(code::Object, {host.NewDictionary(), "text"}));
     EXPECT_THAT(host.Leaks(), IsEmpty());
 }
 
-TEST_F(Accounts, ADoubleUnlockIsNamedAndSurvived)
+TEST_F(ReferenceAccounts, ADoubleUnlockIsNamedAndSurvived)
 {
     host.Call(host.New("BaseEX"), "ReleaseTwice");
     EXPECT_THAT(host.Mistakes(), ElementsAre(AllOf(HasSubstr("REALUnlockObject"), HasSubstr("Dictionary #"),
@@ -71,7 +71,7 @@ TEST_F(Accounts, ADoubleUnlockIsNamedAndSurvived)
     EXPECT_THAT(host.Leaks(), IsEmpty());
 }
 
-TEST_F(Accounts, GivingBackTheCallersReferenceIsNamedAndSurvived)
+TEST_F(ReferenceAccounts, GivingBackTheCallersReferenceIsNamedAndSurvived)
 {
     const Value base = host.New("BaseEX");
     const Value argument = host.NewDictionary();
@@ -81,7 +81,7 @@ TEST_F(Accounts, GivingBackTheCallersReferenceIsNamedAndSurvived)
     EXPECT_EQ(host.References(argument), 1);
 }
 
-TEST_F(Accounts, AResultWithoutItsReferenceIsNamedAndSurvived)
+TEST_F(ReferenceAccounts, AResultWithoutItsReferenceIsNamedAndSurvived)
 {
     const Value base = host.New("BaseEX");
     {
@@ -94,7 +94,7 @@ TEST_F(Accounts, AResultWithoutItsReferenceIsNamedAndSurvived)
     EXPECT_THAT(host.Leaks(), IsEmpty());
 }
 
-TEST_F(Accounts, ForeignPointersAndWrongKindsAreNamedAndSurvived)
+TEST_F(ReferenceAccounts, ForeignPointersAndWrongKindsAreNamedAndSurvived)
 {
     int64_t foreign[8] = {};
     UnlockObject(reinterpret_cast<Instance *>(foreign));
@@ -106,7 +106,7 @@ TEST_F(Accounts, ForeignPointersAndWrongKindsAreNamedAndSurvived)
                             AllOf(HasSubstr("VariantToString"), HasSubstr("is not the host's"))));
 }
 
-TEST_F(Accounts, NullWhereNoneIsAllowedIsNamed)
+TEST_F(ReferenceAccounts, NullWhereNoneIsAllowedIsNamed)
 {
     HostFunction<Instance *(const char *)>("PluginNewInstance")(nullptr);
     HostFunction<int64_t(Instance *)>("RuntimeUBound")(nullptr);
@@ -118,13 +118,13 @@ TEST_F(Accounts, NullWhereNoneIsAllowedIsNamed)
     EXPECT_EQ(host.Mistakes().size(), 3u);
 }
 
-TEST_F(Accounts, ADeclarationThatIsNoneIsNamed)
+TEST_F(ReferenceAccounts, ADeclarationThatIsNoneIsNamed)
 {
     HostFunction<void *(void *, const char *)>("REALLoadGlobalMethod")(nullptr, "VarType(value As");
     EXPECT_THAT(host.Mistakes(), ElementsAre(HasSubstr("REALLoadGlobalMethod: ")));
 }
 
-TEST_F(Accounts, TheTraceShowsCallsWithReadableArguments)
+TEST_F(ReferenceAccounts, TheTraceShowsCallsWithReadableArguments)
 {
     host.ClearTrace();
     const Value dictionary = host.NewDictionary();
