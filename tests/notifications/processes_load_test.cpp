@@ -26,6 +26,9 @@ protected:
 /// The parameter: the command that ends it.
 class ObserverThatEndsMeanwhile : public ProcessLoad, public ::testing::WithParamInterface<const char *> {};
 
+/// The parameter: the observer that runs again first.
+class ObserversThatDoNotRun : public ProcessLoad, public ::testing::WithParamInterface<int> {};
+
 /// The command that posts `times` times, each with the poster and a sequence number from 0 on.
 Json PostMany(int64_t poster, int64_t times)
 {
@@ -150,6 +153,23 @@ TEST_F(ProcessLoad, ObserverThatDoesNotRunHoldsNobodyUpAndGetsAllOfItLater)
     sleeper.Stop(false);
     EXPECT_TRUE(NumbersByPoster(sleeper.Events(kTimes))[0] == NumbersTo(kTimes));
 }
+
+TEST_P(ObserversThatDoNotRun, GetAllOfItInWhateverOrderTheyRunAgain)
+{
+    constexpr int64_t kTimes = 2000;
+    Peer *const observers[] = {&StartObserver("observer 0"), &StartObserver("observer 1")};
+    Peer &poster = StartPeer("poster");
+
+    for (Peer *const observer : observers)
+        observer->Stop(true);
+    poster.Do(PostMany(0, kTimes));
+    for (const int index : {GetParam(), 1 - GetParam()}) {
+        observers[index]->Stop(false);
+        EXPECT_TRUE(NumbersByPoster(observers[index]->Events(kTimes))[0] == NumbersTo(kTimes)) << index;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(First, ObserversThatDoNotRun, ::testing::Values(0, 1));
 
 TEST_P(ObserverThatEndsMeanwhile, HearsNothingMore)
 {

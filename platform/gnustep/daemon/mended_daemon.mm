@@ -1,22 +1,21 @@
 // Mends gdnc, GNUstep's daemon for notifications between processes. This library is preloaded into it.
 //
-// gdnc serves requests while it waits for an observer's socket. It delivers each post that arrives meanwhile
-// on top of the one before, so some seven hundred of them overflow its stack. It also keeps what it held for
-// a suspended process until the same name is posted again, and holds what is to be delivered immediately.
-// With this library, a post that arrives meanwhile waits its turn, a resumed process gets at once what was
-// held for it, and a suspended one gets what it observes for immediate delivery.
+// gdnc serves requests while it waits for a process's socket. It delivers each post that arrives meanwhile on
+// top of the one before, so some seven hundred of them overflow its stack, and what it does for one process
+// waits for another that does not run. It also keeps what it held for a suspended process until the same name
+// is posted again, and holds what is to be delivered immediately. With this library, gdnc does not wait: its
+// run loop writes each message once the socket takes it. A resumed process gets at once what was held for it,
+// and a suspended one gets what it observes for immediate delivery.
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
-#include <deque>
-#include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 
 /// What gdnc sends to a process.
 @interface NSObject (DaemonClient)
@@ -27,7 +26,13 @@
                           to:(uint64_t)observer;
 @end
 
-/// A post, until it has been sent to an observer.
+/// One end of a socket between gdnc and a process.
+@interface NSObject (MessageHandle)
+- (int)descriptor;
+- (BOOL)isValid;
+@end
+
+/// A post, until it is on its way to every observer.
 @interface DaemonPost : NSObject {
 @public
     NSString *name;
@@ -54,11 +59,16 @@ using PostMethod = void (*)(id server, SEL selector, NSString *name, NSString *o
                             BOOL deliverImmediately, id client);
 using SetSuspendedMethod = void (*)(id server, SEL selector, BOOL suspended, id client);
 using SetRootObjectMethod = void (*)(id connection, SEL selector, id root);
+using SendMessageMethod = BOOL (*)(id handle, SEL selector, NSArray *message, NSDate *limit);
+using ReceivedEventMethod = void (*)(id handle, SEL selector, void *data, RunLoopEventType type, void *extra,
+                                     NSString *mode);
 
 SetSuspendedMethod gSetSuspended;
 SetRootObjectMethod gSetRootObject;
+ReceivedEventMethod gReceivedEvent;
 
-/// An instance variable of one of gdnc's objects: the server, a process, or an observer of a process.
+/// An instance variable of one of gdnc's objects: the server, a process, an observer of a process, or a
+/// handle.
 template <typename Content>
 Content &Field(id object, const char *name)
 {
@@ -66,72 +76,77 @@ Content &Field(id object, const char *name)
     return *reinterpret_cast<Content *>(reinterpret_cast<char *>(object) + ivar_getOffset(variable));
 }
 
-/// What is still to be sent to a process.
-struct Outbox {
-    std::deque<std::pair<id, DaemonPost *>> posts; // each with its observer, both retained
-    bool isBeingSent = false;
-};
+/// The modes in which gdnc's run loop runs.
+NSArray *Modes()
+{
+    return [NSArray arrayWithObjects:NSDefaultRunLoopMode, NSConnectionReplyMode, nil];
+}
 
-std::map<id, Outbox> gOutboxes;
+void *WatchedData(id handle)
+{
+    return reinterpret_cast<void *>(static_cast<intptr_t>([handle descriptor]));
+}
+
+/// Leaves the message to the run loop, where the original waits until it is written.
+BOOL SendMessage(id handle, SEL, NSArray *message, NSDate *)
+{
+    if (![handle isValid])
+        return NO;
+    NSMutableArray *const messages = Field<NSMutableArray *>(handle, "wMsgs");
+    [messages addObject:message];
+    if ([messages count] == 1)
+        for (NSString *mode in Modes())
+            [[NSRunLoop currentRunLoop] addEvent:WatchedData(handle)
+                                            type:ET_WDESC
+                                         watcher:handle
+                                         forMode:mode];
+    return YES;
+}
+
+/// Reads, or writes a piece of the first message. Stops watching when all is written.
+void ReceivedEvent(id handle, SEL selector, void *data, RunLoopEventType type, void *extra, NSString *mode)
+{
+    [[handle retain] autorelease];
+    gReceivedEvent(handle, selector, data, type, extra, mode);
+    if (type == ET_WDESC && [handle isValid] && [Field<NSMutableArray *>(handle, "wMsgs") count] == 0)
+        for (NSString *each in Modes())
+            [[NSRunLoop currentRunLoop] removeEvent:WatchedData(handle) type:ET_WDESC forMode:each all:YES];
+}
 
 void Send(id server, id observer, DaemonPost *post)
 {
     if (NSHashGet(Field<NSHashTable *>(server, "allObservers"), observer) == nullptr)
         return;
-    // The process may end while gdnc waits for its socket.
-    const id proxy = [Field<id>(Field<id>(observer, "client"), "client") retain];
     @try {
-        [proxy postNotificationName:post->name
-                             object:post->object
-                           userInfo:post->info
-                           selector:Field<NSString *>(observer, "selector")
-                                 to:Field<uint64_t>(observer, "observer")];
+        [Field<id>(Field<id>(observer, "client"), "client")
+            postNotificationName:post->name
+                          object:post->object
+                        userInfo:post->info
+                        selector:Field<NSString *>(observer, "selector")
+                              to:Field<uint64_t>(observer, "observer")];
     } @catch (NSException *exception) {
         NSLog(@"gdnc: %@", exception);
     }
-    [proxy release];
 }
 
-/// Sends everything in the process's outbox, unless a call further down the stack is doing so.
-void SendAll(id server, id process)
-{
-    Outbox &outbox = gOutboxes[process];
-    if (outbox.isBeingSent)
-        return;
-    outbox.isBeingSent = true;
-    while (!outbox.posts.empty()) {
-        const auto [observer, post] = outbox.posts.front();
-        outbox.posts.pop_front();
-        NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
-        Send(server, observer, post);
-        [pool release];
-        [observer release];
-        [post release];
-    }
-    gOutboxes.erase(process);
-}
-
-void Enqueue(id observer, DaemonPost *post)
-{
-    gOutboxes[Field<id>(observer, "client")].posts.emplace_back([observer retain], [post retain]);
-}
-
-/// Puts what was held for the observer into its process's outbox.
-void Unhold(id observer)
+/// Sends what was held for the observer.
+void SendHeld(id server, id observer)
 {
     NSMutableArray *const held = Field<NSMutableArray *>(observer, "queue");
-    for (DaemonPost *post in held)
-        Enqueue(observer, post);
+    NSArray *const posts = [NSArray arrayWithArray:held];
     [held removeAllObjects];
+    for (DaemonPost *post in posts)
+        Send(server, observer, post);
 }
 
-void UnholdAll(id process)
+void SendAllHeld(id server, id process)
 {
-    for (id observer in Field<NSArray *>(process, "observers"))
-        Unhold(observer);
+    // A process that has ended loses its observers meanwhile.
+    for (id observer in [NSArray arrayWithArray:Field<NSArray *>(process, "observers")])
+        SendHeld(server, observer);
 }
 
-void EnqueueOrHold(id observer, DaemonPost *post, bool deliverImmediately)
+void SendOrHold(id server, id observer, DaemonPost *post, bool deliverImmediately)
 {
     const id process = Field<id>(observer, "client");
     NSMutableArray *const held = Field<NSMutableArray *>(observer, "queue");
@@ -147,14 +162,14 @@ void EnqueueOrHold(id observer, DaemonPost *post, bool deliverImmediately)
             return;
         case NSNotificationSuspensionBehaviorDeliverImmediately:
             // As if the process were resumed for a moment.
-            UnholdAll(process);
+            SendAllHeld(server, process);
             break;
         default:
             return;
         }
     }
-    Unhold(observer);
-    Enqueue(observer, post);
+    SendHeld(server, observer);
+    Send(server, observer, post);
 }
 
 /// The observers that match, each once.
@@ -179,13 +194,8 @@ void Post(id server, SEL, NSString *name, NSString *object, NSData *info, BOOL d
     post->name = [name copy];
     post->object = [object copy];
     post->info = [info copy];
-    NSMutableArray *const processes = [NSMutableArray array];
-    for (id observer in ObserversOf(server, name, object)) {
-        EnqueueOrHold(observer, post, deliverImmediately);
-        [processes addObject:Field<id>(observer, "client")];
-    }
-    for (id process in processes)
-        SendAll(server, process);
+    for (id observer in ObserversOf(server, name, object))
+        SendOrHold(server, observer, post, deliverImmediately);
 }
 
 void SetSuspended(id server, SEL selector, BOOL suspended, id client)
@@ -196,8 +206,7 @@ void SetSuspended(id server, SEL selector, BOOL suspended, id client)
     auto *const clients = static_cast<NSMapTable *>(
         NSMapGet(Field<NSMapTable *>(server, "connections"), [client connectionForProxy]));
     const id process = static_cast<id>(NSMapGet(clients, client));
-    UnholdAll(process);
-    SendAll(server, [[process retain] autorelease]);
+    SendAllHeld(server, process);
 }
 
 template <typename Function>
@@ -215,6 +224,10 @@ void SetRootObject(id connection, SEL selector, id root)
         Replace<PostMethod>(server, @selector(postNotificationName:object:userInfo:deliverImmediately:for:),
                             Post);
         gSetSuspended = Replace<SetSuspendedMethod>(server, @selector(setSuspended:for:), SetSuspended);
+        const Class handle = objc_getClass("GSMessageHandle");
+        Replace<SendMessageMethod>(handle, @selector(sendMessage:beforeDate:), SendMessage);
+        gReceivedEvent =
+            Replace<ReceivedEventMethod>(handle, @selector(receivedEvent:type:extra:forMode:), ReceivedEvent);
     }
     gSetRootObject(connection, selector, root);
 }
