@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "tests/host/runtime_test.h"
+#include "tests/support/private_folder.h"
 
 namespace qzlhost {
 
@@ -133,36 +134,36 @@ TEST(Versions, WithoutOneTheFunctionIsMissing)
     EXPECT_EQ(host.DeclaredVersion(), std::nullopt);
 }
 
-TEST(Loading, NamesThePathOfAMissingFile)
-{
+/// Tests that run at once do not share their files.
+class Loading : public testing::Test {
+protected:
+    const PrivateFolder folder;
+    const std::string path = folder.Path("no_library.so");
     Host host;
+};
+
+TEST_F(Loading, NamesThePathOfAMissingFile)
+{
     EXPECT_EQ(LoadMessage(host, "/no/such/library.so"), "there is no file /no/such/library.so");
 }
 
-TEST(Loading, NamesThePathOfAFileThatIsNoLibrary)
+TEST_F(Loading, NamesThePathOfAFileThatIsNoLibrary)
 {
-    const std::string path = testing::TempDir() + "no_library.so";
     std::ofstream(path) << "text";
-    Host host;
     EXPECT_THAT(LoadMessage(host, path), testing::StartsWith("cannot load " + path + ": "));
-    std::remove(path.c_str());
 }
 
-TEST(Loading, NamesThePathOnce)
+TEST_F(Loading, NamesThePathOnce)
 {
-    const std::string path = testing::TempDir() + "no_library.so";
-    Host host;
     for (const char *text : {"text", "\xCA\xFE\xBA\xBE and more"}) {
         std::ofstream(path) << text;
         const std::string message = LoadMessage(host, path);
         EXPECT_EQ(message.find(path), message.rfind(path)) << message;
     }
-    std::remove(path.c_str());
 }
 
-TEST(Loading, SaysOfAMachOFileWhatItIs)
+TEST_F(Loading, SaysOfAMachOFileWhatItIs)
 {
-    const std::string path = testing::TempDir() + "no_library.so";
     // A universal file of one slice, a 32-bit file, a 64-bit executable.
     const std::pair<std::string, const char *> files[] = {
         {std::string("\xCA\xFE\xBA\xBE\0\0\0\1\1\0\0\x0C\0\0\0\0\0\0\0\x1C\0\0\0\0\0\0\0\0", 28),
@@ -171,61 +172,49 @@ TEST(Loading, SaysOfAMachOFileWhatItIs)
         {std::string("\xCF\xFA\xED\xFE\7\0\0\1\3\0\0\0\2\0\0\0", 16),
          "it is a 64-bit executable for x86-64; "},
     };
-    Host host;
     for (const auto &[content, kind] : files) {
         std::ofstream(path, std::ios::binary) << content;
         EXPECT_EQ(LoadMessage(host, path),
                   "cannot load " + path + ": " + kind + "a 64-bit dylib or bundle for x86-64 is needed");
     }
-    std::remove(path.c_str());
 }
 
-TEST(Loading, TakesOnlyRegularFiles)
+TEST_F(Loading, TakesOnlyRegularFiles)
 {
-    const std::string path = testing::TempDir() + "no_library.so";
     // A hang ends the test.
     alarm(60);
-    Host host;
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(LoadMessage(host, path), "cannot load " + path + ": it is a FIFO");
-    std::remove(path.c_str());
     EXPECT_EQ(LoadMessage(host, "/dev"), "cannot load /dev: it is a directory");
 }
 
-TEST(Loading, SaysThatLinksLeadInACircle)
+TEST_F(Loading, SaysThatLinksLeadInACircle)
 {
-    const std::string path = testing::TempDir() + "no_library.so";
     ASSERT_EQ(symlink(path.c_str(), path.c_str()), 0);
-    Host host;
     EXPECT_EQ(LoadMessage(host, path), "cannot load " + path + ": its symbolic links lead in a circle");
-    std::remove(path.c_str());
 }
 
-TEST(Loading, SaysThatTheNameIsEmpty)
+TEST_F(Loading, SaysThatTheNameIsEmpty)
 {
-    Host host;
     EXPECT_EQ(LoadMessage(host, ""), "the name of the library is empty");
 }
 
-TEST(Loading, NamesThePathOfALibraryWithoutAnEntryPoint)
+TEST_F(Loading, NamesThePathOfALibraryWithoutAnEntryPoint)
 {
-    Host host;
     EXPECT_EQ(LoadMessage(host, EMPTY_LIBRARY_PATH),
               std::string("the library ") + EMPTY_LIBRARY_PATH + " has no function REALPluginMain");
 }
 
-TEST(Loading, WithoutRegistrationThereAreNoClasses)
+TEST_F(Loading, WithoutRegistrationThereAreNoClasses)
 {
-    Host host;
     host.Lack("PluginRegisterClass");
     LoadExample(host);
     EXPECT_THAT(host.RegisteredClasses(), testing::IsEmpty());
     EXPECT_FALSE(host.HasClass("BaseEX"));
 }
 
-TEST(Loading, ASecondClassOfTheSameNameIsAMistake)
+TEST_F(Loading, ASecondClassOfTheSameNameIsAMistake)
 {
-    Host host;
     host.DefineClass({"BaseEX", ""});
     host.Load(EXAMPLE_LIBRARY_PATH);
     EXPECT_THAT(host.Mistakes(),
