@@ -7,10 +7,10 @@
 
 namespace {
 
-void ReadFor(macho::Processor processor, macho::Bytes file)
+void ReadFor(macho::Processor processor, macho::ImageKind kind, macho::Bytes file)
 {
     try {
-        const macho::Image image = macho::ParseImage(file, processor);
+        const macho::Image image = macho::ParseImage(file, processor, kind);
         macho::ReadUnwindInfo(image);
         for (const macho::Export &one : image.exports)
             image.FindExport(one.name);
@@ -22,7 +22,9 @@ void ReadFor(macho::Processor processor, macho::Bytes file)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    ReadFor(macho::Processor::X86_64, macho::Bytes(data, size));
-    ReadFor(macho::Processor::Arm64, macho::Bytes(data, size));
+    for (const auto kind : {macho::ImageKind::Library, macho::ImageKind::Program}) {
+        ReadFor(macho::Processor::X86_64, kind, macho::Bytes(data, size));
+        ReadFor(macho::Processor::Arm64, kind, macho::Bytes(data, size));
+    }
     return 0;
 }

@@ -1,6 +1,8 @@
-// The type IDs of Core Foundation and Core Text, and the type of an object.
+// The type IDs of Core Foundation and Core Text, their names, and the type of an object.
 #include <CoreText/CoreText.h>
 #include <objc/runtime.h>
+
+#include <iterator>
 
 #include "platform/gnustep/objects.h"
 
@@ -35,7 +37,41 @@ enum TypeID : CFTypeID {
     kRun,
     kRunDelegate,
     kTypesetter,
+    kTypeCount,
 };
+
+/// In the order of the numbers.
+constexpr const char *kTypeNames[] = {
+    "Not A Type",
+    "CFType",
+    "CFArray",
+    "CFAttributedString",
+    "CFBag",
+    "CFBoolean",
+    "CFBundle",
+    "CFCharacterSet",
+    "CFData",
+    "CFDate",
+    "CFDictionary",
+    "CFError",
+    "CFNumber",
+    "CFSet",
+    "CFString",
+    "CFTimeZone",
+    "CFURL",
+    "CFUUID",
+    "CTFont",
+    "CTFontCollection",
+    "CTFrame",
+    "CTFramesetter",
+    "CTGlyphInfo",
+    "CTLine",
+    "CTParagraphStyle",
+    "CTRun",
+    "CTRunDelegate",
+    "CTTypesetter",
+};
+static_assert(std::size(kTypeNames) == kTypeCount);
 
 struct ClassType {
     const char *className;
@@ -86,6 +122,13 @@ CFTypeID CFGetTypeID(CFTypeRef object)
             return row.type;
     }
     return kObject;
+}
+
+CFStringRef CFCopyTypeIDDescription(CFTypeID type)
+{
+    return type < kTypeCount
+               ? CFStringCreateWithCString(kCFAllocatorDefault, kTypeNames[type], kCFStringEncodingASCII)
+               : nullptr;
 }
 
 // clang-format off

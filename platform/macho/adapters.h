@@ -9,6 +9,7 @@ extern "C" {
 
 void *machoGetClass(void *object);
 void *machoAlloc(void *type);
+void *machoAllocInit(void *type);
 void *machoRetain(void *object);
 void machoRelease(void *object);
 void *machoAutorelease(void *object);

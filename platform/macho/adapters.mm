@@ -19,6 +19,11 @@ void *machoAlloc(void *type)
     return [static_cast<Class>(type) alloc];
 }
 
+void *machoAllocInit(void *type)
+{
+    return [[static_cast<Class>(type) alloc] init];
+}
+
 void *machoRetain(void *object)
 {
     return [static_cast<id>(object) retain];

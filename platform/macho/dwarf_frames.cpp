@@ -1,6 +1,7 @@
 // Reads entries of the section __eh_frame.
 #include "platform/macho/dwarf_frames.h"
 
+#include "platform/macho/dwarf_instructions.h"
 #include "platform/macho/unwinding.h"
 
 namespace macho {
@@ -120,39 +121,6 @@ Common ReadCommon(const Record &record, uint8_t returnAddress)
 }
 
 } // namespace
-
-void AppendUnsignedLeb(std::vector<uint8_t> &bytes, uint64_t value)
-{
-    do {
-        const uint8_t low = value & 0x7F;
-        value >>= 7;
-        bytes.push_back(value == 0 ? low : low | 0x80);
-    } while (value != 0);
-}
-
-void AppendSignedLeb(std::vector<uint8_t> &bytes, int64_t value)
-{
-    for (;;) {
-        const uint8_t low = value & 0x7F;
-        value >>= 7;
-        if ((value == 0 && (low & 0x40) == 0) || (value == -1 && (low & 0x40) != 0)) {
-            bytes.push_back(low);
-            return;
-        }
-        bytes.push_back(low | 0x80);
-    }
-}
-
-void AppendSaved(std::vector<uint8_t> &instructions, unsigned registerNumber, uint64_t wordsBelow)
-{
-    if (registerNumber < 0x40) {
-        instructions.push_back(static_cast<uint8_t>(dwarf::OffsetOf | registerNumber));
-    } else {
-        instructions.push_back(dwarf::OffsetExtended);
-        AppendUnsignedLeb(instructions, registerNumber);
-    }
-    AppendUnsignedLeb(instructions, wordsBelow);
-}
 
 UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset)
 {

@@ -1,4 +1,4 @@
-// DWARF call-frame information: reads an entry, and names what entries are written with.
+// DWARF call-frame information: reads entries of the section __eh_frame.
 #pragma once
 
 #include <vector>
@@ -17,17 +17,6 @@ struct UnwindEntry {
     /// DWARF call-frame instructions, for a code alignment of 1 and a data alignment of -8.
     std::vector<uint8_t> instructions;
 };
-
-namespace dwarf {
-/// OffsetOf holds the number of the register in its lower six bits; larger numbers want OffsetExtended.
-inline constexpr uint8_t OffsetOf = 0x80, OffsetExtended = 0x05, DefineCfa = 0x0C, DefineCfaOffset = 0x0E;
-inline constexpr int DataAlignment = -8;
-} // namespace dwarf
-
-void AppendUnsignedLeb(std::vector<uint8_t> &bytes, uint64_t value);
-void AppendSignedLeb(std::vector<uint8_t> &bytes, int64_t value);
-/// Appends the instruction that the register was saved `wordsBelow` words below the frame's address.
-void AppendSaved(std::vector<uint8_t> &instructions, unsigned registerNumber, uint64_t wordsBelow);
 
 /// The entry (FDE) at this offset of the section __eh_frame, its begin and end included. Throws LoadError.
 UnwindEntry ReadDwarfEntry(const Image &image, uint64_t offset);

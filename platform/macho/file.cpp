@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -45,7 +44,8 @@ OpenFile::OpenFile(const std::string &path)
     if (descriptor_ < 0)
         ThrowErrno("cannot be opened");
     if (fstat(descriptor_, &status) == 0)
-        size_ = static_cast<uint64_t>(status.st_size);
+        identity_ = {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
+                     status.st_mtim.tv_nsec};
 }
 
 OpenFile::~OpenFile()
@@ -62,6 +62,7 @@ uint32_t OpenFile::FirstWord() const
 MappedFile::MappedFile(const std::string &path)
 {
     const OpenFile file(path);
+    identity_ = file.Identity();
     if (file.Size() == 0)
         return;
     void *const memory = mmap(nullptr, file.Size(), PROT_READ, MAP_PRIVATE, file.Descriptor(), 0);

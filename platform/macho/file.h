@@ -1,11 +1,23 @@
 // Files on disk, of which no more is read than is needed.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
 
 #include "platform/macho/bytes.h"
 
 namespace macho {
+
+/// What tells a file from others, and from another content of its own.
+struct FileIdentity {
+    dev_t device = 0;
+    ino_t number = 0;
+    off_t size = 0;
+    int64_t seconds = 0, nanoseconds = 0;
+
+    bool operator==(const FileIdentity &) const = default;
+};
 
 /// A regular file that is open for reading.
 class OpenFile {
@@ -18,14 +30,15 @@ public:
     OpenFile &operator=(const OpenFile &) = delete;
 
     int Descriptor() const { return descriptor_; }
-    uint64_t Size() const { return size_; }
+    uint64_t Size() const { return static_cast<uint64_t>(identity_.size); }
+    const FileIdentity &Identity() const { return identity_; }
 
     /// The first four bytes; 0 if the file is shorter.
     uint32_t FirstWord() const;
 
 private:
     int descriptor_ = -1;
-    uint64_t size_ = 0;
+    FileIdentity identity_;
 };
 
 /// A file that is mapped into memory, so that only what is looked at is read.
@@ -43,9 +56,11 @@ public:
     MappedFile &operator=(const MappedFile &) = delete;
 
     Bytes Content() const { return content_; }
+    const FileIdentity &Identity() const { return identity_; }
 
 private:
     Bytes content_;
+    FileIdentity identity_;
 };
 
 } // namespace macho

@@ -33,7 +33,7 @@ constexpr struct {
     const char *name;
 } kFileTypes[] = {
     {1, "object file"},
-    {2, "executable"},
+    {format::kFileExecutable, "executable"},
     {3, "library at a fixed address"},
     {4, "core file"},
     {5, "preloaded executable"},
@@ -98,15 +98,31 @@ bool IsFor(Processor processor, uint32_t cpuType, uint32_t cpuSubtype)
     });
 }
 
-/// The end of a message about a file without an image for the processor.
-std::string Needed(Processor processor)
+/// What is looked for in a file.
+struct Wanted {
+    Processor processor;
+    ImageKind kind;
+};
+
+/// Whether an image of this type is loaded as the kind.
+bool IsOf(ImageKind kind, uint32_t fileType)
 {
-    const auto *const row = std::find_if(std::begin(kProcessors), std::end(kProcessors),
-                                         [&](const auto &one) { return one.processor == processor; });
-    return std::string("; a 64-bit dylib or bundle for ") + row->name + " is needed";
+    if (kind == ImageKind::Program)
+        return fileType == format::kFileExecutable;
+    return fileType == format::kFileDylib || fileType == format::kFileBundle;
 }
 
-void RequireLoadable(Bytes file, Processor processor)
+/// The end of a message about a file without such an image.
+std::string Needed(Wanted wanted)
+{
+    const auto *const row = std::find_if(std::begin(kProcessors), std::end(kProcessors),
+                                         [&](const auto &one) { return one.processor == wanted.processor; });
+    return std::string("; a 64-bit ") +
+           (wanted.kind == ImageKind::Program ? "executable" : "dylib or bundle") + " for " + row->name +
+           " is needed";
+}
+
+void RequireLoadable(Bytes file, Wanted wanted)
 {
     const bool isBigEndian = file.Read<uint8_t>(0, "header") == 0xFE;
     const auto word = [&](uint64_t index) {
@@ -115,14 +131,14 @@ void RequireLoadable(Bytes file, Processor processor)
     };
     const uint32_t magic = word(0);
     if (magic != format::kMagic32 && magic != format::kMagic64)
-        throw LoadError("it is no Mach-O file" + Needed(processor));
+        throw LoadError("it is no Mach-O file" + Needed(wanted));
     const uint32_t cpuType = word(1), cpuSubtype = word(2), fileType = word(3);
-    if (!isBigEndian && magic == format::kMagic64 && IsFor(processor, cpuType, cpuSubtype) &&
-        (fileType == format::kFileDylib || fileType == format::kFileBundle))
+    if (!isBigEndian && magic == format::kMagic64 && IsFor(wanted.processor, cpuType, cpuSubtype) &&
+        IsOf(wanted.kind, fileType))
         return;
     throw LoadError(std::string("it is a ") + (isBigEndian ? "big-endian " : "") +
                     (magic == format::kMagic64 ? "64-bit " : "32-bit ") + FileTypeName(fileType) + " for " +
-                    ProcessorName(cpuType, cpuSubtype) + Needed(processor));
+                    ProcessorName(cpuType, cpuSubtype) + Needed(wanted));
 }
 
 /// The image for one processor in a universal file.
@@ -157,7 +173,7 @@ Slice ReadSlice(Cursor &cursor, bool isWide, Bytes file)
     return slice;
 }
 
-std::vector<Slice> ReadSlices(Bytes file, bool isWide, Processor processor)
+std::vector<Slice> ReadSlices(Bytes file, bool isWide, Wanted wanted)
 {
     /// Java's class files begin with the same word; their version, of 45 or more, stands in place of the
     /// count.
@@ -166,7 +182,7 @@ std::vector<Slice> ReadSlices(Bytes file, bool isWide, Processor processor)
     const uint64_t count = NextNumber(cursor, false);
     if (count > kMostSlices)
         throw LoadError("it is no universal file, or one of " + std::to_string(count) + " slices" +
-                        Needed(processor));
+                        Needed(wanted));
     std::vector<Slice> slices;
     for (uint64_t i = 0; i < count; ++i)
         slices.push_back(ReadSlice(cursor, isWide, file));
@@ -181,16 +197,16 @@ std::vector<Slice> ReadSlices(Bytes file, bool isWide, Processor processor)
     return slices;
 }
 
-Bytes ChooseSlice(const std::vector<Slice> &slices, Processor processor)
+Bytes ChooseSlice(const std::vector<Slice> &slices, Wanted wanted)
 {
     std::string processors;
     for (const Slice &slice : slices) {
-        if (IsFor(processor, slice.cpuType, slice.cpuSubtype))
+        if (IsFor(wanted.processor, slice.cpuType, slice.cpuSubtype))
             return slice.content;
         processors += (processors.empty() ? "" : ", ") + ProcessorName(slice.cpuType, slice.cpuSubtype);
     }
     throw LoadError("it is a universal file for " + (processors.empty() ? "no processor" : processors) +
-                    Needed(processor));
+                    Needed(wanted));
 }
 
 } // namespace
@@ -206,16 +222,17 @@ bool IsMachOMagic(uint32_t word)
     return false;
 }
 
-Bytes FindImage(Bytes file, Processor processor)
+Bytes FindImage(Bytes file, Processor processor, ImageKind kind)
 {
+    const Wanted wanted = {processor, kind};
     const auto word = file.Read<uint32_t>(0, "header");
     if (word == format::kUniversalMagic || word == format::kUniversalMagic64)
-        throw LoadError("it is a universal file with a little-endian header" + Needed(processor));
+        throw LoadError("it is a universal file with a little-endian header" + Needed(wanted));
     const uint32_t universalMagic = __builtin_bswap32(word);
     const bool isWide = universalMagic == format::kUniversalMagic64;
     const bool isUniversal = isWide || universalMagic == format::kUniversalMagic;
-    const Bytes image = isUniversal ? ChooseSlice(ReadSlices(file, isWide, processor), processor) : file;
-    RequireLoadable(image, processor);
+    const Bytes image = isUniversal ? ChooseSlice(ReadSlices(file, isWide, wanted), wanted) : file;
+    RequireLoadable(image, wanted);
     return image;
 }
 

@@ -1,5 +1,5 @@
-// The Mach-O file format, as far as dylibs for x86-64 and arm64 use it: the structures in the file, and their
-// codes.
+// The Mach-O file format, as far as dylibs and executables for x86-64 and arm64 use it: the structures in the
+// file, and their codes.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,9 @@ inline constexpr uint32_t kUniversalMagic = 0xCAFEBABE, kUniversalMagic64 = 0xCA
 
 inline constexpr uint32_t kCpuX86_64 = 0x01000007, kCpuArm64 = 0x0100000C;
 inline constexpr uint32_t kCpuSubtypeFlags = 0xFF000000, kCpuSubtypeX86_64All = 3, kCpuSubtypeArm64All = 0;
-inline constexpr uint32_t kFileDylib = 6, kFileBundle = 8;
+inline constexpr uint32_t kFileExecutable = 2, kFileDylib = 6, kFileBundle = 8;
+/// The header's flag: the image may lie anywhere.
+inline constexpr uint32_t kFlagPositionIndependent = 0x200000;
 
 struct Header {
     uint32_t magic, cpuType, cpuSubtype, fileType, commandCount, commandBytes, flags, reserved;
@@ -20,11 +22,12 @@ struct Header {
 
 namespace command {
 inline constexpr uint32_t Required = 0x80000000;
-inline constexpr uint32_t Symtab = 0x2, Dysymtab = 0xB, LoadDylib = 0xC, IdDylib = 0xD, Segment64 = 0x19,
-                          Uuid = 0x1B, FunctionStarts = 0x26, DataInCode = 0x29, VersionMinMacos = 0x24,
-                          VersionMinIos = 0x25, VersionMinTvos = 0x2F, VersionMinWatchos = 0x30,
-                          SourceVersion = 0x2A, CodeSignature = 0x1D, BuildVersion = 0x32,
-                          LoadWeakDylib = 0x18 | Required, Rpath = 0x1C | Required, DyldInfo = 0x22,
+inline constexpr uint32_t Symtab = 0x2, UnixThread = 0x5, Dysymtab = 0xB, LoadDylib = 0xC, IdDylib = 0xD,
+                          LoadDylinker = 0xE, Segment64 = 0x19, Uuid = 0x1B, FunctionStarts = 0x26,
+                          DataInCode = 0x29, VersionMinMacos = 0x24, VersionMinIos = 0x25,
+                          VersionMinTvos = 0x2F, VersionMinWatchos = 0x30, SourceVersion = 0x2A,
+                          CodeSignature = 0x1D, BuildVersion = 0x32, LoadWeakDylib = 0x18 | Required,
+                          Rpath = 0x1C | Required, Main = 0x28 | Required, DyldInfo = 0x22,
                           DyldInfoOnly = 0x22 | Required, ExportsTrie = 0x33 | Required,
                           ChainedFixups = 0x34 | Required;
 } // namespace command
@@ -72,6 +75,13 @@ struct DyldInfoCommand {
     Command header;
     uint32_t rebaseOffset, rebaseSize, bindOffset, bindSize, weakBindOffset, weakBindSize, lazyBindOffset,
         lazyBindSize, exportOffset, exportSize;
+};
+
+struct MainCommand {
+    Command header;
+    /// From the image's header.
+    uint64_t entryOffset;
+    uint64_t stackSize;
 };
 
 struct LinkeditDataCommand {

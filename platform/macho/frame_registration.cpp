@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "platform/macho/dwarf_instructions.h"
 #include "platform/macho/unwinding.h"
 
 extern "C" void RegisterFrame(void *section) __asm__("__register_frame");

@@ -1,7 +1,7 @@
-"""Source-level debugging of Mach-O dylibs that the loader runs: source this file in gdb before the program runs.
+"""Source-level debugging of Mach-O images that the loader runs: source this file in gdb before the program runs.
 
-gdb does not read Mach-O. For each dylib that is loaded the debugging companion (.dSYM) beside it is copied into an ELF
-file, and added at the place where the dylib lies. gdb knows functions of Objective-C++ files by their mangled names, so
+gdb does not read Mach-O. For each image that is loaded the debugging companion (.dSYM) beside it is copied into an ELF
+file, and added at the place where the image lies. gdb knows functions of Objective-C++ files by their mangled names, so
 stop at a line: break NSNotificationObserver.mm:32
 """
 
@@ -25,9 +25,9 @@ PROCESSORS = {
 }
 
 
-def symbol_file(dylib, processor):
-    """The path of an ELF file with the debugging information of a dylib; None without a companion for the processor."""
-    companion = f"{dylib}.dSYM/Contents/Resources/DWARF/{os.path.basename(dylib)}"
+def symbol_file(image, processor):
+    """The path of an ELF file with the debugging information of an image; None without a companion for the processor."""
+    companion = f"{image}.dSYM/Contents/Resources/DWARF/{os.path.basename(image)}"
     if not os.path.exists(companion):
         return None
     with open(companion, "rb") as file:
@@ -39,20 +39,20 @@ def symbol_file(dylib, processor):
     return file.name
 
 
-class DylibLoaded(gdb.Breakpoint):
-    """Stops for a moment where the loader has mapped a dylib, and adds its symbols."""
+class ImageLoaded(gdb.Breakpoint):
+    """Stops for a moment where the loader has mapped an image, and adds its symbols."""
 
     def __init__(self):
-        super().__init__("machoDylibLoaded", internal=True)
+        super().__init__("machoImageLoaded", internal=True)
 
     def stop(self):
         frame = gdb.selected_frame()
         processor, first, second = PROCESSORS[frame.architecture().name()]
-        dylib = frame.read_register(first).cast(gdb.lookup_type("char").pointer()).string()
+        image = frame.read_register(first).cast(gdb.lookup_type("char").pointer()).string()
         slide = int(frame.read_register(second))
-        file = symbol_file(dylib, processor)
+        file = symbol_file(image, processor)
         if file is None:
-            gdb.write(f"{dylib} has no debugging companion for this processor beside it\n")
+            gdb.write(f"{image} has no debugging companion for this processor beside it\n")
         else:
             gdb.execute(f"add-symbol-file {file} -o {slide:#x}", to_string=True)
             os.unlink(file)
@@ -61,4 +61,4 @@ class DylibLoaded(gdb.Breakpoint):
 
 gdb.execute("set breakpoint pending on")
 gdb.execute(f"set substitute-path . {SOURCES}")
-DylibLoaded()
+ImageLoaded()

@@ -29,7 +29,7 @@ const Export *Image::FindExport(std::string_view name) const
 const Segment &Image::SegmentAt(uint64_t address, uint64_t size, std::string_view what) const
 {
     for (const Segment &segment : segments) {
-        if (address >= segment.address && address - segment.address <= segment.size &&
+        if (segment.IsInMemory() && address >= segment.address && address - segment.address <= segment.size &&
             size <= segment.size - (address - segment.address))
             return segment;
     }

@@ -1,4 +1,4 @@
-// The contents of a Mach-O dylib: segments, fixups and exports, all checked against the file.
+// The contents of a Mach-O dylib or executable: segments, fixups and exports, all checked against the file.
 #pragma once
 
 #include <string>
@@ -20,6 +20,10 @@ struct Segment {
     bool isReadable = false, isWritable = false, isExecutable = false;
     /// Whether it can be written only until its pointers are set.
     bool isConstant = false;
+
+    /// Whether it is put into memory. One without content that nothing may access only keeps its addresses
+    /// free: executables begin with such a segment, __PAGEZERO.
+    bool IsInMemory() const { return isReadable || isWritable || isExecutable || content.Size() != 0; }
 };
 
 struct Section {
@@ -66,8 +70,11 @@ struct Image {
     std::vector<Rebase> rebases;
     std::vector<Bind> binds;
     std::vector<Export> exports;
-    /// The addresses of the first segment and of the end of the last.
+    /// The addresses of the first segment in memory, which begins with the header, and of the end of the
+    /// last.
     uint64_t begin = 0, end = 0;
+    /// The address of a program's main function; 0 in other images.
+    uint64_t entry = 0;
 
     /// Null without such a section.
     const Section *FindSection(std::string_view segment, std::string_view name) const;

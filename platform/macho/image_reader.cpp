@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "platform/macho/exports.h"
-#include "platform/macho/file_kind.h"
 #include "platform/macho/fixups.h"
 #include "platform/macho/format.h"
 #include "platform/macho/variadic_messages.h"
@@ -42,13 +41,14 @@ bool Overlap(uint64_t begin, uint64_t size, uint64_t otherBegin, uint64_t otherS
     return size != 0 && otherSize != 0 && begin < otherBegin + otherSize && otherBegin < begin + size;
 }
 
-/// What load commands say besides segments and libraries: the places of the tables, and the platforms that
-/// the image was built for.
+/// What load commands say besides segments and libraries: the places of the tables, the platforms that the
+/// image was built for, and where a program begins.
 struct Tables {
     std::optional<format::DyldInfoCommand> dyldInfo;
     std::optional<format::LinkeditDataCommand> chainedFixups;
     std::optional<format::LinkeditDataCommand> exportsTrie;
     std::vector<uint32_t> platforms;
+    std::optional<format::MainCommand> main;
 };
 
 Section ReadSection(const format::Section &raw, const Segment &segment, Bytes file)
@@ -157,7 +157,14 @@ void ReadCommand(uint32_t code, Bytes command, Bytes file, Image &image, Tables 
     case commands::VersionMinWatchos:
         tables.platforms.push_back(format::platform::Watchos);
         break;
-    // For debuggers and linkers only.
+    case commands::Main:
+        tables.main = command.Read<format::MainCommand>(0, "main command");
+        break;
+    case commands::UnixThread:
+        throw LoadError("image: sets registers to start (LC_UNIXTHREAD); only a main function (LC_MAIN) is "
+                        "supported");
+    // For debuggers and linkers only, and the system's linker, whose part the loader plays.
+    case commands::LoadDylinker:
     case commands::Symtab:
     case commands::Dysymtab:
     case commands::IdDylib:
@@ -187,6 +194,24 @@ Tables ReadCommands(const format::Header &header, Bytes file, Image &image)
         offset += command.size;
     }
     return tables;
+}
+
+/// Sets where the image lies in memory.
+void SetBounds(Bytes file, Image &image)
+{
+    const Segment *first = nullptr;
+    for (const Segment &segment : image.segments) {
+        if (!segment.IsInMemory())
+            continue;
+        if (first == nullptr || segment.address < first->address)
+            first = &segment;
+        image.end = std::max(image.end, segment.address + segment.size);
+    }
+    Require(first != nullptr, "image", "has no segment");
+    // Tables count from there.
+    Require(first->content.Data() == file.Data() && first->content.Size() >= sizeof(format::Header),
+            "segment " + first->name, "does not begin with the header");
+    image.begin = first->address;
 }
 
 void RequireBoundedSize(const Image &image)
@@ -240,22 +265,36 @@ void RequireBoundLazyPointers(const Image &image)
     }
 }
 
+/// The address of a program's main function.
+uint64_t FindEntry(const format::Header &header, const Tables &tables, const Image &image)
+{
+    Require((header.flags & format::kFlagPositionIndependent) != 0, "image",
+            "must lie at its address; only position-independent programs (MH_PIE) are supported");
+    if (!tables.main)
+        throw LoadError("image: has no main function (LC_MAIN)");
+    const std::string what = "main function";
+    const uint64_t offset = tables.main->entryOffset;
+    Require(offset < image.end - image.begin, what, "lies outside the image");
+    const Segment &segment = image.SegmentAt(image.begin + offset, 1, what);
+    Require(segment.isExecutable && image.begin + offset - segment.address < segment.content.Size(), what,
+            "lies outside the code");
+    return image.begin + offset;
+}
+
 } // namespace
 
-Image ParseImage(Bytes wholeFile, Processor processor)
+Image ParseImage(Bytes wholeFile, Processor processor, ImageKind kind)
 {
-    const Bytes file = FindImage(wholeFile, processor);
+    const Bytes file = FindImage(wholeFile, processor, kind);
     const auto header = file.Read<format::Header>(0, "header");
     Image image;
     image.processor = processor;
     const Tables tables = ReadCommands(header, file, image);
     RequireMacos(tables.platforms);
-    Require(!image.segments.empty(), "image", "has no segment");
-    const auto byAddress = [](const Segment &a, const Segment &b) { return a.address < b.address; };
-    const auto [first, last] = std::minmax_element(image.segments.begin(), image.segments.end(), byAddress);
-    image.begin = first->address;
-    image.end = last->address + last->size;
+    SetBounds(file, image);
     RequireBoundedSize(image);
+    if (kind == ImageKind::Program)
+        image.entry = FindEntry(header, tables, image);
     ReadTables(tables, file, image);
     RequireBoundLazyPointers(image);
     RequireNoVariadicMessages(image);

@@ -11,6 +11,7 @@
 #include "platform/macho/adapters.h"
 #include "platform/macho/call_adapters.h"
 #include "platform/macho/dispatch.h"
+#include "platform/macho/dynamic_loading.h"
 #include "platform/macho/exceptions.h"
 
 namespace macho {
@@ -30,8 +31,10 @@ constexpr std::string_view kSameNames[] = {
     "_CFBooleanGetTypeID",
     "_CFBundleGetTypeID",
     "_CFCharacterSetGetTypeID",
+    "_CFCopyTypeIDDescription",
     "_CFDataGetTypeID",
     "_CFDateGetTypeID",
+    "_CFDictionaryCreateMutable",
     "_CFDictionaryGetTypeID",
     "_CFDictionaryGetValue",
     "_CFDictionaryGetValueIfPresent",
@@ -58,6 +61,7 @@ constexpr std::string_view kSameNames[] = {
     "_CFURLCreateFromFSRef",
     "_CFURLGetFSRef",
     "_CFURLGetTypeID",
+    "_CFUUIDCreate",
     "_CFUUIDGetTypeID",
     "_kCFAllocatorDefault",
     "_kCFBooleanFalse",
@@ -75,14 +79,23 @@ constexpr std::string_view kSameNames[] = {
     "_CTTypesetterGetTypeID",
     "_FSGetCatalogInfo",
     "_FSRefMakePath",
+    "_NSClassFromString",
+    "_NSDefaultRunLoopMode",
+    "_NSHomeDirectory",
     "_NSLocalNotificationCenterType",
     "_NSLog",
+    "_NSStringFromClass",
+    "_NSTemporaryDirectory",
     // The Objective-C runtime
+    "_class_addMethod",
     "_class_getName",
     "_class_getSuperclass",
+    "_objc_allocateClassPair",
+    "_objc_disposeClassPair",
     "_objc_enumerationMutation",
     "_objc_exception_throw",
     "_objc_getClass",
+    "_objc_registerClassPair",
     "_object_getClassName",
     "_sel_registerName",
     // The C++ library, of which a process has one
@@ -133,10 +146,15 @@ constexpr std::string_view kSameNames[] = {
     "___snprintf_chk",
     "___sprintf_chk",
     "___stack_chk_fail",
+    "__exit",
     "_abort",
+    "_alarm",
     "_bzero",
     "_calloc",
+    "_exit",
     "_free",
+    "_getpid",
+    "_isatty",
     "_malloc",
     "_memcmp",
     "_memcpy",
@@ -148,6 +166,7 @@ constexpr std::string_view kSameNames[] = {
     "_strcmp",
     "_strlen",
     "_strncmp",
+    "_usleep",
 };
 
 template <typename Function>
@@ -171,6 +190,7 @@ const std::map<std::string_view, const void *> &Adapters()
         {"_objc_ehtype_vtable", ExceptionTypeVtable()},
         {"_OBJC_EHTYPE_id", ExceptionTypeOf("id")},
         {"_objc_alloc", AddressOf(machoAlloc)},
+        {"_objc_alloc_init", AddressOf(machoAllocInit)},
         {"_object_getClass", AddressOf(machoGetClass)},
         {"_objc_retain", AddressOf(machoRetain)},
         {"_objc_release", AddressOf(machoRelease)},
@@ -185,6 +205,10 @@ const std::map<std::string_view, const void *> &Adapters()
         {"___bzero", AddressOf(machoBzero)},
         {"___stack_chk_guard", &machoStackGuard},
         {"_atexit", AddressOf(machoAtExit)},
+        {"_dlerror", AddressOf(machoDlerror)},
+        {"_dlopen", AddressOf(machoDlopen)},
+        {"_dladdr", AddressOf(machoDladdr)},
+        {"_dlsym", AddressOf(machoDlsym)},
         {"_memset_pattern16", AddressOf(machoMemsetPattern16)},
         {"_strlcpy", AddressOf(machoStrlcpy)},
         {"dyld_stub_binder", AddressOf(machoStubBinder)},
@@ -264,6 +288,14 @@ uint64_t ResolveImport(const Bind &bind, const Image &image)
     if (address == 0 && !bind.isWeakImport)
         throw LoadError("import " + symbol + " from " + library + ": it has no counterpart here");
     return address;
+}
+
+uint64_t FindInLibraries(const std::string &symbol, const Image &image)
+{
+    const bool isExported =
+        std::any_of(image.dylibs.begin(), image.dylibs.end(),
+                    [&](const std::string &library) { return IsExported(library, symbol); });
+    return isExported ? AddressFor(symbol) : 0;
 }
 
 std::vector<std::string_view> BoundSymbols()

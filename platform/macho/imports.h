@@ -14,6 +14,9 @@ namespace macho {
 /// here.
 uint64_t ResolveImport(const Bind &bind, const Image &image);
 
+/// The address of what one of the image's libraries exports under this symbol; 0 if none does.
+uint64_t FindInLibraries(const std::string &symbol, const Image &image);
+
 /// The names of all symbols that have a counterpart here, except for classes and their exception types.
 std::vector<std::string_view> BoundSymbols();
 

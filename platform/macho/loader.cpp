@@ -1,10 +1,12 @@
-// Loads Mach-O dylibs: reads, maps, binds, registers, initialises.
+// Loads Mach-O images: reads, maps, binds, registers, initialises.
 #include "platform/macho/loader.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <vector>
 
+#include "platform/macho/dynamic_loading.h"
 #include "platform/macho/file.h"
 #include "platform/macho/file_kind.h"
 #include "platform/macho/format.h"
@@ -19,9 +21,9 @@
 extern "C" __attribute__((weak)) void RegisterRootRegion(const void *begin,
                                                          size_t size) __asm__("__lsan_register_root_region");
 
-/// Called after a dylib was loaded and before its code runs: a debugger stops here and adds the slide to the
+/// Called after an image was loaded and before its code runs: a debugger stops here and adds the slide to the
 /// linker's addresses.
-extern "C" __attribute__((noinline)) void machoDylibLoaded(const char *path, uint64_t slide)
+extern "C" __attribute__((noinline)) void machoImageLoaded(const char *path, uint64_t slide)
 {
     // Keeps the arguments at hand.
     asm volatile("" : : "r"(path), "r"(slide) : "memory");
@@ -29,18 +31,20 @@ extern "C" __attribute__((noinline)) void machoDylibLoaded(const char *path, uin
 
 namespace macho {
 
-/// Reads and maps the dylib; none of its code runs, and nobody points to it yet.
-struct LoadedDylib {
-    explicit LoadedDylib(const std::string &path)
-        : file(path), image(ParseImage(file.Content(), kThisProcessor)), frames(ReadUnwindInfo(image)),
-          memory(image)
+/// Reads and maps the file; none of its code runs, and nobody points to it yet.
+struct LoadedImage {
+    LoadedImage(const std::string &path, ImageKind kind)
+        : kind(kind), file(path), image(ParseImage(file.Content(), kThisProcessor, kind)),
+          frames(ReadUnwindInfo(image)), memory(image)
     {
     }
 
+    const ImageKind kind;
     const MappedFile file;
     const Image image;
     const std::vector<UnwindEntry> frames;
     const MappedImage memory;
+    bool isInitialized = false;
 };
 
 namespace {
@@ -105,17 +109,64 @@ void RunInitializers(const Image &image, const MappedImage &memory)
     }
 }
 
-void Initialize(const std::string &path, const LoadedDylib &dylib)
+void Initialize(const std::string &path, LoadedImage &loaded)
 {
-    ApplyFixups(dylib.image, dylib.memory);
-    RegisterObjcMetadata(dylib.image, dylib.memory);
-    dylib.memory.Protect();
-    RegisterFrames(dylib.frames, dylib.memory);
-    ShowVariablesToLeakChecker(dylib.image, dylib.memory);
-    const uint64_t begin = dylib.image.begin;
-    machoDylibLoaded(path.c_str(), reinterpret_cast<uint64_t>(dylib.memory.At(begin)) - begin);
-    SendObjcLoad(dylib.image, dylib.memory);
-    RunInitializers(dylib.image, dylib.memory);
+    ApplyFixups(loaded.image, loaded.memory);
+    RegisterObjcMetadata(loaded.image, loaded.memory);
+    loaded.memory.Protect();
+    RegisterFrames(loaded.frames, loaded.memory);
+    ShowVariablesToLeakChecker(loaded.image, loaded.memory);
+    const uint64_t begin = loaded.image.begin;
+    machoImageLoaded(path.c_str(), reinterpret_cast<uint64_t>(loaded.memory.At(begin)) - begin);
+    // Its initialisers may ask for it.
+    loaded.isInitialized = true;
+    SendObjcLoad(loaded.image, loaded.memory);
+    RunInitializers(loaded.image, loaded.memory);
+}
+
+/// Kept for ever, even those that cannot be initialised: their code may be on any stack, and the runtime
+/// points into them.
+std::vector<std::unique_ptr<LoadedImage>> &LoadedImages()
+{
+    static auto &images = *new std::vector<std::unique_ptr<LoadedImage>>;
+    return images;
+}
+
+/// The dylib of this file; null if it is not loaded.
+const LoadedImage *FindDylib(const FileIdentity &identity)
+{
+    const auto &images = LoadedImages();
+    const auto found = std::find_if(images.begin(), images.end(), [&](const auto &loaded) {
+        return loaded->kind == ImageKind::Library && loaded->isInitialized &&
+               loaded->file.Identity() == identity;
+    });
+    return found == images.end() ? nullptr : found->get();
+}
+
+/// The header of the image that an address lies in; null if it lies in none.
+const void *FindHeader(const void *address)
+{
+    for (const auto &loaded : LoadedImages()) {
+        if (loaded->memory.Contains(address))
+            return loaded->memory.At(loaded->image.begin);
+    }
+    return nullptr;
+}
+
+const LoadedImage &Load(const std::string &path, ImageKind kind)
+{
+    LetImagesLoad({[](const std::string &library) -> const void * { return &LoadDylib(library); },
+                   [](const void *library, const std::string &name) {
+                       const auto &image = *static_cast<const LoadedImage *>(library);
+                       void *const own = FindSymbol(image, name);
+                       return own != nullptr
+                                  ? own
+                                  : reinterpret_cast<void *>(FindInLibraries("_" + name, image.image));
+                   },
+                   FindHeader});
+    LoadedImage &loaded = *LoadedImages().emplace_back(std::make_unique<LoadedImage>(path, kind));
+    Initialize(path, loaded);
+    return loaded;
 }
 
 } // namespace
@@ -125,22 +176,28 @@ bool IsMachO(const std::string &path)
     return NamingPath(path, [&] { return IsMachOMagic(OpenFile(path).FirstWord()); });
 }
 
-const LoadedDylib &LoadDylib(const std::string &path)
+const LoadedImage &LoadDylib(const std::string &path)
 {
-    return NamingPath(path, [&]() -> const LoadedDylib & {
-        // Kept for ever, even if it cannot be initialised: its code may be on any stack, and the runtime
-        // points into it.
-        static auto &loaded = *new std::vector<std::unique_ptr<const LoadedDylib>>;
-        const LoadedDylib &dylib = *loaded.emplace_back(std::make_unique<const LoadedDylib>(path));
-        Initialize(path, dylib);
-        return dylib;
+    return NamingPath(path, [&]() -> const LoadedImage & {
+        const LoadedImage *const known = FindDylib(OpenFile(path).Identity());
+        return known != nullptr ? *known : Load(path, ImageKind::Library);
     });
 }
 
-void *FindSymbol(const LoadedDylib &dylib, const std::string &name)
+const LoadedImage &LoadProgram(const std::string &path)
 {
-    const Export *const found = dylib.image.FindExport("_" + name);
-    return found == nullptr ? nullptr : dylib.memory.At(found->address);
+    return NamingPath(path, [&]() -> const LoadedImage & { return Load(path, ImageKind::Program); });
+}
+
+void *FindSymbol(const LoadedImage &image, const std::string &name)
+{
+    const Export *const found = image.image.FindExport("_" + name);
+    return found == nullptr ? nullptr : image.memory.At(found->address);
+}
+
+MainFunction FindMain(const LoadedImage &program)
+{
+    return reinterpret_cast<MainFunction>(program.memory.At(program.image.entry));
 }
 
 } // namespace macho

@@ -1,4 +1,4 @@
-// Loads Mach-O dylibs into a process on Linux of the same processor.
+// Loads Mach-O images into a process on Linux of the same processor.
 #pragma once
 
 #include <string>
@@ -7,17 +7,27 @@
 
 namespace macho {
 
-struct LoadedDylib;
+struct LoadedImage;
 
 /// Whether the file begins as a Mach-O file of any kind does. Throws LoadError, whose text begins with the
 /// path, for a file that cannot be opened, and for everything but regular files.
 bool IsMachO(const std::string &path);
 
-/// Loads the dylib for good, and runs its initialisers. Throws LoadError, whose text begins with the path.
-/// Called on the main thread, once for a file.
-const LoadedDylib &LoadDylib(const std::string &path);
+/// Loads the dylib for good, and runs its initialisers. A file that is loaded already gives the same image.
+/// Throws LoadError, whose text begins with the path. Called on the main thread.
+const LoadedImage &LoadDylib(const std::string &path);
 
-/// The address of what the dylib exports under this C name; null if there is nothing.
-void *FindSymbol(const LoadedDylib &dylib, const std::string &name);
+/// Loads the main executable likewise, but for its main function, which does not run yet. Called once in a
+/// process.
+const LoadedImage &LoadProgram(const std::string &path);
+
+/// The address of what the image exports under this C name; null if there is nothing.
+void *FindSymbol(const LoadedImage &image, const std::string &name);
+
+/// How macOS calls a program: besides the usual arguments with what the kernel tells it, as strings.
+using MainFunction = int (*)(int argc, char **argv, char **environment, char **kernel);
+
+/// The main function of a program.
+MainFunction FindMain(const LoadedImage &program);
 
 } // namespace macho

@@ -39,7 +39,7 @@ MappedImage::~MappedImage()
 void MappedImage::Protect() const
 {
     for (const Segment &segment : image_.segments) {
-        if (segment.size == 0)
+        if (segment.size == 0 || !segment.IsInMemory())
             continue;
         void *const place = At(segment.address);
         const auto pageSize = static_cast<uint64_t>(getpagesize());

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/macho/dwarf_frames.h"
+#include "platform/macho/image.h"
 
 namespace macho {
 

@@ -1,4 +1,5 @@
 // What compact unwind rules for arm64 stand for.
+#include "platform/macho/dwarf_instructions.h"
 #include "platform/macho/unwinding.h"
 
 namespace macho {

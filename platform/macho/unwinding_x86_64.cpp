@@ -1,6 +1,7 @@
 // What compact unwind rules for x86-64 stand for.
 #include <array>
 
+#include "platform/macho/dwarf_instructions.h"
 #include "platform/macho/unwinding.h"
 
 namespace macho {

@@ -1,8 +1,10 @@
-// The type IDs of the Core Foundation types that nothing else here deals with.
+// Core Foundation types that nothing else here deals with, and what types are called.
 #ifndef QZL_CFOTHERTYPES_H
 #define QZL_CFOTHERTYPES_H
 
-#include <CoreFoundation/CFBase.h>
+#include <CoreFoundation/CFString.h>
+
+typedef const struct __CFUUID *CFUUIDRef;
 
 CF_EXTERN_C_BEGIN
 
@@ -17,6 +19,12 @@ CF_EXPORT CFTypeID CFErrorGetTypeID(void);
 CF_EXPORT CFTypeID CFSetGetTypeID(void);
 CF_EXPORT CFTypeID CFTimeZoneGetTypeID(void);
 CF_EXPORT CFTypeID CFUUIDGetTypeID(void);
+
+/// The name of a type, such as CFString, owned by the caller; null for a number that is no type's.
+CF_EXPORT CFStringRef CFCopyTypeIDDescription(CFTypeID type);
+
+/// A new UUID, owned by the caller.
+CF_EXPORT CFUUIDRef CFUUIDCreate(CFAllocatorRef allocator);
 
 CF_EXTERN_C_END
 

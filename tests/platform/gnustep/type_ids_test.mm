@@ -120,6 +120,53 @@ TEST(TypeIDs, OfOtherObjectsAreNoneOfTheListed)
     EXPECT_EQ(CFGetTypeID([NSNull null]), other);
 }
 
+TEST(TypeIDs, HaveTheNamesOfTheirTypes)
+{
+    const std::pair<CFTypeID, const char *> names[] = {
+        {0, "Not A Type"},
+        {1, "CFType"},
+        {CFURLGetTypeID(), "CFURL"},
+        {CFDictionaryGetTypeID(), "CFDictionary"},
+        {CFStringGetTypeID(), "CFString"},
+        {CFNumberGetTypeID(), "CFNumber"},
+        {CFArrayGetTypeID(), "CFArray"},
+        {CFBooleanGetTypeID(), "CFBoolean"},
+        {CFDataGetTypeID(), "CFData"},
+        {CFCharacterSetGetTypeID(), "CFCharacterSet"},
+        {CFBundleGetTypeID(), "CFBundle"},
+        {CFSetGetTypeID(), "CFSet"},
+        {CFBagGetTypeID(), "CFBag"},
+        {CFUUIDGetTypeID(), "CFUUID"},
+        {CFTimeZoneGetTypeID(), "CFTimeZone"},
+        {CFDateGetTypeID(), "CFDate"},
+        {CFAttributedStringGetTypeID(), "CFAttributedString"},
+        {CFErrorGetTypeID(), "CFError"},
+        {CTFontGetTypeID(), "CTFont"},
+        {CTFontCollectionGetTypeID(), "CTFontCollection"},
+        {CTFrameGetTypeID(), "CTFrame"},
+        {CTFramesetterGetTypeID(), "CTFramesetter"},
+        {CTGlyphInfoGetTypeID(), "CTGlyphInfo"},
+        {CTLineGetTypeID(), "CTLine"},
+        {CTParagraphStyleGetTypeID(), "CTParagraphStyle"},
+        {CTRunGetTypeID(), "CTRun"},
+        {CTTypesetterGetTypeID(), "CTTypesetter"},
+        {CTRunDelegateGetTypeID(), "CTRunDelegate"},
+    };
+    for (const auto &[type, name] : names) {
+        const port_testing::Owned<CFStringRef> description(CFCopyTypeIDDescription(type));
+        EXPECT_STREQ([(NSString *)description.get() UTF8String], name);
+    }
+    EXPECT_EQ(CFCopyTypeIDDescription(std::size(names)), nullptr);
+}
+
+TEST(TypeIDs, OfANewUUIDAreAUUIDs)
+{
+    const port_testing::Owned<CFUUIDRef> one(CFUUIDCreate(kCFAllocatorDefault));
+    const port_testing::Owned<CFUUIDRef> other(CFUUIDCreate(kCFAllocatorDefault));
+    EXPECT_EQ(CFGetTypeID(one.get()), CFUUIDGetTypeID());
+    EXPECT_FALSE([(id)one.get() isEqual:(id)other.get()]);
+}
+
 TEST(TypeIDs, OfNullIsZero)
 {
     EXPECT_EQ(CFGetTypeID(nullptr), 0U);

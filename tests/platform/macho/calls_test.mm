@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/macho/adapters.h"
 #include "tests/platform/macho/dylib_test.h"
 
 namespace {
@@ -139,4 +140,15 @@ TEST_F(DylibTest, MessagesOfVariableArgumentsPassEachOfThemOnX86_64)
     Load("variadic_messages");
     EXPECT_STREQ([Find<NSString *()>("format")() UTF8String], "one 2 3.5");
     [pool release];
+}
+
+TEST(AllocationAndInitialisation, InOneCallGiveAnInitialisedObject)
+{
+    @autoreleasepool {
+        const id string = static_cast<id>(machoAllocInit([NSMutableString class]));
+        [string appendString:@"text"];
+        EXPECT_TRUE([string isEqualToString:@"text"]);
+        EXPECT_EQ([string retainCount], 1u);
+        [string release];
+    }
 }

@@ -122,7 +122,8 @@ private:
 
 Frames ReadDylib(Processor processor, const std::vector<char> &file)
 {
-    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()), processor);
+    const macho::Image image =
+        macho::ParseImage(Bytes(file.data(), file.size()), processor, macho::ImageKind::Library);
     Frames frames;
     for (const macho::UnwindEntry &entry : macho::ReadUnwindInfo(image)) {
         Frame &frame = frames[entry.begin];

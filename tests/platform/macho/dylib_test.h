@@ -19,7 +19,7 @@ protected:
     /// Loads it for as long as the process lives, which is the test's own.
     void Load(const std::string &name) { dylib_ = &macho::LoadDylib(PathOf(name)); }
 
-    const macho::LoadedDylib &Dylib() const { return *dylib_; }
+    const macho::LoadedImage &Dylib() const { return *dylib_; }
 
     /// The function of this name; null where there is none, and then the test fails.
     template <typename Function>
@@ -31,5 +31,5 @@ protected:
     }
 
 private:
-    const macho::LoadedDylib *dylib_ = nullptr;
+    const macho::LoadedImage *dylib_ = nullptr;
 };

@@ -1,5 +1,5 @@
-// Dylibs, bundles and slices for the processor are read; of other Mach-O files the message says what they
-// are.
+// Dylibs, bundles, executables and slices for the processor are read; of other Mach-O files the message says
+// what they are.
 #include "platform/macho/file_kind.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +9,7 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using macho::ImageKind;
 using macho::Processor;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -29,10 +30,11 @@ std::string Needed(Processor processor)
     return "; a 64-bit dylib or bundle for " + NameOf(processor) + " is needed";
 }
 
-std::string KindError(const std::vector<char> &file, Processor processor = Processor::X86_64)
+std::string KindError(const std::vector<char> &file, Processor processor = Processor::X86_64,
+                      ImageKind kind = ImageKind::Library)
 {
     const std::vector<char> copy(file);
-    return ErrorFrom([&] { macho::FindImage(Bytes(copy.data(), copy.size()), processor); });
+    return ErrorFrom([&] { macho::FindImage(Bytes(copy.data(), copy.size()), processor, kind); });
 }
 
 /// The bytes of words, as a little-endian or a big-endian processor writes them.
@@ -90,6 +92,23 @@ TEST(FileKind, OfEachTypeIsNamed)
         EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, subtype, 8}), processor), "");
         // Flags stand in the upper bits of a subtype.
         EXPECT_EQ(KindError(Words({0xFEEDFACF, cpu, 0x80000000 | subtype, 6}), processor), "");
+    }
+}
+
+TEST(FileKind, OfAProgramIsAnExecutable)
+{
+    for (const Processor processor : kProcessors) {
+        const std::pair<uint32_t, uint32_t> codes = CodesOf(processor);
+        const std::string needed = "; a 64-bit executable for " + NameOf(processor) + " is needed";
+        const auto errorOf = [&](uint32_t type) {
+            return KindError(Words({0xFEEDFACF, codes.first, codes.second, type}), processor,
+                             ImageKind::Program);
+        };
+        EXPECT_EQ(errorOf(2), "");
+        EXPECT_EQ(errorOf(6), "it is a 64-bit dylib for " + NameOf(processor) + needed);
+        EXPECT_EQ(errorOf(8), "it is a 64-bit bundle for " + NameOf(processor) + needed);
+        EXPECT_EQ(KindError(Universal({0xCAFEBABE, 0}), processor, ImageKind::Program),
+                  "it is a universal file for no processor" + needed);
     }
 }
 
@@ -155,7 +174,7 @@ TEST(UniversalFile, HasAnImageForEachProcessor)
 {
     const std::vector<char> file = BuiltFile("universal.dylib");
     for (const Processor processor : kProcessors) {
-        const Bytes image = macho::FindImage(Bytes(file.data(), file.size()), processor);
+        const Bytes image = macho::FindImage(Bytes(file.data(), file.size()), processor, ImageKind::Library);
         EXPECT_EQ(std::vector<char>(image.Data(), image.Data() + image.Size()),
                   FileOf("fixups_opcodes", processor));
     }

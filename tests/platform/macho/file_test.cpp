@@ -141,6 +141,36 @@ TEST_F(LoadedFile, MayBeReachedThroughALink)
     EXPECT_EQ(ErrorOf(path), "");
 }
 
+TEST_F(LoadedFile, IsLoadedOnce)
+{
+    const std::string first =
+        std::string(TEST_DYLIBS) + "/" + FolderOf(macho::kThisProcessor) + "/fixups_opcodes.dylib";
+    ASSERT_EQ(symlink(first.c_str(), path.c_str()), 0);
+    const macho::LoadedImage &loaded = macho::LoadDylib(first);
+    EXPECT_EQ(&macho::LoadDylib(first), &loaded);
+    EXPECT_EQ(&macho::LoadDylib(path), &loaded);
+    const TemporaryFile copy(FileOf("fixups_opcodes"));
+    EXPECT_NE(&macho::LoadDylib(copy.Path()), &loaded);
+}
+
+TEST_F(LoadedFile, ThatHasChangedIsLoadedAgain)
+{
+    const TemporaryFile file(FileOf("fixups_opcodes"));
+    const macho::LoadedImage &loaded = macho::LoadDylib(file.Path());
+    const timespec times[] = {{1, 0}, {1, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, file.Path().c_str(), times, 0), 0);
+    EXPECT_NE(&macho::LoadDylib(file.Path()), &loaded);
+}
+
+TEST_F(LoadedFile, ThatCannotBeLoadedIsRefusedEachTime)
+{
+    const std::string missing =
+        std::string(TEST_DYLIBS) + "/" + FolderOf(macho::kThisProcessor) + "/strong_import.dylib";
+    const std::string error = ErrorOf(missing);
+    EXPECT_NE(error, "");
+    EXPECT_EQ(ErrorOf(missing), error);
+}
+
 TEST_F(LoadedFile, ThatIsEmptyIsRefused)
 {
     const TemporaryFile file;

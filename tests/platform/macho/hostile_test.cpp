@@ -9,23 +9,37 @@
 #include "tests/platform/macho/load_error.h"
 
 using macho::Bytes;
+using macho::ImageKind;
 using macho::Processor;
 using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
 
-/// The dylibs that are cut off and broken, for each processor.
-constexpr const char *kDylibs[] = {"objects",         "fixups_opcodes", "fixups_chained",
-                                   "objc_exceptions", "cxx_exceptions", "cxx_exceptions_frameless"};
+/// The files that are cut off and broken, for each processor.
+struct HostileImage {
+    const char *name;
+    ImageKind kind;
+};
+constexpr HostileImage kImages[] = {
+    {"objects.dylib", ImageKind::Library},
+    {"fixups_opcodes.dylib", ImageKind::Library},
+    {"fixups_chained.dylib", ImageKind::Library},
+    {"objc_exceptions.dylib", ImageKind::Library},
+    {"cxx_exceptions.dylib", ImageKind::Library},
+    {"cxx_exceptions_frameless.dylib", ImageKind::Library},
+    {"program", ImageKind::Program},
+    {"pointers_chained", ImageKind::Program},
+};
 
 /// Reads everything that is read before an image is mapped. Returns the error; empty without one.
-std::string ErrorOf(const std::vector<char> &file, Processor processor = Processor::X86_64)
+std::string ErrorOf(const std::vector<char> &file, Processor processor = Processor::X86_64,
+                    ImageKind kind = ImageKind::Library)
 {
     // A copy of exactly its size, so that the address sanitizer sees a read beyond it.
     const std::vector<char> copy(file);
     return ErrorFrom([&] {
-        const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()), processor);
+        const macho::Image image = macho::ParseImage(Bytes(copy.data(), copy.size()), processor, kind);
         macho::ReadUnwindInfo(image);
     });
 }
@@ -48,10 +62,11 @@ void ExpectRefusals(const std::vector<char> &file, const std::vector<Damage> &da
     }
 }
 
-class HostileFile : public testing::TestWithParam<std::tuple<Processor, const char *>> {
+class HostileFile : public testing::TestWithParam<std::tuple<Processor, HostileImage>> {
 protected:
     const Processor processor = std::get<0>(GetParam());
-    const std::vector<char> file = FileOf(std::get<1>(GetParam()), processor);
+    const HostileImage image = std::get<1>(GetParam());
+    const std::vector<char> file = BuiltFile(FolderOf(processor) + "/" + image.name);
 };
 
 class HostileCommands : public testing::TestWithParam<Processor> {};
@@ -60,24 +75,24 @@ class HostileCommands : public testing::TestWithParam<Processor> {};
 
 TEST_P(HostileFile, ThatIsWholeIsRead)
 {
-    EXPECT_EQ(ErrorOf(file, processor), "");
+    EXPECT_EQ(ErrorOf(file, processor, image.kind), "");
 }
 
 TEST_P(HostileFile, ThatIsCutOffIsRefused)
 {
-    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()), processor);
+    const macho::Image parsed = macho::ParseImage(Bytes(file.data(), file.size()), processor, image.kind);
     size_t lastByte = 0;
-    for (const macho::Segment &segment : image.segments)
+    for (const macho::Segment &segment : parsed.segments)
         lastByte = std::max(lastByte, static_cast<size_t>(segment.content.Data() -
                                                           reinterpret_cast<const uint8_t *>(file.data())) +
                                           segment.content.Size());
     ASSERT_EQ(lastByte, file.size());
     for (size_t size = 0; size < file.size(); size += 1 + size / 64)
         EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size)),
-                          processor),
+                          processor, image.kind),
                   "")
             << size;
-    EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.end() - 1), processor), "");
+    EXPECT_NE(ErrorOf(std::vector<char>(file.begin(), file.end() - 1), processor, image.kind), "");
 }
 
 TEST_P(HostileFile, ThatIsBrokenAnywhereIsReadOrRefused)
@@ -92,15 +107,16 @@ TEST_P(HostileFile, ThatIsBrokenAnywhereIsReadOrRefused)
             const size_t limit = (random() % 2 == 0 ? size_t{0x1000} : broken.size()) - sizeof(uint32_t);
             Write(broken, random() % limit, kValues[random() % std::size(kValues)]);
         }
-        refused += ErrorOf(broken, processor).empty() ? 0 : 1;
+        refused += ErrorOf(broken, processor, image.kind).empty() ? 0 : 1;
     }
     EXPECT_GT(refused, 100);
 }
 
-INSTANTIATE_TEST_SUITE_P(Dylibs, HostileFile,
-                         testing::Combine(testing::ValuesIn(kProcessors), testing::ValuesIn(kDylibs)),
+INSTANTIATE_TEST_SUITE_P(Images, HostileFile,
+                         testing::Combine(testing::ValuesIn(kProcessors), testing::ValuesIn(kImages)),
                          [](const auto &info) {
-                             return FolderOf(std::get<0>(info.param)) + "_" + std::get<1>(info.param);
+                             const std::string name = std::get<1>(info.param).name;
+                             return FolderOf(std::get<0>(info.param)) + "_" + name.substr(0, name.find('.'));
                          });
 
 TEST(HostileHeader, OfAnotherKindIsRefused)

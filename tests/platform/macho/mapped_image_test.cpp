@@ -41,6 +41,20 @@ TEST(Segments, OfConstantsCannotBeWrittenOnceTheirPointersAreSet)
     EXPECT_EQ(ProtectionOf(memory.At(0x20000)), "r--p");
 }
 
+TEST(Segments, ThatNobodyMayAccessAreNotInMemory)
+{
+    constexpr uint64_t kBase = 0x100000000;
+    macho::Image image;
+    image.segments = {{"__PAGEZERO", 0, kBase, {}, false, false, false, false},
+                      {"__TEXT", kBase, 0x10000, {}, true, false, true, false}};
+    image.begin = kBase;
+    image.end = kBase + 0x10000;
+    const macho::MappedImage memory(image);
+    EXPECT_EQ(ErrorFrom([&] { memory.Protect(); }), "");
+    EXPECT_EQ(ProtectionOf(memory.At(kBase)), "r-xp");
+    EXPECT_EQ(memory.AddressOf(memory.At(kBase)), kBase);
+}
+
 TEST(Segments, ThatBeginWithinAPageOfThisSystemAreRefused)
 {
     const macho::Image image = TwoSegments(0x20800, false);

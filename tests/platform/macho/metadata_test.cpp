@@ -14,7 +14,8 @@ namespace {
 std::string ErrorOfVariadicMessages(Processor processor)
 {
     const std::vector<char> file = FileOf("variadic_messages", processor);
-    return ErrorFrom([&] { macho::ParseImage(Bytes(file.data(), file.size()), processor); });
+    return ErrorFrom(
+        [&] { macho::ParseImage(Bytes(file.data(), file.size()), processor, macho::ImageKind::Library); });
 }
 
 } // namespace
@@ -30,7 +31,8 @@ TEST(Metadata, WithMessagesOfVariableArgumentsIsRefusedForArm64)
 TEST(Metadata, WithRelativePointersToMethodsIsRefused)
 {
     std::vector<char> file = FileOf("objects");
-    const macho::Image image = macho::ParseImage(Bytes(file.data(), file.size()), macho::kThisProcessor);
+    const macho::Image image =
+        macho::ParseImage(Bytes(file.data(), file.size()), macho::kThisProcessor, macho::ImageKind::Library);
     const macho::Section *const lists = image.FindSection("__DATA", "__objc_const");
     ASSERT_NE(lists, nullptr);
     // The first list of methods, whose entries have 24 bytes.

@@ -8,6 +8,7 @@ import architectures
 
 SOURCES = Path(__file__).resolve().parents[3]
 DYLIB = 'libNotificationsQZL.dylib'
+CHECK = 'notifications-check'
 
 
 def copy_sources(folder):
@@ -16,13 +17,13 @@ def copy_sources(folder):
                     ignore=shutil.ignore_patterns('.git', 'build', 'dist', '.cache', '__pycache__'))
 
 
-def build(sources, folder, variables=None, preset=None):
+def build(sources, folder, variables=None, preset=None, targets=('NotificationsQZL',)):
     """Builds what the dylib needs and returns its path; raises with the tools' output where that fails. The variables
     are added to the environment. Without a preset, takes that of the architecture under test."""
     preset = preset or architectures.under_test().preset
     environment = {name: value for name, value in os.environ.items() if name != 'ZERO_AR_DATE'} | (variables or {})
     for command in (['cmake', '--preset', preset, '-S', sources, '-B', folder],
-                    ['cmake', '--build', folder, '--parallel', '2', '--target', 'NotificationsQZL']):
+                    ['cmake', '--build', folder, '--parallel', '2', '--target', *targets]):
         done = subprocess.run(command, cwd=sources, env=environment, text=True, check=False,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         if done.returncode != 0:
@@ -40,7 +41,8 @@ def built_dylib(architecture):
 def build_other_architectures():
     for architecture in architectures.ARCHITECTURES.values():
         if architecture != architectures.under_test():
-            build(SOURCES, built_dylib(architecture).parent, preset=architecture.preset)
+            build(SOURCES, built_dylib(architecture).parent, preset=architecture.preset,
+                  targets=('NotificationsQZL', CHECK))
 
 
 if __name__ == '__main__':

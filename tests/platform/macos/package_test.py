@@ -12,7 +12,7 @@ from pathlib import Path
 import building
 import llvm_tools
 from architectures import ARCHITECTURES
-from building import DYLIB
+from building import CHECK, DYLIB
 from dylib import under_test
 
 SCRIPT = building.SOURCES / 'scripts/package'
@@ -61,8 +61,8 @@ class Package(unittest.TestCase):
             path.write_bytes(content)
         return self.folder / 'unpacked' / self.top
 
-    def test_holds_the_dylib_the_licence_the_reference_and_checksums(self):
-        self.assertEqual([f'{self.top}/{name}' for name in (DYLIB, 'LICENSE', 'reference.md', 'SHA256SUMS')],
+    def test_holds_the_dylib_its_check_their_page_the_licence_the_reference_and_checksums(self):
+        self.assertEqual([f'{self.top}/{name}' for name in (DYLIB, CHECK, 'README.md', 'LICENSE', 'reference.md', 'SHA256SUMS')],
                          list(self.release))
 
     def test_has_the_debugging_companion_in_an_archive_of_its_own(self):
@@ -85,14 +85,21 @@ class Package(unittest.TestCase):
             folder.mkdir()
             copies.append(folder / DYLIB)
             shutil.copyfile(dylib, copies[-1])
+            shutil.copyfile(dylib.with_name(CHECK), copies[-1].with_name(CHECK))
             shutil.copytree(f'{dylib}.dSYM', f'{copies[-1]}.dSYM')
         self.assertEqual([archive.read_bytes() for archive in self.archives],
                          [archive.read_bytes() for archive in pack(copies, self.folder / 'again')])
 
-    def test_dylib_is_a_universal_file_of_what_the_presets_build(self):
-        found = [self.universal[part.offset:part.offset + part.size] for part in slices(self.universal)]
-        self.assertEqual([hashlib.sha256(dylib.read_bytes()).hexdigest() for dylib in self.dylibs],
-                         [hashlib.sha256(part).hexdigest() for part in found])
+    def test_dylib_and_program_are_universal_files_of_what_the_presets_build(self):
+        for name in (DYLIB, CHECK):
+            universal = self.release[f'{self.top}/{name}']
+            found = [universal[part.offset:part.offset + part.size] for part in slices(universal)]
+            self.assertEqual([hashlib.sha256(dylib.with_name(name).read_bytes()).hexdigest() for dylib in self.dylibs],
+                             [hashlib.sha256(part).hexdigest() for part in found])
+
+    def test_program_may_be_executed(self):
+        with zipfile.ZipFile(self.archives[0]) as archive:
+            self.assertEqual(0o755, archive.getinfo(f'{self.top}/{CHECK}').external_attr >> 16 & 0o777)
 
     def test_universal_file_names_the_processors_as_its_slices_do(self):
         for part in slices(self.universal):
