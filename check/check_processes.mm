@@ -42,26 +42,51 @@ NSString *States(NSUInteger awaited)
     return [text length] == 0 ? @"nothing" : text;
 }
 
-/// What an observer of this behaviour gets of the posts "a" and "b" while suspended, and, if there is one, of
-/// the post "now", which is to be delivered immediately. Waits for `awaited` notifications, and resumes if
-/// they are to come then.
-NSString *WhileSuspended(int64_t behavior, bool hasImmediate, bool resumes, NSUInteger awaited)
+constexpr int64_t kDrop = 1, kCoalesce = 2, kHold = 3, kDeliverImmediately = 4;
+
+/// An observer, what is posted while the process is suspended, and what the observer gets. The post "now" is
+/// to be delivered immediately, and "|" ends the suspension.
+struct Suspension {
+    NSString *what;
+    int64_t behavior;
+    NSString *posts;
+    /// Nil if that is different from run to run.
+    NSString *expected;
+};
+
+const Suspension kSuspensions[] = {
+    {@"Posts while suspended: Drop", kDrop, @"a b | c", @"c"},
+    {@"Posts while suspended: Coalesce", kCoalesce, @"a b | c", @"b c"},
+    {@"Posts while suspended: Hold", kHold, @"a b | c", @"a b c"},
+    {@"Posts while suspended: DeliverImmediately", kDeliverImmediately, @"a b | c", @"a b c"},
+    {@"An immediate post while suspended", kDrop, @"a b now", @"now"},
+};
+
+const Suspension kSuspensionFacts[] = {
+    {@"Coalesced posts, and an immediate one", kCoalesce, @"a b now", @"b now"},
+    {@"Held posts, and an immediate one", kHold, @"a b now", @"a b now"},
+    {@"Held posts, once resumed", kHold, @"a b |", nil},
+    {@"DeliverImmediately, no immediate post", kDeliverImmediately, @"a b", nil},
+};
+
+NSString *Got(const Suspension &suspension)
 {
+    constexpr double kPause = 0.3;
     const Instance observer = NewObserver();
-    NSString *const name = OwnName([@(behavior) description]);
-    Call(kDistributed, kAdd, DefaultCenter(kDistributed), observer, String(name), Instance(nil), behavior);
+    NSString *const name = OwnName(@"Suspended");
+    Call(kDistributed, kAdd, DefaultCenter(kDistributed), observer, String(name), Instance(nil),
+         suspension.behavior);
     Suspend(true);
-    PostBetweenProcesses(name, @"a");
-    PostBetweenProcesses(name, @"b");
-    if (hasImmediate)
-        PostBetweenProcesses(name, @"now", true);
-    else
-        RunLoopFor(0.5);
-    if (resumes) {
-        Suspend(false);
-        RunLoopFor(0.5);
+    for (NSString *post in [suspension.posts componentsSeparatedByString:@" "]) {
+        if ([post isEqual:@"|"]) {
+            RunLoopFor(kPause);
+            Suspend(false);
+        } else {
+            PostBetweenProcesses(name, post, [post isEqual:@"now"]);
+        }
     }
-    NSString *const got = States(awaited);
+    RunLoopFor(kPause);
+    NSString *const got = States([[suspension.expected componentsSeparatedByString:@" "] count]);
     Suspend(false);
     return got;
 }
@@ -97,13 +122,8 @@ void CheckProcesses()
         }
         return [answers componentsJoinedByString:@", "];
     });
-    NSString *const behaviors[] = {@"Drop", @"Coalesce", @"Hold", @"DeliverImmediately"};
-    NSString *const expected[] = {@"now", @"b now", @"a b now", @"a b now"};
-    for (int i = 0; i < 4; ++i) {
-        Check(Text({@"Posts while suspended: ", behaviors[i]}), expected[i], [&] {
-            return WhileSuspended(i + 1, true, false, [[expected[i] componentsSeparatedByString:@" "] count]);
-        });
-    }
-    Fact(@"DeliverImmediately, no immediate post", nil, [] { return WhileSuspended(4, false, false, 0); });
-    Fact(@"Held posts, once resumed", nil, [] { return WhileSuspended(3, false, true, 0); });
+    for (const Suspension &suspension : kSuspensions)
+        Check(suspension.what, suspension.expected, [&] { return Got(suspension); });
+    for (const Suspension &suspension : kSuspensionFacts)
+        Fact(suspension.what, suspension.expected, [&] { return Got(suspension); });
 }

@@ -186,7 +186,7 @@ int main(int count, char **words)
             return 0;
         }
         if (!isRight) {
-            Print(@(kUsage));
+            PrintError(@(kUsage));
             return 2;
         }
         return arguments.group != nil || arguments.post != nil ? RunPart(arguments) : RunAll(arguments);

@@ -23,3 +23,6 @@ int Finish(NSDictionary *report, bool asJson, NSString *file);
 
 /// Writes to standard output.
 void Print(NSString *text);
+
+/// Writes to standard error.
+void PrintError(NSString *text);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr NSUInteger kWidth = 80, kColumn = 41, kMarkWidth = 7;
+constexpr NSUInteger kWidth = 80, kColumn = 41, kMarkWidth = 6;
 // Codes of terminals.
 constexpr int kBold = 1, kRed = 31, kGreen = 32;
 
@@ -81,6 +81,11 @@ void Print(NSString *text)
     [[NSFileHandle fileHandleWithStandardOutput] writeData:[text dataUsingEncoding:NSUTF8StringEncoding]];
 }
 
+void PrintError(NSString *text)
+{
+    [[NSFileHandle fileHandleWithStandardError] writeData:[text dataUsingEncoding:NSUTF8StringEncoding]];
+}
+
 void PrintSystem(NSDictionary *system)
 {
     Print(Text({@"notifications-check ", [system objectForKey:@"version"],
@@ -94,9 +99,9 @@ void PrintGroup(NSString *title, NSArray *lines)
     for (NSDictionary *line in lines) {
         NSString *const came = [line objectForKey:@"came"], *const expected = [line objectForKey:@"expected"];
         const bool isFact = [[line objectForKey:@"kind"] isEqual:@"fact"];
-        NSString *const mark = isFact        ? @"  -   "
-                               : Holds(line) ? Coloured(@"  ok  ", kGreen)
-                                             : Coloured(@"  FAIL", kRed);
+        NSString *const mark = isFact        ? @" -   "
+                               : Holds(line) ? Coloured(@" ok  ", kGreen)
+                                             : Coloured(@" FAIL", kRed);
         NSString *const what = [line objectForKey:@"what"];
         const NSUInteger width = [what length] < kColumn ? kColumn : [what length];
         Print(Text({mark, @" ", [what stringByPaddingToLength:width withString:@" " startingAtIndex:0], @" ",
@@ -133,7 +138,7 @@ int Finish(NSDictionary *report, bool asJson, NSString *file)
         [[NSFileHandle fileHandleWithStandardOutput] writeData:json];
     Print(asJson ? @"\n" : Text({@"\n", [report objectForKey:@"summary"], @"\n"}));
     if (file != nil && ![json writeToFile:file atomically:YES]) {
-        Print(Text({@"The report could not be written to ", file, @"\n"}));
+        PrintError(Text({@"The report could not be written to ", file, @"\n"}));
         return 1;
     }
     for (NSDictionary *line in [report objectForKey:@"lines"]) {

@@ -3,11 +3,13 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
 #include "tests/check/program.h"
 #include "tests/docs/markdown.h"
+#include "tests/support/library_under_test.h"
 #include "tests/support/private_folder.h"
 
 using testing::AllOf;
@@ -63,6 +65,30 @@ std::string FileText(const std::string &path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// The UUID of a thin Mach-O file, in hexadecimal digits; "none" for a file of another kind.
+std::string UuidOfFile(const std::string &path)
+{
+    constexpr uint32_t kMagic = 0xFEEDFACF, kUuid = 0x1B;
+    constexpr size_t kHeaderSize = 32, kCommandHeaderSize = 8, kUuidSize = 16;
+    const std::string file = FileText(path);
+    const auto word = [&](size_t offset) {
+        uint32_t value = 0;
+        std::memcpy(&value, file.substr(offset).c_str(), sizeof value);
+        return value;
+    };
+    if (word(0) != kMagic)
+        return "none";
+    size_t command = kHeaderSize;
+    while (word(command) != kUuid)
+        command += word(command + sizeof(uint32_t));
+    std::string digits;
+    for (const char byte : file.substr(command + kCommandHeaderSize, kUuidSize)) {
+        for (const int shift : {4, 0})
+            digits += "0123456789ABCDEF"[(byte >> shift) & 0xF];
+    }
+    return digits;
+}
+
 } // namespace
 
 class NotificationsCheck : public testing::Test {
@@ -89,6 +115,17 @@ TEST_F(NotificationsCheck, SaysOfEachFactWhatLinuxAnswers)
         if (line.kind == "fact" && !line.expected.empty())
             EXPECT_EQ(line.came, line.expected) << line.what;
     }
+}
+
+TEST_F(NotificationsCheck, SaysWhichBuildOfTheLibraryItChecks)
+{
+    for (const ReportLine &line : LinesOfReport(RunCheck("--json", daemon).output)) {
+        if (line.what == "The library's UUID") {
+            EXPECT_EQ(line.came, UuidOfFile(LibraryPath()));
+            return;
+        }
+    }
+    ADD_FAILURE() << "no line has the UUID";
 }
 
 TEST_F(NotificationsCheck, HasABeliefOfEachFactInTheDocument)
@@ -148,6 +185,16 @@ TEST_F(NotificationsCheck, WritesAReportThatNamesNeitherThePersonNorTheMachine)
     EXPECT_THAT(text, Not(HasSubstr(host)));
 }
 
+TEST_F(NotificationsCheck, PrintsJsonAloneEvenIfItCannotWriteTheReport)
+{
+    const PrivateFolder folder;
+    const std::string arguments = "--json --report " + folder.Path("none/report.json") + " 2>";
+    const Outcome outcome = RunCheck(arguments + folder.Path("errors"), daemon);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(LinesOfReport(outcome.output), Not(IsEmpty()));
+    EXPECT_THAT(FileText(folder.Path("errors")), HasSubstr("The report could not be written to "));
+}
+
 TEST_F(NotificationsCheck, SaysWhyALibraryIsNotLoadedWithoutNamingTheHomeFolder)
 {
     const std::string home = getpwuid(geteuid())->pw_dir;
@@ -164,7 +211,7 @@ TEST_F(NotificationsCheck, ExplainsItsArguments)
     EXPECT_THAT(RunCheck("--help", daemon).output, StartsWith("Usage: notifications-check"));
     EXPECT_EQ(RunCheck("--version", daemon).output, "notifications-check " QZL_VERSION "\n");
     for (const char *wrong : {"--nonsense", "one two", "--report"}) {
-        const Outcome outcome = RunCheck(wrong, daemon);
+        const Outcome outcome = RunCheck(wrong + std::string(" 2>&1 >/dev/null"), daemon);
         EXPECT_EQ(outcome.status, 2) << wrong;
         EXPECT_THAT(outcome.output, StartsWith("Usage: ")) << wrong;
     }

@@ -57,7 +57,8 @@ FAULTS = [
           [('NSDistributedNotificationCenterQZL.mm', 'static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior)',
             'static_cast<NSNotificationSuspensionBehavior>(suspensionBehavior > 0 ? 1 : 0)')],
           ['Posts while suspended: Coalesce', 'Posts while suspended: Hold',
-           'Posts while suspended: DeliverImmediately']),
+           'Posts while suspended: DeliverImmediately', 'Coalesced posts, and an immediate one',
+           'Held posts, and an immediate one']),
     # The port
     Fault('every thread is the main one', 'linux',
           [('platform/gnustep/threads.cpp', 'gettid() == getpid() ? 1 : 0', '1')],

@@ -303,6 +303,7 @@ __attribute__((objc_exception))
 
 @interface NSFileHandle : NSObject
 + (NSFileHandle *)fileHandleWithStandardOutput;
++ (NSFileHandle *)fileHandleWithStandardError;
 - (NSData *)readDataToEndOfFile;
 - (void)writeData:(NSData *)data;
 + (NSFileHandle *)fileHandleWithNullDevice;
