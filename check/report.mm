@@ -123,7 +123,7 @@ NSString *Summary(NSArray *lines)
         differences += DiffersFromLinux(line) ? 1 : 0;
     }
     return Text({
-        @(checks), @" checks: ", @(checks - failures), @" hold, ", @(failures),
+        @(checks), checks == 1 ? @" check: " : @" checks: ", @(checks - failures), @" hold, ", @(failures),
             failures == 1 ? @" fails. " : @" fail. ", @(facts), @" facts, ", @(differences),
             @" of them other than on Linux."
     });
