@@ -85,7 +85,8 @@ NSString *Got(const Suspension &suspension)
             PostBetweenProcesses(name, post, [post isEqual:@"now"]);
         }
     }
-    RunLoopFor(kPause);
+    if (suspension.expected == nil)
+        RunLoopFor(kPause);
     NSString *const got = States([[suspension.expected componentsSeparatedByString:@" "] count]);
     Suspend(false);
     return got;

@@ -54,9 +54,9 @@ Outcome RunCheck(const std::string &arguments, const Daemon &daemon, const std::
     return Read(ends[0], child);
 }
 
-Outcome RunCheckOnTerminal(const std::string &variables, const Daemon &daemon)
+Outcome RunCheckOnTerminal(const std::string &arguments, const Daemon &daemon, const std::string &variables)
 {
-    const std::string command = Command("", daemon, variables);
+    const std::string command = Command(arguments, daemon, variables);
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {

@@ -18,7 +18,8 @@ struct Outcome {
 Outcome RunCheck(const std::string &arguments, const Daemon &daemon, const std::string &variables = "");
 
 /// As RunCheck, but on a terminal.
-Outcome RunCheckOnTerminal(const std::string &variables, const Daemon &daemon);
+Outcome RunCheckOnTerminal(const std::string &arguments, const Daemon &daemon,
+                           const std::string &variables = "");
 
 /// A line of its report.
 struct ReportLine {
