@@ -14,7 +14,7 @@ namespace qzlhost {
 namespace {
 
 /// Throws UsageError for an instance of another class.
-template <class P>
+template <typename P>
 P &PayloadIn(const Value &value, const char *className)
 {
     P *const payload = PayloadOf<P>(&InstanceOf(value));

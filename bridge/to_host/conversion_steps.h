@@ -158,6 +158,3 @@ inline constexpr ConversionStep kConversionSteps[] = {
 
 /// The first step that the object takes now; null for none. Any thread. Cocoa exceptions pass.
 const ConversionStep *FindConversionStep(id object);
-
-/// The class of a step as its lookup finds it; `Nil` where there is none. Any thread.
-Class ClassOfStep(const ConversionStep &step);

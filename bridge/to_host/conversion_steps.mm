@@ -5,80 +5,14 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include <array>
 #include <atomic>
-#include <climits>
-#include <cstring>
+#include <iterator>
 
 #include "bridge/to_host/root_class_kind.h"
+#include "bridge/to_host/step_names.h"
 #include "frame/kept_look_ups.h"
 
 namespace {
-
-constexpr size_t kStepCount = std::size(kConversionSteps);
-
-// The steps of classes by name
-
-constexpr size_t LengthOf(const char *text)
-{
-    size_t length = 0;
-    while (text[length] != '\0')
-        ++length;
-    return length;
-}
-
-/// The steps by the hash of their class's name. A name that is too short for a hash has no step. Of two steps
-/// with the same slot, the later one is in the next free slot.
-class StepNames {
-public:
-    constexpr StepNames()
-    {
-        for (size_t step = 0; step < kStepCount; ++step) {
-            const char *const name = kConversionSteps[step].name;
-            if (kConversionSteps[step].object != nullptr)
-                continue;
-            size_t slot = SlotOf(name, LengthOf(name));
-            while (numbers_[slot] != 0)
-                slot = (slot + 1) % kSlots;
-            numbers_[slot] = static_cast<uint8_t>(step + 1);
-            begins_[static_cast<unsigned char>(name[0])] = true;
-        }
-    }
-
-    /// Null for a class that has no step.
-    const ConversionStep *Find(const char *name) const
-    {
-        if (!begins_[static_cast<unsigned char>(name[0])])
-            return nullptr;
-        const size_t length = std::strlen(name);
-        if (length < kShortestName)
-            return nullptr;
-        for (size_t slot = SlotOf(name, length); numbers_[slot] != 0; slot = (slot + 1) % kSlots) {
-            const ConversionStep &step = kConversionSteps[numbers_[slot] - 1];
-            if (std::strcmp(step.name, name) == 0)
-                return &step;
-        }
-        return nullptr;
-    }
-
-private:
-    static constexpr size_t kSlots = 512;
-    static constexpr size_t kShortestName = 5;
-    static_assert(kStepCount < kSlots / 4 && kStepCount < UINT8_MAX);
-
-    static constexpr size_t SlotOf(const char *name, size_t length)
-    {
-        const auto letter = [&](size_t index) -> size_t { return static_cast<unsigned char>(name[index]); };
-        return (length * 67 + letter(2) * 5 + letter(4) * 29 + letter(length / 2) * 13 +
-                letter(length - 2) * 3 + letter(length - 1)) %
-               kSlots;
-    }
-
-    std::array<uint8_t, kSlots> numbers_ = {};
-    std::array<bool, UCHAR_MAX + 1> begins_ = {};
-};
-
-constexpr StepNames kStepNames;
 
 // Steps of a single object, and steps whose class is looked up once: each kind is contiguous
 
@@ -113,6 +47,13 @@ constexpr const ConversionStep *kOnceBegin = FirstStepFrom(kConversionSteps, IsL
 constexpr const ConversionStep *kOnceEnd = FirstStepFrom(kOnceBegin, IsLookedUpEachTime);
 
 FirstSlot<Class> gOnceFound[kOnceEnd - kOnceBegin];
+
+/// The class of a step as its lookup finds it; `Nil` where there is none.
+Class ClassOfStep(const ConversionStep &step)
+{
+    const auto find = [&] { return objc_getClass(step.name); };
+    return step.lookup == Lookup::Once ? KeepFirst(gOnceFound[&step - kOnceBegin], find) : find();
+}
 
 // The step of a class
 
@@ -168,7 +109,7 @@ ClassStep FirstNamedStep(Class type)
 // What follows is read and written in relaxed order: a class that is remembered is only compared.
 
 /// The classes of the linked steps, each null until it is first found.
-std::atomic<void *> gLinkedClasses[kStepCount];
+std::atomic<void *> gLinkedClasses[std::size(kConversionSteps)];
 
 /// Where the linked class of a class was last found: the number of its step and, in the low four bits, how
 /// far up the chain it is. An entry does not say which class it is for: each use checks whether it holds.
@@ -270,10 +211,4 @@ const ConversionStep *FindConversionStep(id object)
     if (const ConversionStep *const step = LinkedStep(type))
         return step < kObjectsBegin ? step : OwnStepOr(step, object, type);
     return StepByLooking(object, type);
-}
-
-Class ClassOfStep(const ConversionStep &step)
-{
-    const auto find = [&] { return objc_getClass(step.name); };
-    return step.lookup == Lookup::Once ? KeepFirst(gOnceFound[&step - kOnceBegin], find) : find();
 }

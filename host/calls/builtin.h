@@ -33,7 +33,7 @@ struct BuiltInClass {
     std::vector<BuiltInMethod> methods = {};
 };
 
-template <class P>
+template <typename P>
 std::unique_ptr<Payload> MakePayloadOf()
 {
     return std::make_unique<P>();

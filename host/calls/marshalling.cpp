@@ -67,7 +67,7 @@ NativeValue ToNative(const Type &type, const Value &value, std::vector<Value> &k
 }
 
 /// The thing at the pointer. Records a mistake and returns null if it is not alive or of another kind.
-template <class T>
+template <typename T>
 T *Checked(Kind kind, void *pointer)
 {
     const Accounts &accounts = *Current<Accounts>();
@@ -79,7 +79,7 @@ T *Checked(Kind kind, void *pointer)
     return static_cast<T *>(pointer);
 }
 
-template <class T>
+template <typename T>
 Value FromPointer(Kind kind, void *pointer, bool shared)
 {
     T *const thing = Checked<T>(kind, pointer);

@@ -29,7 +29,7 @@ bool CheckAlive(Kind kind, const void *pointer)
     return false;
 }
 
-template <class T>
+template <typename T>
 std::string ShownThing(Kind kind, const T *thing)
 {
     const Accounts &accounts = *Current<Accounts>();

@@ -12,7 +12,7 @@
 namespace qzlhost {
 
 /// A pointer that must not be null. As large as the pointer, and passed like it.
-template <class T>
+template <typename T>
 struct NotNull {
     T *pointer;
 
@@ -21,7 +21,7 @@ struct NotNull {
 };
 
 /// An instance whose payload is a P; not null.
-template <class P>
+template <typename P>
 struct Of {
     Instance *instance;
 
@@ -38,7 +38,7 @@ bool IsAlive(const ClassReference *reference);
 bool RefuseNull();
 bool RefuseOtherPayload(const Instance *instance);
 
-template <class T>
+template <typename T>
 bool IsAcceptable(const T &argument)
 {
     if constexpr (std::is_convertible_v<T, const Instance *> || std::is_convertible_v<T, const String *> ||
@@ -47,13 +47,13 @@ bool IsAcceptable(const T &argument)
     return true;
 }
 
-template <class T>
+template <typename T>
 bool IsAcceptable(NotNull<T> argument)
 {
     return argument.pointer ? IsAcceptable(argument.pointer) : RefuseNull();
 }
 
-template <class P>
+template <typename P>
 bool IsAcceptable(Of<P> argument)
 {
     if (!argument.instance)
@@ -71,7 +71,7 @@ std::string Shown(const ClassReference *reference);
 std::string Shown(const char *name);
 std::string Shown(const void *pointer);
 
-template <class T>
+template <typename T>
 std::string Shown(const T &number)
 {
     static_assert(std::is_arithmetic_v<T>);
@@ -81,7 +81,7 @@ std::string Shown(const T &number)
         return std::to_string(number);
 }
 
-template <class T>
+template <typename T>
 std::string Shown(T *pointer)
 {
     if constexpr (std::is_convertible_v<T *, const Counted *>)
@@ -90,13 +90,13 @@ std::string Shown(T *pointer)
         return Shown(reinterpret_cast<const void *>(pointer));
 }
 
-template <class T>
+template <typename T>
 std::string Shown(NotNull<T> argument)
 {
     return Shown(argument.pointer);
 }
 
-template <class P>
+template <typename P>
 std::string Shown(Of<P> argument)
 {
     return Shown(argument.instance);

@@ -11,19 +11,19 @@ namespace qzlhost {
 namespace {
 
 /// The element, with one reference for the library.
-template <class T>
+template <typename T>
 T Given(T element)
 {
     return element;
 }
 
-template <class T>
+template <typename T>
 T *Given(const Held<T> &element)
 {
     return Lock(element.Get());
 }
 
-template <class T>
+template <typename T>
 auto ReadElement(Of<ArrayOf<T>> array, int64_t index) -> decltype(Given(std::declval<T>()))
 {
     return Given(array->Get(index));

@@ -22,7 +22,7 @@ const Property *PropertyOf(const Instance *object, const char *name, std::initia
 }
 
 /// Runs an access and returns whether it succeeded. Records what the accessor raises.
-template <class Access>
+template <typename Access>
 bool Try(Access access)
 {
     const ExceptionScope outer;
@@ -38,7 +38,7 @@ bool Try(Access access)
 }
 
 /// Passes the property's value to `use`; false if it cannot be read.
-template <class Use>
+template <typename Use>
 bool Read(NotNull<Instance> object, NotNull<const char> name, std::initializer_list<TypeKind> kinds, Use use)
 {
     const Property *const property = PropertyOf(object.pointer, name.pointer, kinds);

@@ -17,7 +17,7 @@ struct NativeFunction {
     std::atomic<bool> fails{false};
 };
 
-template <class... A>
+template <typename... A>
 std::string ShownList(const A &...arguments)
 {
     std::string list;
@@ -33,7 +33,7 @@ inline NativeFunction gNativeFunction;
 template <auto Function, int Alias = 0>
 struct Thunk;
 
-template <class R, class... A, R (*Function)(A...), int Alias>
+template <typename R, typename... A, R (*Function)(A...), int Alias>
 struct Thunk<Function, Alias> {
     static R Call(A... arguments)
     {

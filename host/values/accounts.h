@@ -23,7 +23,7 @@ public:
     /// Enters a new thing as this host's, and numbers it.
     void Enter(Kind kind, Counted *thing);
     /// Removes a thing that is about to be freed, and keeps its description.
-    template <class T>
+    template <typename T>
     void Remove(const T *thing)
     {
         if (open_)

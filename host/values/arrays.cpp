@@ -45,19 +45,19 @@ Held<Instance> ToElement(const Value &value, Held<Instance> *)
     return Held<Instance>::Adopt(NewVariant(value));
 }
 
-template <class T>
+template <typename T>
 Value FromElement(T element)
 {
     return Value(element);
 }
 
-template <class T>
+template <typename T>
 Value FromElement(const Held<T> &element)
 {
     return Value::Share(element.Get());
 }
 
-template <class T>
+template <typename T>
 std::unique_ptr<ArrayPayload> MakeArray(int64_t elementCode, int64_t count)
 {
     return std::make_unique<ArrayOf<T>>(elementCode, count);
@@ -80,14 +80,14 @@ constexpr ElementRow kElements[] = {
 
 } // namespace
 
-template <class T>
+template <typename T>
 int64_t ArrayOf<T>::Count() const
 {
     std::lock_guard lock(mutex_);
     return static_cast<int64_t>(elements_.size());
 }
 
-template <class T>
+template <typename T>
 bool ArrayOf<T>::Read(int64_t index, Value &out) const
 {
     T element{};
@@ -99,7 +99,7 @@ bool ArrayOf<T>::Read(int64_t index, Value &out) const
     return true;
 }
 
-template <class T>
+template <typename T>
 bool ArrayOf<T>::Write(int64_t index, const Value &value)
 {
     T element = ToElement(value, static_cast<T *>(nullptr));
@@ -110,7 +110,7 @@ bool ArrayOf<T>::Write(int64_t index, const Value &value)
     return inside;
 }
 
-template <class T>
+template <typename T>
 void ArrayOf<T>::Resize(int64_t count)
 {
     // Destroyed after the lock is released.

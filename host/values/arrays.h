@@ -26,7 +26,7 @@ struct ArrayPayload : Payload {
 };
 
 /// An array that stores its elements as T: a number, a boolean or a Held reference.
-template <class T>
+template <typename T>
 class ArrayOf : public ArrayPayload {
 public:
     ArrayOf(int64_t elementType, int64_t count)

@@ -27,7 +27,7 @@ Counts::Outcome Counts::DropReference()
     return (word >> 32) == 1 ? Outcome::Last : Outcome::Alive;
 }
 
-template <class T>
+template <typename T>
 void Unlock(T *thing)
 {
     if (!thing)
@@ -44,7 +44,7 @@ void Unlock(T *thing)
     }
 }
 
-template <class T>
+template <typename T>
 void AdoptReference(T *thing)
 {
     if (!thing->counts.Adopt()) {

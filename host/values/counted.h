@@ -56,7 +56,7 @@ void Destroy(String *thing);
 void Destroy(Text *thing);
 
 /// Adds a reference for the library and returns `thing`; null is ignored.
-template <class T>
+template <typename T>
 T *Lock(T *thing)
 {
     if (thing)
@@ -66,15 +66,15 @@ T *Lock(T *thing)
 
 /// Drops one of the library's references. If it has none, records a mistake and does nothing. Null is
 /// ignored.
-template <class T>
+template <typename T>
 void Unlock(T *thing);
 
 /// Takes over the reference that came with `thing`. If there is none, records a mistake and adds one.
-template <class T>
+template <typename T>
 void AdoptReference(T *thing);
 
 /// A reference that the program or the host holds.
-template <class T>
+template <typename T>
 class Held {
 public:
     Held() = default;

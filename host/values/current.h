@@ -6,11 +6,11 @@
 namespace qzlhost {
 
 /// Set by the host as it begins and ends.
-template <class Part>
+template <typename Part>
 inline std::atomic<Part *> gCurrent{nullptr};
 
 /// The current host's part of this kind; null between hosts. Any thread.
-template <class Part>
+template <typename Part>
 Part *Current()
 {
     return gCurrent<Part>;

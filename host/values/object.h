@@ -38,7 +38,7 @@ inline void *DataOf(Instance *instance)
 }
 
 /// The payload, if it is a P; null for null.
-template <class P>
+template <typename P>
 P *PayloadOf(const Instance *instance)
 {
     return instance ? dynamic_cast<P *>(instance->payload) : nullptr;

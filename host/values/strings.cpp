@@ -12,7 +12,7 @@ namespace {
 /// How much of a text a description shows, in bytes.
 constexpr size_t kShown = 60;
 
-template <class T>
+template <typename T>
 T *Entered(Kind kind, T *thing)
 {
     if (Accounts *const accounts = Current<Accounts>())
@@ -20,7 +20,7 @@ T *Entered(Kind kind, T *thing)
     return thing;
 }
 
-template <class T>
+template <typename T>
 void Free(T *thing)
 {
     if (Accounts *const accounts = Accounts::Of(thing))

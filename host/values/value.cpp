@@ -16,7 +16,7 @@ namespace qzlhost {
 
 namespace {
 
-template <class T>
+template <typename T>
 std::string Shortest(T number)
 {
     char digits[64];

@@ -11,7 +11,7 @@ struct String;
 void *(*gResolve)(const char *) = nullptr;
 int64_t gRecordVersion = 13;
 
-template <class F>
+template <typename F>
 F *HostFunction(const char *name)
 {
     return reinterpret_cast<F *>(gResolve(name));
@@ -339,7 +339,7 @@ struct ClassRow {
 };
 static_assert(sizeof(ClassRow) == 240 && sizeof(PropertyRow) == 96 && sizeof(MethodRow) == 48);
 
-template <class F>
+template <typename F>
 void *Address(F *function)
 {
     return reinterpret_cast<void *>(function);
@@ -347,7 +347,7 @@ void *Address(F *function)
 
 void *const kField = reinterpret_cast<void *>(~uintptr_t{0});
 
-template <class F>
+template <typename F>
 MethodRow Member(const char *declaration, F *function)
 {
     return {Address(function), nullptr, declaration, 4, {}};
@@ -403,7 +403,7 @@ alignas(16) MethodRow gDerivedMethods[] = {
     Member("Destructor", &DerivedDestructor),
 };
 
-template <class T, size_t N>
+template <typename T, size_t N>
 constexpr uint64_t Count(T (&)[N])
 {
     return N;

@@ -8,7 +8,7 @@ namespace {
 using Create = Instance *(int64_t, int64_t);
 using GetProc = void *(Instance *);
 
-template <class T>
+template <typename T>
 T Read(const char *getProc, const Value &array, int64_t index)
 {
     void *const reader = HostFunction<GetProc>(getProc)(array.ObjectPointer());

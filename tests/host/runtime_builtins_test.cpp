@@ -11,7 +11,7 @@ namespace qzlhost {
 namespace {
 
 /// A method of the instance, by its declaration; null where there is none.
-template <class F>
+template <typename F>
 F *MethodOf(const Value &instance, const char *declaration)
 {
     return reinterpret_cast<F *>(HostFunction<void *(Instance *, const char *)>("REALLoadObjectMethod")(

@@ -12,14 +12,14 @@
 namespace qzlhost {
 
 /// A host function as a library gets it.
-template <class F>
+template <typename F>
 F *HostFunction(const char *name)
 {
     return reinterpret_cast<F *>(Host::Current().Resolver()(name));
 }
 
 /// Reads a property by one of the functions REALGetPropValue... Returns what that returns.
-template <class T>
+template <typename T>
 bool ReadProperty(const char *function, const Value &instance, const char *property, T *value)
 {
     return HostFunction<bool(Instance *, const char *, T *)>(function)(instance.ObjectPointer(), property,
