@@ -15,9 +15,9 @@
 class Side {
 public:
     virtual ~Side() = default;
-    /// Makes room for the outcomes of so many runs.
+    /// Makes room for the outcomes of this number of runs.
     virtual void Prepare(int64_t times) = 0;
-    /// Does the work so many times and keeps the outcomes. Only this is timed.
+    /// Does the work this number of times and keeps the outcomes. Only this is timed.
     virtual void Run(int64_t times) = 0;
     /// Gives the outcomes back.
     virtual void GiveBack() = 0;

@@ -48,8 +48,8 @@ Instance CenterOf(NSNotificationCenter *cocoa)
     return center;
 }
 
-/// The names of what comes of a notification that is posted through a centre, and of a second one without the
-/// observer.
+/// Posts through a centre, once with an observer and once after it was removed. Returns the names of what the
+/// observer got.
 NSString *Through(Instance center)
 {
     const Instance observer = NewObserver();
@@ -62,7 +62,7 @@ NSString *Through(Instance center)
     return [[Text({first, Await(0)}) componentsSeparatedByString:@" "] objectAtIndex:0];
 }
 
-/// Where a handler runs whose notification another thread posts, and whether the thread waits for it.
+/// Posts on another thread. Returns where the handler runs, and whether the poster waits for it.
 NSString *FromThread(Instance center)
 {
     const Instance observer = NewObserver();

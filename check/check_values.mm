@@ -1,4 +1,4 @@
-// Values on their way to Cocoa and back: each is the object of a notification, which is then asked for it.
+// Values to Cocoa and back: each becomes the object of a notification, and is read from there again.
 #include <CoreFoundation/CoreFoundation.h>
 
 #include "check/groups.h"

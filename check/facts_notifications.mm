@@ -1,4 +1,4 @@
-// What the notification centres of this system answer where nobody knew beforehand. Beside each the answer on
+// Records what the notification centres of this system do where it was not known, beside what they do on
 // Linux.
 #include <objc/runtime.h>
 #include <pthread.h>

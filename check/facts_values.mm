@@ -1,4 +1,4 @@
-// What the values of this system answer where nobody knew beforehand. Beside each the answer on Linux.
+// Records what the values of this system do where it was not known, beside what they do on Linux.
 #include <ApplicationServices/ApplicationServices.h>
 #include <objc/runtime.h>
 
@@ -17,7 +17,7 @@ NSString *CType(NSNumber *number)
     return [NSString stringWithUTF8String:[number objCType]];
 }
 
-/// The name of the type that an object answers; "none" if it does not know the message.
+/// The name and the number of the type that `_cfTypeID` returns; "none" if the object lacks the method.
 NSString *TypeName(id object)
 {
     const SEL message = @selector(_cfTypeID);
@@ -50,7 +50,7 @@ NSString *SecondsAt(NSUInteger month, NSUInteger day, NSUInteger hour)
     });
 }
 
-/// What the File Manager answers of the root: its node, its name, whether its parent is an item, its path.
+/// What the File Manager reports for the root: its node, its name, whether its parent is an item, its path.
 NSString *Root()
 {
     FSRef root = {}, parent = {};

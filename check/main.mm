@@ -112,7 +112,7 @@ NSArray *LinesOf(const Group &group, NSMutableArray *log)
             break;
         NSMutableDictionary *unfinished = [read lastObject];
         if (unfinished == nil || [unfinished objectForKey:@"came"] != nil) {
-            // Outside every line: there is none to go on with.
+            // It ended between two lines, so there is no line to go on with.
             unfinished = [NSMutableDictionary dictionaryWithDictionary:@{
                 @"kind" : @"check",
                 @"what" : @"The group runs to its end",

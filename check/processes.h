@@ -3,8 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
-/// Starts the program again with the arguments and the same library. What it prints goes to the handle, or is
-/// not seen if that is nil. Autoreleased.
+/// Starts the program again with the arguments and the same library. Its output goes to the handle, or is
+/// discarded if that is nil. Autoreleased.
 NSTask *RunAgain(NSArray *arguments, NSFileHandle *output);
 
 /// What the second process of a check does: posts a notification of this name.

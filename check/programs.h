@@ -13,7 +13,7 @@ Instance NewObserver();
 /// "state" if there is one.
 NSMutableArray *Delivered();
 
-/// Waits until so many notifications were delivered, or ten seconds have gone by. Returns what was delivered
+/// Waits until `count` notifications were delivered, or ten seconds have gone by. Returns what was delivered
 /// until then, joined with commas; it is then forgotten.
 NSString *Await(NSUInteger count);
 

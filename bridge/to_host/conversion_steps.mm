@@ -203,7 +203,7 @@ __attribute__((noinline)) const ConversionStep *StepByLooking(id object, Class t
 const ConversionStep *FindConversionStep(id object)
 {
     const Class type = object_getClass(object);
-    if (!LeavesItsKindToTheRootClass(type))
+    if (!InheritsRootIsKindOfClass(type))
         return StepByAsking(object);
     if (type == static_cast<Class>(gClassOfOwnObjects.load(std::memory_order_relaxed)))
         if (const ConversionStep *const step = StepOfObject(object))

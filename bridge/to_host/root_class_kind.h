@@ -1,4 +1,4 @@
-// Recognises classes whose objects leave `isKindOfClass:` to the root class.
+// Recognises classes that inherit NSObject's `isKindOfClass:`.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -11,7 +11,7 @@ inline IMP gRootIsKindOfClass;
 
 /// Whether objects of the class have NSObject's own `isKindOfClass:` now. Neither the class nor its objects
 /// receive a message. Any thread.
-inline bool LeavesItsKindToTheRootClass(Class type)
+inline bool InheritsRootIsKindOfClass(Class type)
 {
     using FindMethod = IMP (*)(Class, SEL, SEL);
     const SEL find = @selector(instanceMethodForSelector:);

@@ -30,7 +30,7 @@ private:
     void *pool_ = nullptr;
 };
 
-/// Runs the calling thread's run loop until it has handled an event, or for at most so many seconds.
+/// Runs the calling thread's run loop until it has handled an event, for at most `seconds`.
 void RunRunLoop(double seconds);
 
 } // namespace qzlhost

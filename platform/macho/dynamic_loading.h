@@ -7,7 +7,7 @@
 
 namespace macho {
 
-/// How images are loaded, which this file cannot know: what it is called by stands above it.
+/// The loader's functions. The loader sets them, because it lies above this file.
 struct LoadingFunctions {
     /// Loads a dylib. Throws LoadError.
     const void *(*load)(const std::string &path);

@@ -1,4 +1,4 @@
-// Files on disk, of which no more is read than is needed.
+// Reads files on disk, and no more of them than is needed.
 #pragma once
 
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 
 namespace macho {
 
-/// What tells a file from others, and from another content of its own.
+/// Identifies a file and the version of its content.
 struct FileIdentity {
     dev_t device = 0;
     ino_t number = 0;
@@ -22,8 +22,8 @@ struct FileIdentity {
 /// A regular file that is open for reading.
 class OpenFile {
 public:
-    /// Throws LoadError for a file that cannot be opened, and for everything but regular files. Waits for
-    /// nobody to write into a FIFO.
+    /// Throws LoadError for a file that cannot be opened, and for everything but regular files. Does
+    /// not wait for the writer of a FIFO.
     explicit OpenFile(const std::string &path);
     ~OpenFile();
     OpenFile(const OpenFile &) = delete;

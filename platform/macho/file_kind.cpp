@@ -14,7 +14,7 @@ namespace {
 constexpr struct {
     uint32_t type, subtype;
     const char *name;
-    /// Whose images are read; none for the others.
+    /// The processor, if the loader reads its images; otherwise none.
     std::optional<Processor> processor;
 } kProcessors[] = {
     {format::kCpuX86_64, format::kCpuSubtypeX86_64All, "x86-64", Processor::X86_64},

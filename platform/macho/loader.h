@@ -17,14 +17,13 @@ bool IsMachO(const std::string &path);
 /// Throws LoadError, whose text begins with the path. Called on the main thread.
 const LoadedImage &LoadDylib(const std::string &path);
 
-/// Loads the main executable likewise, but for its main function, which does not run yet. Called once in a
-/// process.
+/// Loads the main executable in the same way, and does not run its main function. Called once in a process.
 const LoadedImage &LoadProgram(const std::string &path);
 
 /// The address of what the image exports under this C name; null if there is nothing.
 void *FindSymbol(const LoadedImage &image, const std::string &name);
 
-/// How macOS calls a program: besides the usual arguments with what the kernel tells it, as strings.
+/// The main function of a program on macOS: its last argument has the kernel's strings.
 using MainFunction = int (*)(int argc, char **argv, char **environment, char **kernel);
 
 /// The main function of a program.

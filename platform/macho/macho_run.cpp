@@ -19,8 +19,8 @@ int StatusFor(const char *path)
     return access(path, F_OK) != 0 && errno == ENOENT ? kNotFound : kCannotRun;
 }
 
-/// The path that starts this command again, wherever the process goes; empty if it cannot be told. The name
-/// that the command was called by counts: in an emulator only that leads back to the emulator.
+/// The absolute path that starts this command again; empty if it is unknown. It comes from the name that the
+/// command was called by, because under an emulator nothing else leads back to the emulator.
 std::string OwnPath(const char *name)
 {
     std::error_code error;

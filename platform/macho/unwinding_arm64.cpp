@@ -23,7 +23,7 @@ constexpr struct {
     {0x100, 72}, {0x200, 74}, {0x400, 76}, {0x800, 78},
 };
 
-/// Says of each pair that is saved where it lies, the first right below these words.
+/// Appends where each saved pair lies. The first is right below `words` words from the frame's address.
 void AppendPairs(std::vector<uint8_t> &rules, uint32_t compact, uint64_t words)
 {
     for (const auto &[flag, first] : kPairs) {

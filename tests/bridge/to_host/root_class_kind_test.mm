@@ -90,55 +90,55 @@ __attribute__((objc_root_class))
 
 TEST_F(RootClassKind, IsOfObjectsThatInheritIt)
 {
-    EXPECT_TRUE(LeavesItsKindToTheRootClass([NSObject class]));
+    EXPECT_TRUE(InheritsRootIsKindOfClass([NSObject class]));
     EXPECT_TRUE(
-        LeavesItsKindToTheRootClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(@"text")));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass([NSPipe pipe])));
+        InheritsRootIsKindOfClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", [NSObject class]))));
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass(@"text")));
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass([NSPipe pipe])));
 }
 
 TEST_F(RootClassKind, IsNotOfObjectsWithAMethodOfTheirOwn)
 {
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind })));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind })));
 }
 
 TEST_F(RootClassKind, IsNotOfObjectsWithASuperclassThatHasAMethodOfItsOwn)
 {
     const Class ownKind = MakeClass("QZLTestOwnKind", [NSObject class], { kOwnKind });
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", ownKind))));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(MakeClass("QZLTestLeaf", MakeClass("QZLTestMiddle", ownKind))));
 }
 
 TEST_F(RootClassKind, IsNotOfAnObjectWhoseClassGotAMethodMeanwhile)
 {
     const Class middle = MakeClass("QZLTestMiddle", [NSObject class]);
     const id object = MakeObject(MakeClass("QZLTestLeaf", middle));
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass(object)));
     class_addMethod(middle, sel_registerName(kOwnKind.selector), kOwnKind.implementation, kOwnKind.types);
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass(object)));
 }
 
 TEST_F(RootClassKind, IsNotOfAnObjectThatGotAnotherClassMeanwhile)
 {
     const id object = MakeObject([NSObject class]);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass(object)));
     AddMethods(object, "QZLTestOwnKind", {kOwnKind});
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass(object)));
     object_setClass(object, [NSObject class]);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass(object)));
 }
 
 TEST_F(RootClassKind, IsOfNoObjectOnceNSObjectsMethodIsAnother)
 {
     const id object = MakeObject([NSObject class]);
-    ASSERT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
-    bool leavesIt = true;
+    ASSERT_TRUE(InheritsRootIsKindOfClass(object_getClass(object)));
+    bool inherits = true;
     {
         const ReplacedMethod replaced(class_getInstanceMethod([NSObject class], @selector(isKindOfClass:)),
                                       &AnswerNo);
-        leavesIt = LeavesItsKindToTheRootClass(object_getClass(object));
+        inherits = InheritsRootIsKindOfClass(object_getClass(object));
     }
-    EXPECT_FALSE(leavesIt);
-    EXPECT_TRUE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_FALSE(inherits);
+    EXPECT_TRUE(InheritsRootIsKindOfClass(object_getClass(object)));
 }
 
 TEST_F(RootClassKind, IsNotWhatTheClassSaysOfItsMethods)
@@ -148,13 +148,13 @@ TEST_F(RootClassKind, IsNotWhatTheClassSaysOfItsMethods)
                     reinterpret_cast<IMP>(AnswerRootMethod), "^?24@0:8:16");
     ASSERT_EQ([liar instanceMethodForSelector:@selector(isKindOfClass:)],
               [NSObject instanceMethodForSelector:@selector(isKindOfClass:)]);
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(liar));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(liar));
 }
 
 TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)
 {
     QZLTestSilentProxy *const proxy = [QZLTestSilentProxy alloc];
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(proxy)));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass(proxy)));
     EXPECT_EQ(proxy->_messages, 0);
     [proxy release];
 }
@@ -162,12 +162,12 @@ TEST_F(RootClassKind, IsNotOfAProxyWhichIsSentNothing)
 TEST_F(RootClassKind, IsNotOfObjectsOfAnotherRootClass)
 {
     const id object = class_createInstance([QZLTestOtherRoot itself], 0);
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass(object)));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass(object)));
     object_dispose(object);
 }
 
 TEST_F(RootClassKind, IsNotOfClassObjects)
 {
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass([NSObject class])));
-    EXPECT_FALSE(LeavesItsKindToTheRootClass(object_getClass([NSPipe class])));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass([NSObject class])));
+    EXPECT_FALSE(InheritsRootIsKindOfClass(object_getClass([NSPipe class])));
 }
