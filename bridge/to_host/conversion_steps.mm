@@ -9,7 +9,7 @@
 #include <iterator>
 
 #include "bridge/to_host/root_class_kind.h"
-#include "bridge/to_host/step_names.h"
+#include "bridge/to_host/rows_by_name.h"
 #include "frame/kept_look_ups.h"
 
 namespace {
@@ -34,6 +34,7 @@ constexpr bool IsOfClass(const ConversionStep &step)
 }
 constexpr const ConversionStep *kObjectsBegin = FirstStepFrom(kConversionSteps, IsOfObject);
 constexpr const ConversionStep *kObjectsEnd = FirstStepFrom(kObjectsBegin, IsOfClass);
+constexpr RowsByName<ConversionStep> kClassSteps(kConversionSteps, IsOfClass);
 
 constexpr bool IsLookedUpOnce(const ConversionStep &step)
 {
@@ -99,7 +100,7 @@ ClassStep FirstNamedStep(Class type)
 {
     ClassStep first = {nullptr, Nil};
     for (Class reached = type; reached != Nil; reached = class_getSuperclass(reached)) {
-        const ConversionStep *const step = kStepNames.Find(class_getName(reached));
+        const ConversionStep *const step = kClassSteps.Find(class_getName(reached));
         if (step != nullptr && step->lookup == Lookup::EachTime && Earlier(first.step, step) == step)
             first = {step, reached};
     }
